@@ -1,0 +1,16 @@
+# The CMake package and the pkg-config files.
+include(CMakePackageConfigHelpers)
+
+install(EXPORT mvfreqTargets NAMESPACE mvfreq:: DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/mvfreq)
+configure_package_config_file(cmake/mvfreqConfig.cmake.in
+  ${PROJECT_BINARY_DIR}/mvfreqConfig.cmake
+  INSTALL_DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/mvfreq)
+write_basic_package_version_file(${PROJECT_BINARY_DIR}/mvfreqConfigVersion.cmake
+  COMPATIBILITY SameMajorVersion)
+install(FILES ${PROJECT_BINARY_DIR}/mvfreqConfig.cmake ${PROJECT_BINARY_DIR}/mvfreqConfigVersion.cmake
+  DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/mvfreq)
+
+foreach(name mvbase mvfreq)
+  configure_file(cmake/${name}.pc.in ${PROJECT_BINARY_DIR}/${name}.pc @ONLY)
+  install(FILES ${PROJECT_BINARY_DIR}/${name}.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+endforeach()

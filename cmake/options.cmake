@@ -1,0 +1,55 @@
+# Compiler settings that every target of the project shares.
+
+if(NOT CMAKE_BUILD_TYPE AND NOT CMAKE_CONFIGURATION_TYPES)
+  set(CMAKE_BUILD_TYPE Release CACHE STRING "Build type" FORCE)
+endif()
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_CXX_VISIBILITY_PRESET hidden)
+set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+
+# Contraction into fused multiply-add would change results from machine to machine.
+add_compile_options(-ffp-contract=off)
+
+add_compile_options(-Wall -Wextra -Wpedantic -Wconversion -Wsign-conversion -Wshadow)
+if(MVFREQ_WARNINGS_AS_ERRORS)
+  add_compile_options(-Werror)
+endif()
+
+# One library of the project: its objects, for tests that reach internals, and the library itself.
+#   mvfreq_add_library(<name> PUBLIC_HEADERS <headers> SOURCES <sources>)
+function(mvfreq_add_library name)
+  cmake_parse_arguments(ARG "" "" "PUBLIC_HEADERS;SOURCES" ${ARGN})
+  string(TOUPPER ${name} upper)
+
+  add_library(${name}_objects OBJECT ${ARG_SOURCES})
+  target_include_directories(${name}_objects PUBLIC $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>)
+  target_compile_definitions(${name}_objects PRIVATE ${upper}_BUILDING)
+
+  add_library(${name} $<TARGET_OBJECTS:${name}_objects>)
+  add_library(mvfreq::${name} ALIAS ${name})
+  target_compile_features(${name} PUBLIC cxx_std_20)
+  target_include_directories(${name} PUBLIC
+    $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>
+    $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/mvfreq>)
+  set_target_properties(${name} PROPERTIES VERSION ${PROJECT_VERSION} SOVERSION ${MVFREQ_SOVERSION})
+  if(NOT BUILD_SHARED_LIBS)
+    target_compile_definitions(${name}_objects PUBLIC ${upper}_STATIC)
+    target_compile_definitions(${name} PUBLIC ${upper}_STATIC)
+  endif()
+  set_property(TARGET ${name} PROPERTY MVFREQ_PUBLIC_HEADERS ${ARG_PUBLIC_HEADERS})
+
+  install(TARGETS ${name} EXPORT mvfreqTargets
+    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
+    ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR}
+    RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+  foreach(header IN LISTS ARG_PUBLIC_HEADERS)
+    get_filename_component(folder ${header} DIRECTORY)
+    install(FILES ${PROJECT_SOURCE_DIR}/${header}
+      DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/mvfreq/${folder})
+  endforeach()
+endfunction()

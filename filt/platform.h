@@ -1,0 +1,10 @@
+// The base imaging library and the system services, as this library sees them.
+// A platform with another base library of the same interface changes this file alone.
+#pragma once
+
+#include <base/archive.h>
+#include <base/exception.h>
+#include <base/geometry.h>
+#include <base/pel_buffer.h>
+#include <base/persistence.h>
+#include <vsys/attention.h>
