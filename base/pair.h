@@ -1,0 +1,14 @@
+// Two values of one type that belong together.
+#pragma once
+
+/// An x and a y of one type: a size, an offset, a complex number. Zero by default.
+template <class T>
+struct mvPair {
+    T x{};
+    T y{};
+
+    constexpr mvPair() = default;
+    constexpr mvPair(T first, T second) : x(first), y(second) {}
+
+    friend constexpr bool operator==(const mvPair&, const mvPair&) = default;
+};

@@ -1,0 +1,83 @@
+// Transforms of the plane: a matrix and a translation, alone, as a linear transform, or perhaps
+// none.
+#pragma once
+
+#include <base/export.h>
+#include <base/matrix.h>
+
+template <int N>
+class mvXform;
+
+/// An affine transform: v goes to matrix * v + translation. The identity by default.
+template <>
+class MVBASE_API mvXform<2> {
+  public:
+    constexpr mvXform() noexcept = default;
+    constexpr mvXform(const mvMatrix<2>& matrix, const mvVector<2>& trans) noexcept
+        : matrix_(matrix), trans_(trans) {}
+
+    constexpr const mvMatrix<2>& matrix() const noexcept { return matrix_; }
+    constexpr const mvVector<2>& trans() const noexcept { return trans_; }
+
+    /// The transform that undoes this one. A matrix that cannot be undone in finite doubles throws
+    /// an mvExceptionWithString.
+    mvXform inverse() const;
+
+    /// (a * b) * v is a * (b * v).
+    mvXform operator*(const mvXform& right) const noexcept;
+    mvVector<2> operator*(const mvVector<2>& v) const noexcept;
+
+    friend constexpr bool operator==(const mvXform&, const mvXform&) = default;
+
+  private:
+    mvMatrix<2> matrix_;
+    mvVector<2> trans_;
+};
+
+/// The linear member of the family of client transforms: an mvXform<2> under the name under which
+/// it is put into a cache. The identity by default.
+class MVBASE_API mv2XformLinear {
+  public:
+    constexpr mv2XformLinear() noexcept = default;
+    constexpr mv2XformLinear(const mvXform<2>& xform) noexcept : xform_(xform) {}
+    constexpr mv2XformLinear(const mvMatrix<2>& matrix, const mvVector<2>& trans) noexcept
+        : xform_(matrix, trans) {}
+
+    constexpr mvXform<2> xform() const noexcept { return xform_; }
+
+    /// (a * b) is the transform that goes through b first.
+    mv2XformLinear operator*(const mv2XformLinear& right) const noexcept;
+
+    friend constexpr bool operator==(const mv2XformLinear&, const mv2XformLinear&) = default;
+
+  private:
+    mvXform<2> xform_;
+};
+
+/// The client transform of an image, if it has one. Holds none by default.
+class MVBASE_API mv2XformCache {
+  public:
+    constexpr mv2XformCache() noexcept = default;
+
+    /// True when a transform is held, the identity included.
+    constexpr bool isSet() const noexcept { return set_; }
+
+    /// Holds the identity from now on.
+    constexpr void setIdentity() noexcept { xform(mv2XformLinear()); }
+
+    /// Holds `linear` from now on.
+    constexpr void xform(const mv2XformLinear& linear) noexcept {
+        linear_ = linear;
+        set_ = true;
+    }
+
+    /// What is held; the identity when nothing is.
+    constexpr mv2XformLinear linearXform() const noexcept { return linear_; }
+
+    /// Equal when both hold none, or both hold equal transforms: none is not the identity.
+    friend constexpr bool operator==(const mv2XformCache&, const mv2XformCache&) = default;
+
+  private:
+    bool set_ = false;
+    mv2XformLinear linear_;
+};
