@@ -12,6 +12,8 @@
 #include <base/geometry.h>
 #include <base/persistence.h>
 
+class mv_ArchiveObjects;
+
 /// An archive over a stream that the caller owns, either storing into it or loading from it.
 ///
 /// `ar || value` exchanges one value and returns the archive. When it returns, the bytes of the
@@ -87,12 +89,14 @@ class MVBASE_API mvArchive {
 
   private:
     friend class mvPersistent;
-    class Objects;
-    class Nesting;
+
+    void exchangeContent(mvPersistent& object);
+    std::unique_ptr<mvPersistent> loadNew();
+    mvPersistent* loadReference();
 
     std::ostream* out_ = nullptr;
     std::istream* in_ = nullptr;
-    std::unique_ptr<Objects> objects_;
+    std::unique_ptr<mv_ArchiveObjects> objects_;
     int depth_ = 0;
 };
 

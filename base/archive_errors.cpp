@@ -1,0 +1,27 @@
+// The errors of archives.
+#include <ostream>
+
+#include <base/archive.h>
+
+mvArchive::UnknownVersion::UnknownVersion(const char* text, long number)
+    : text_(text ? std::make_shared<const std::string>(text) : nullptr), number_(number) {}
+
+mvArchive::UnknownVersion::~UnknownVersion() = default;
+
+void mvArchive::UnknownVersion::message_(std::ostream& out) const {
+    out << "The archive holds a record of an unknown version";
+    if (text_) out << " (" << *text_ << ", " << number_ << ')';
+    out << '.';
+}
+
+mvArchive::Truncated::Truncated(const char* message) : mvExceptionWithString(message) {}
+mvArchive::Truncated::~Truncated() = default;
+
+mvArchive::BadValue::BadValue(const char* message) : mvExceptionWithString(message) {}
+mvArchive::BadValue::~BadValue() = default;
+
+mvArchive::UnknownClass::UnknownClass(const char* message) : mvExceptionWithString(message) {}
+mvArchive::UnknownClass::~UnknownClass() = default;
+
+mvArchive::WriteFailed::WriteFailed(const char* message) : mvExceptionWithString(message) {}
+mvArchive::WriteFailed::~WriteFailed() = default;
