@@ -1,0 +1,128 @@
+// Element-wise arithmetic of frequency buffers.
+#include <filt/fft/arithmetic.h>
+#include <filt/fft/internal/buffer_access.h>
+
+#include <cstddef>
+
+namespace {
+
+using Access = mf_BufferAccess;
+
+struct Complex {
+    float re, im;
+};
+
+struct Sum {
+    static constexpr const char* kSizeMessage = "Can only add equal-sized frequency buffers.";
+    Complex operator()(Complex s, Complex d) const { return {d.re + s.re, d.im + s.im}; }
+};
+
+struct Difference {
+    static constexpr const char* kSizeMessage = "Can only subtract equal-sized frequency buffers.";
+    Complex operator()(Complex s, Complex d) const { return {d.re - s.re, d.im - s.im}; }
+};
+
+// The four real products as they stand: nothing repairs infinities or NaNs.
+struct Product {
+    static constexpr const char* kSizeMessage = "Can only multiply equal-sized frequency buffers.";
+    Complex operator()(Complex s, Complex d) const {
+        return {s.re * d.re - s.im * d.im, s.re * d.im + s.im * d.re};
+    }
+};
+
+void requireData(const mvFrequencyBuffer& a, const mvFrequencyBuffer& b) {
+    Access::requireData(a);
+    Access::requireData(b);
+}
+
+void requireFrequencies(const mvFrequencyBuffer& a, const mvFrequencyBuffer& b) {
+    requireData(a, b);
+    Access::requireFrequencies(a);
+    Access::requireFrequencies(b);
+}
+
+void requireSameSize(const mvFrequencyBuffer& a, const mvFrequencyBuffer& b, const char* message) {
+    if (a.width() != b.width() || a.height() != b.height()) {
+        throw mvFrequencyDefs::InvalidSize(message);
+    }
+}
+
+// dst = op(src, dst), element by element.
+template <class Operation>
+void accumulate(const mvFrequencyBuffer& src, mvFrequencyBuffer& dst, Operation op) {
+    const float* s = Access::data(src);
+    float* d = Access::data(dst);
+    for (const float* const end = d + Access::floats(dst); d != end; s += 2, d += 2) {
+        const Complex value = op(Complex{s[0], s[1]}, Complex{d[0], d[1]});
+        d[0] = value.re;
+        d[1] = value.im;
+    }
+}
+
+// For operations in which the operands may change places.
+template <class Operation>
+void combine(const mvFrequencyBuffer& a, const mvFrequencyBuffer& b, mvFrequencyBuffer& result,
+             Operation op) {
+    requireFrequencies(a, b);
+    requireSameSize(a, b, Operation::kSizeMessage);
+    if (&result == &b) return accumulate(a, result, op);
+    result = a;
+    accumulate(b, result, op);
+}
+
+}  // namespace
+
+void mfFrequencyAdd(const mvFrequencyBuffer& a, const mvFrequencyBuffer& b,
+                    mvFrequencyBuffer& result) {
+    combine(a, b, result, Sum());
+}
+
+void mfFrequencyAdd(const mvFrequencyBuffer& src, mvFrequencyBuffer& dst) {
+    requireFrequencies(src, dst);
+    requireSameSize(src, dst, Sum::kSizeMessage);
+    accumulate(src, dst, Sum());
+}
+
+void mfFrequencySubtract(const mvFrequencyBuffer& a, const mvFrequencyBuffer& b,
+                         mvFrequencyBuffer& result) {
+    requireData(a, b);
+    requireSameSize(a, b, Difference::kSizeMessage);
+    requireFrequencies(a, b);
+    if (&result == &b) {
+        const mvFrequencyBuffer subtrahend(b);
+        result = a;
+        return accumulate(subtrahend, result, Difference());
+    }
+    result = a;
+    accumulate(b, result, Difference());
+}
+
+void mfFrequencySubtract(const mvFrequencyBuffer& src, mvFrequencyBuffer& dst) {
+    requireFrequencies(src, dst);
+    requireSameSize(src, dst, Difference::kSizeMessage);
+    accumulate(src, dst, Difference());
+}
+
+void mfFrequencyMultiply(const mvFrequencyBuffer& a, const mvFrequencyBuffer& b,
+                         mvFrequencyBuffer& result) {
+    combine(a, b, result, Product());
+}
+
+void mfFrequencyMultiply(const mvFrequencyBuffer& src, mvFrequencyBuffer& dst) {
+    requireData(src, dst);
+    requireSameSize(src, dst, Product::kSizeMessage);
+    requireFrequencies(src, dst);
+    accumulate(src, dst, Product());
+}
+
+void mfFrequencyConjugate(mvFrequencyBuffer& buf) {
+    Access::requireFrequencies(buf);
+    float* const data = Access::data(buf);
+    for (std::size_t i = 1; i < Access::floats(buf); i += 2) data[i] = -data[i];
+}
+
+void mfFrequencyConjugate(const mvFrequencyBuffer& src, mvFrequencyBuffer& dst) {
+    Access::requireFrequencies(src);
+    dst = src;
+    mfFrequencyConjugate(dst);
+}

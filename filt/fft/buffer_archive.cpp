@@ -1,0 +1,70 @@
+// The archive form of the frequency buffer.
+#include <filt/fft/frequency_buffer.h>
+#include <filt/fft/internal/archive_routines.h>
+#include <filt/fft/internal/buffer_access.h>
+#include <cstdint>
+
+namespace {
+
+// The floats of a plane that an archive tells of. Planes up to the largest size may come with
+// fewer floats; larger ones are no plane of ours and must bring all of theirs.
+mvFloatArray loadPlane(mf_LoadedFloats floats, std::int32_t width, std::int32_t height) {
+    if (width < 0 || height < 0) throw mvArchive::BadValue("A size of the archive is negative.");
+    constexpr std::size_t side = mf_BufferAccess::kLargestSide;
+    const std::size_t needed =
+        2 * static_cast<std::size_t>(width) * static_cast<std::size_t>(height);
+    const bool ordinary =
+        width <= mf_BufferAccess::kLargestSide && height <= mf_BufferAccess::kLargestSide;
+    mf_PadFloats(floats, needed, mf_BufferAccess::kSlackFloats, ordinary ? 2 * side * side : 0);
+    return std::move(floats.values);
+}
+
+}  // namespace
+
+mvArchive& operator||(mvArchive& ar, mvFrequencyBuffer& buffer) {
+    constexpr unsigned char kNewest = 1;
+    unsigned char version = kNewest;
+    ar || version;
+    mf_RequireVersion(version, kNewest, "filt/fft", 572);
+    if (ar.isStoring()) {
+        buffer.store(ar);
+    } else {
+        buffer.load(ar, version);
+    }
+    return ar;
+}
+
+// What storing and loading have in common: everything up to the floats.
+bool mvFrequencyBuffer::exchangeFields(mvArchive& ar, unsigned char version) {
+    bool hasData = data_ != nullptr;
+    if (!ar.isStoring()) data_ = nullptr;
+    ar || width_ || height_ || imageWidth_ || imageHeight_;
+    ar || masked_ || maskedMiny_ || maskedMaxy_ || inverseComputed_;
+    if (version == 0) {
+        mvXform<2> xform;
+        ar || xform;
+        xform_.xform(mv2XformLinear(xform));
+    } else {
+        ar || xform_;
+    }
+    mf_ExchangePair(ar, offset_);
+    ar || hasData;
+    return hasData;
+}
+
+void mvFrequencyBuffer::store(mvArchive& ar) {
+    const bool hasData = exchangeFields(ar, 1);
+    mf_StoreFloats(ar, data_, hasData ? mf_BufferAccess::floats(*this) : 0);
+}
+
+// The fields read take effect at once; the plane that they no longer describe is dropped first.
+void mvFrequencyBuffer::load(mvArchive& ar, unsigned char version) {
+    const bool hasData = exchangeFields(ar, version);
+    mf_LoadedFloats floats = mf_LoadFloats(ar, mf_BufferAccess::kSlackFloats);
+    if (hasData) {
+        storage_ = loadPlane(std::move(floats), width_, height_);
+        data_ = storage_.data();
+    } else {
+        storage_ = mvFloatArray();
+    }
+}

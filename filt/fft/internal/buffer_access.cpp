@@ -1,0 +1,30 @@
+// Placement and the checks of buffers that an archive made.
+#include <filt/fft/internal/buffer_access.h>
+#include <filt/fft/internal/integers.h>
+
+namespace {
+
+[[noreturn]] void throwSize() {
+    throw mvFrequencyDefs::InvalidSize("Size must be a power of 2.");
+}
+
+bool isTransformable(long side) {
+    return side <= mf_BufferAccess::kLargestSide && mf_IsPowerOfTwo(side);
+}
+
+}  // namespace
+
+void mf_BufferAccess::setPlacement(mvFrequencyBuffer& b, const mv_PelBuffer& image) {
+    const mvPair<long> offset = image.offset();
+    b.xform_ = image.xformCache();
+    b.offset_ = {mf_Hold32(offset.x), mf_Hold32(offset.y)};
+}
+
+void mf_BufferAccess::requireTransformable(const mvFrequencyBuffer& b) {
+    requireData(b);
+    if (!isTransformable(b.width_) || !isTransformable(b.height_)) throwSize();
+}
+
+void mf_BufferAccess::requireImageInPlane(const mvFrequencyBuffer& b) {
+    if (b.imageWidth_ > b.width_ || b.imageHeight_ > b.height_) throwSize();
+}

@@ -1,0 +1,67 @@
+// Where the pels of a result go: into the caller's image or a new one.
+#pragma once
+
+#include <filt/fft/internal/buffer_access.h>
+#include <filt/fft/internal/wrap_copy.h>
+#include <filt/platform.h>
+
+/// One output of an inverse transform or a phase image.
+///
+/// An unbound output of the caller becomes a new image of the buffer's image size, offset and
+/// client transform; a bound one keeps its own and receives the pels where both overlap.
+template <class T>
+class mf_OutputImage {
+  public:
+    mf_OutputImage(const mvFrequencyBuffer& buf, mvPelBuffer<T>& out)
+        : offset_(mf_BufferAccess::offset(buf)),
+          xform_(mf_BufferAccess::xform(buf)),
+          out_(out),
+          wasBound_(out.isBound()),
+          target_(mf_BufferAccess::imageWidth(buf), mf_BufferAccess::imageHeight(buf), 32) {
+        place(target_);
+        if (!wasBound_) out_ = target_;
+    }
+
+    /// Sets each pel from the real and imaginary part of its element of `plane`.
+    template <class Pel>
+    void fill(const mvFrequencyBuffer& plane, Pel pel) {
+        for (long y = 0; y < target_.height(); ++y) {
+            const float* const row =
+                mf_BufferAccess::data(plane) + 2 * mf_BufferAccess::width(plane) * y;
+            T* const out = target_.pointToRow(y);
+            for (long x = 0; x < target_.width(); ++x) {
+                out[x] = static_cast<T>(pel(row[2 * x], row[2 * x + 1]));
+            }
+        }
+    }
+
+    /// Places the pels as the wrap copy does, when the buffer has an offset.
+    void wrap() {
+        if (offset_ == mvPair<long>(0, 0)) return;
+        mvPelBuffer<T> wrapped(target_.width(), target_.height(), 32);
+        mf_WrapCopy(target_, wrapped, true);
+        place(wrapped);
+        target_ = wrapped;
+        if (!wasBound_) out_ = wrapped;
+    }
+
+    /// Hands the pels to an output that was bound.
+    void deliver() {
+        if (wasBound_) mfPelCopy(target_, out_);
+    }
+
+    /// Gives the caller's image the buffer's client transform.
+    void copyXformToOutput() { out_.copyXforms(xform_); }
+
+  private:
+    void place(mvPelBuffer<T>& image) const {
+        image.offset(offset_);
+        image.copyXforms(xform_);
+    }
+
+    mvPair<long> offset_;
+    mv2XformCache xform_;
+    mvPelBuffer<T>& out_;
+    bool wasBound_;
+    mvPelBuffer<T> target_;
+};

@@ -1,0 +1,8 @@
+// The quadrant code of a complex value.
+#pragma once
+
+/// Bit 0 for a negative real part, bit 1 for a negative imaginary part; zeros of both signs and
+/// NaNs count as not negative.
+inline unsigned char mf_Quadrant(float re, float im) {
+    return static_cast<unsigned char>((re < 0.0f ? 1 : 0) | (im < 0.0f ? 2 : 0));
+}

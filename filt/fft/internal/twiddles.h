@@ -1,0 +1,44 @@
+// Twiddle factors: literal seeds and the tables that the rotation recurrences grow from them.
+#pragma once
+
+#include <array>
+#include <cstddef>
+
+/// cos and sin of e and of 3 e, e = 2 pi / S, rounded from double: what one step of a stage of
+/// span S turns its factors by.
+struct mf_StageSeed {
+    float c1, s1, c3, s3;
+};
+
+/// The seeds of S = 1, 2, 4 ... 2048, by log2 S. Literals, so that no runtime library can change
+/// a result.
+inline constexpr mf_StageSeed mf_kStageSeeds[] = {
+    {0x1p+0f, -0x1.1a6264p-52f, 0x1p+0f, -0x1.a79394p-51f},
+    {-0x1p+0f, 0x1.1a6264p-53f, -0x1p+0f, 0x1.a79394p-52f},
+    {0x1.1a6264p-54f, 0x1p+0f, -0x1.a79394p-53f, -0x1p+0f},
+    {0x1.6a09e6p-1f, 0x1.6a09e6p-1f, -0x1.6a09e6p-1f, 0x1.6a09e6p-1f},
+    {0x1.d906bcp-1f, 0x1.87de2ap-2f, 0x1.87de2ap-2f, 0x1.d906bcp-1f},
+    {0x1.f6297cp-1f, 0x1.8f8b84p-3f, 0x1.a9b662p-1f, 0x1.1c73b4p-1f},
+    {0x1.fd88dap-1f, 0x1.917a6cp-4f, 0x1.e9f416p-1f, 0x1.294062p-2f},
+    {0x1.ff621ep-1f, 0x1.91f66p-5f, 0x1.fa7558p-1f, 0x1.2c8106p-3f},
+    {0x1.ffd886p-1f, 0x1.92156p-6f, 0x1.fe9cdap-1f, 0x1.2d520ap-4f},
+    {0x1.fff622p-1f, 0x1.921d2p-7f, 0x1.ffa72ep-1f, 0x1.2d8658p-5f},
+    {0x1.fffd88p-1f, 0x1.921f1p-8f, 0x1.ffe9ccp-1f, 0x1.2d936cp-6f},
+    {0x1.ffff62p-1f, 0x1.921f8cp-9f, 0x1.fffa72p-1f, 0x1.2d96bp-7f},
+};
+
+/// sin(theta / 2) and sin(theta), theta = pi / N, in single precision: the seeds of the real-data
+/// separation of N complex points.
+struct mf_SeparationSeed {
+    float halfSine, sine;
+};
+
+/// The seeds of N = 1, 2, 4 ... 1024, by log2 N.
+inline constexpr mf_SeparationSeed mf_kSeparationSeeds[] = {
+    {0x1p+0f, -0x1.777a5cp-24f},       {0x1.6a09e6p-1f, 0x1p+0f},
+    {0x1.87de2cp-2f, 0x1.6a09e6p-1f},  {0x1.8f8b84p-3f, 0x1.87de2cp-2f},
+    {0x1.917a6cp-4f, 0x1.8f8b84p-3f},  {0x1.91f66p-5f, 0x1.917a6cp-4f},
+    {0x1.92156p-6f, 0x1.91f66p-5f},    {0x1.921d2p-7f, 0x1.92156p-6f},
+    {0x1.921f1p-8f, 0x1.921d2p-7f},    {0x1.921f8cp-9f, 0x1.921f1p-8f},
+    {0x1.921facp-10f, 0x1.921f8cp-9f},
+};

@@ -1,0 +1,47 @@
+// The band-pass filter.
+#include <filt/freqfilt/band_pass.h>
+#include <filt/freqfilt/internal/dc_square.h>
+#include <filt/freqfilt/internal/filter_checks.h>
+#include <filt/freqfilt/internal/filter_life_cycle.h>
+#include <filt/freqfilt/internal/ring.h>
+
+MVFREQ_FILTER_LIFE_CYCLE(mvFrequencyFilterBandPass, 1765)
+
+mvFrequencyFilterBandPass::mvFrequencyFilterBandPass(double sigma, double plateau, double frequency,
+                                                     const mvPair<long>& size,
+                                                     long dcRemovalRadius) {
+    set(sigma, plateau, frequency, size, dcRemovalRadius);
+}
+
+void mvFrequencyFilterBandPass::set(double sigma, double plateau, double frequency,
+                                    const mvPair<long>& size, long dcRemovalRadius) {
+    create({sigma, plateau, frequency, size, dcRemovalRadius});
+}
+
+void mvFrequencyFilterBandPass::create(const mvRingParameters& wanted) {
+    requireValid(wanted, "DC Removal Radius cannot be negative.");
+    build(wanted, false);
+}
+
+void mvFrequencyFilterBandPass::apply(mvFrequencyBuffer& buf) const {
+    mf_RequireApplicable(buf, response_, parameters_.size);
+    maskFrequencyBuffer(buf, false, 0, 0);
+    keepRing(buf, buf);
+}
+
+void mvFrequencyFilterBandPass::apply(const mvFrequencyBuffer& src, mvFrequencyBuffer& dst) const {
+    mf_RequireApplicable(src, response_, parameters_.size);
+    mf_RequirePowersOfTwo(parameters_.size);
+    setAndAllocateFrequencyBuffer(dst, src.width(), src.height());
+    maskFrequencyBuffer(dst, false, 0, 0);
+    keepRing(src, dst);
+}
+
+void mvFrequencyFilterBandPass::keepRing(const mvFrequencyBuffer& src,
+                                         mvFrequencyBuffer& dst) const {
+    const mf_Ring ring(parameters_, response_);
+    mf_ApplyRing(
+        ring, getFrequencyBufferData(src), getFrequencyBufferData(dst),
+        [&](std::int64_t r2) { return ring.isInsideBySquares(r2); }, mf_ClearOutside());
+    mf_ClearDcSquare(dst, parameters_.dcRadius);
+}

@@ -1,0 +1,69 @@
+// The band-pass filter.
+#pragma once
+
+#include <filt/export.h>
+#include <filt/freqfilt/ring_filter.h>
+
+/// Keeps the frequencies on a ring around DC and clears the others: 1 on the flat top, falling as
+/// exp(-(distance - plateau)^2 / (2 sigma^2)) beyond it, 0 from about four sigmas on. A frequency
+/// of 0 makes a low-pass filter.
+///
+/// Afterwards a square of 2 R - 1 coefficients a side around DC can be cleared, R being the DC
+/// removal radius: 0 clears nothing, 1 DC alone. The square goes through element access, after the
+/// buffer has been filtered: one that does not fit the plane ends in mvFrequencyDefs::BadCoord, a
+/// buffer that an inverse has overwritten in mvFrequencyDefs::InvalidBuffer, and the buffer stays
+/// filtered.
+///
+/// `apply(src, dst)` keeps dst's client transform and offset; its image size becomes the padded
+/// size.
+class MVFREQ_API mvFrequencyFilterBandPass : public mvRingFilter {
+  public:
+    /// A filter without response.
+    mvFrequencyFilterBandPass();
+
+    /// Builds the filter; throws what `set` throws.
+    mvFrequencyFilterBandPass(double sigma, double plateau, double frequency,
+                              const mvPair<long>& size, long dcRemovalRadius);
+
+    mvFrequencyFilterBandPass(const mvFrequencyFilterBandPass& other);
+    mvFrequencyFilterBandPass(mvFrequencyFilterBandPass&& other) noexcept;
+
+    /// Copies everything; from a filter without response only that is taken, and the flag and the
+    /// parameters stay.
+    mvFrequencyFilterBandPass& operator=(const mvFrequencyFilterBandPass& other);
+    mvFrequencyFilterBandPass& operator=(mvFrequencyFilterBandPass&& other) noexcept;
+    ~mvFrequencyFilterBandPass() override;
+
+    /// Equal flags, parameters and profiles; filters without response are equal when their flags
+    /// are.
+    bool operator==(const mvFrequencyFilterBandPass& other) const;
+
+    mvFrequencyFilter* clone() const override;
+
+    /// Builds the filter for buffers of the padded size `size`.
+    ///
+    /// Throws, in this order and before anything changes, mvFrequencyDefs::InvalidArgument for a
+    /// frequency outside 0.0 .. 0.5, a sigma that is not positive, a plateau or a radius below 0;
+    /// mvFrequencyDefs::InvalidSize for a width, then a height, that is no power of two;
+    /// std::length_error for a profile that is too long.
+    void set(double sigma, double plateau, double frequency, const mvPair<long>& size,
+             long dcRemovalRadius);
+
+    /// The radius of the DC removal square, 0 or more.
+    long dcRemovalRadius() const { return parameters().dcRadius; }
+    void dcRemovalRadius(long value) { dcRadius(value); }
+
+    void apply(const mvFrequencyBuffer& src, mvFrequencyBuffer& dst) const override;
+    void apply(mvFrequencyBuffer& buf) const override;
+
+  protected:
+    void serialize_(mvArchive& ar, unsigned char version) override;
+    void dispatchSerialize(mvArchive& ar) override;
+
+  private:
+    void create(const mvRingParameters& wanted) override;
+    void keepRing(const mvFrequencyBuffer& src, mvFrequencyBuffer& dst) const;
+
+    static mvPersistent* make();
+    static mv_Instantiator sExemplar;
+};

@@ -1,0 +1,46 @@
+// The Gabor filter.
+#include <filt/freqfilt/gabor.h>
+#include <filt/freqfilt/internal/dc_square.h>
+#include <filt/freqfilt/internal/filter_checks.h>
+#include <filt/freqfilt/internal/filter_life_cycle.h>
+#include <filt/freqfilt/internal/patch.h>
+
+MVFREQ_FILTER_LIFE_CYCLE(mvFrequencyFilterGabor, 371)
+
+mvFrequencyFilterGabor::mvFrequencyFilterGabor(const mvPair<double>& sigma,
+                                               const mvPair<double>& plateau, mvRadian angle,
+                                               double frequency, const mvPair<long>& size,
+                                               long dcRemovalRadius) {
+    set(sigma, plateau, angle, frequency, size, dcRemovalRadius);
+}
+
+void mvFrequencyFilterGabor::set(const mvPair<double>& sigma, const mvPair<double>& plateau,
+                                 mvRadian angle, double frequency, const mvPair<long>& size,
+                                 long dcRemovalRadius) {
+    create({sigma, plateau, angle, frequency, size, dcRemovalRadius});
+}
+
+void mvFrequencyFilterGabor::create(const mvLobeParameters& wanted) {
+    requireValid(wanted, "DC Removal Radius cannot be negative.");
+    build(wanted, false);
+}
+
+void mvFrequencyFilterGabor::apply(mvFrequencyBuffer& buf) const {
+    mf_RequireApplicable(buf, response_, parameters_.size);
+    keepLobe(buf, buf);
+}
+
+void mvFrequencyFilterGabor::apply(const mvFrequencyBuffer& src, mvFrequencyBuffer& dst) const {
+    mf_RequireApplicable(src, response_, parameters_.size);
+    mf_RequirePowersOfTwo(parameters_.size);
+    setAndAllocateFrequencyBuffer(dst, src.width(), src.height());
+    keepLobe(src, dst);
+}
+
+void mvFrequencyFilterGabor::keepLobe(const mvFrequencyBuffer& src, mvFrequencyBuffer& dst) const {
+    const mf_PatchPlacement at(parameters_, response_);
+    maskFrequencyBuffer(dst, true, at.rowMin, at.rowMax);
+    mf_ApplyPatch(at, response_, getFrequencyBufferData(src), getFrequencyBufferData(dst),
+                  mf_ClearOutside());
+    mf_ClearDcSquare(dst, parameters_.dcRadius);
+}

@@ -1,0 +1,91 @@
+// The image filter.
+#include <filt/fft/arithmetic.h>
+#include <filt/fft/internal/archive_routines.h>
+#include <filt/fft/internal/buffer_access.h>
+#include <filt/freqfilt/image_filter.h>
+#include <filt/freqfilt/internal/filter_checks.h>
+#include <utility>
+
+mvFrequencyFilterImage::mvFrequencyFilterImage() = default;
+mvFrequencyFilterImage::mvFrequencyFilterImage(const mvFrequencyBuffer& image) {
+    create(image);
+}
+mvFrequencyFilterImage::mvFrequencyFilterImage(const mvFrequencyFilterImage& other)
+    : mvFrequencyFilterImage() {
+    *this = other;
+}
+mvFrequencyFilterImage::mvFrequencyFilterImage(mvFrequencyFilterImage&& other) noexcept {
+    *this = std::move(other);
+}
+mvFrequencyFilterImage::~mvFrequencyFilterImage() = default;
+
+mvFrequencyFilterImage& mvFrequencyFilterImage::operator=(const mvFrequencyFilterImage& other) {
+    if (this == &other) return *this;
+    mutating_();
+    image_ = other.image_;
+    mvFrequencyFilter::operator=(other);
+    return *this;
+}
+
+mvFrequencyFilterImage& mvFrequencyFilterImage::operator=(mvFrequencyFilterImage&& other) noexcept {
+    if (this == &other) return *this;
+    image_ = std::move(other.image_);
+    initialized_ = std::exchange(other.initialized_, false);
+    return *this;
+}
+
+bool mvFrequencyFilterImage::operator==(const mvFrequencyFilterImage& other) const {
+    return initialized_ == other.initialized_ && image_ == other.image_;
+}
+
+mvFrequencyFilter* mvFrequencyFilterImage::clone() const {
+    return new mvFrequencyFilterImage(*this);
+}
+
+mvPersistent* mvFrequencyFilterImage::make() {
+    return new mvFrequencyFilterImage;
+}
+
+void mvFrequencyFilterImage::setImage(const mvFrequencyBuffer& image) {
+    create(image);
+}
+
+void mvFrequencyFilterImage::create(const mvFrequencyBuffer& image) {
+    mf_BufferAccess::requireData(image);
+    mutating_();
+    image_ = image;
+    initialized_ = true;
+}
+
+void mvFrequencyFilterImage::requireApplicable(const mvFrequencyBuffer& buf) const {
+    mf_BufferAccess::requireData(buf);
+    mf_BufferAccess::requireData(image_);
+    mf_RequireFilterSize(buf, {image_.width(), image_.height()});
+}
+
+void mvFrequencyFilterImage::apply(mvFrequencyBuffer& buf) const {
+    requireApplicable(buf);
+    multiply(buf);
+}
+
+void mvFrequencyFilterImage::apply(const mvFrequencyBuffer& src, mvFrequencyBuffer& dst) const {
+    requireApplicable(src);
+    dst = src;
+    multiply(dst);
+}
+
+void mvFrequencyFilterImage::multiply(mvFrequencyBuffer& buf) const {
+    mfFrequencyMultiply(image_, buf);
+    maskFrequencyBuffer(buf, false, 0, 0);
+}
+
+void mvFrequencyFilterImage::serialize_(mvArchive& ar, unsigned char version) {
+    mf_RequireVersion(version, 0, "filt/freqfilt", 2846);
+    mvFrequencyFilter::dispatchSerialize(ar);
+    ar || image_;
+}
+
+void mvFrequencyFilterImage::dispatchSerialize(mvArchive& ar) {
+    serializeOnce(ar, sizeof(mvFrequencyFilterImage),
+                  [&](unsigned char version) { mvFrequencyFilterImage::serialize_(ar, version); });
+}

@@ -1,0 +1,21 @@
+// The square of 2 R - 1 frequencies a side around DC that filters clear or keep.
+#pragma once
+
+#include <filt/fft/frequency_buffer.h>
+#include <vector>
+
+/// Clears the square through the buffer's element access, whose errors end it part-way; nothing for
+/// a radius of 0 or less.
+void mf_ClearDcSquare(mvFrequencyBuffer& buf, long radius);
+
+/// The square's values, taken through the buffer's element access, to be put back later; none for
+/// a radius of 0 or less.
+class mf_DcSquare {
+  public:
+    mf_DcSquare(const mvFrequencyBuffer& buf, long radius);
+    void restore(mvFrequencyBuffer& buf) const;
+
+  private:
+    long radius_;
+    std::vector<mvPair<double>> values_;
+};

@@ -1,0 +1,32 @@
+// The members that every filter with a response defines alike, since each names its own class.
+#pragma once
+
+#include <filt/fft/internal/archive_routines.h>
+
+/// Construction, copying, comparison, cloning and the archive pattern of the class `Filter`;
+/// `line` is the number that its version errors carry.
+#define MVFREQ_FILTER_LIFE_CYCLE(Filter, line)                                          \
+    Filter::Filter() = default;                                                         \
+    Filter::Filter(const Filter&) = default;                                            \
+    Filter::Filter(Filter&&) noexcept = default;                                        \
+    Filter& Filter::operator=(const Filter&) = default;                                 \
+    Filter& Filter::operator=(Filter&&) noexcept = default;                             \
+    Filter::~Filter() = default;                                                        \
+    bool Filter::operator==(const Filter& other) const {                                \
+        return sameAs(other);                                                           \
+    }                                                                                   \
+    mvFrequencyFilter* Filter::clone() const {                                          \
+        return new Filter(*this);                                                       \
+    }                                                                                   \
+    mvPersistent* Filter::make() {                                                      \
+        return new Filter;                                                              \
+    }                                                                                   \
+    void Filter::dispatchSerialize(mvArchive& ar) {                                     \
+        serializeOnce(ar, sizeof(Filter),                                               \
+                      [&](unsigned char version) { Filter::serialize_(ar, version); }); \
+    }                                                                                   \
+    void Filter::serialize_(mvArchive& ar, unsigned char version) {                     \
+        mf_RequireVersion(version, 0, "filt/freqfilt", line);                           \
+        mvFrequencyFilter::dispatchSerialize(ar);                                       \
+        exchange(ar);                                                                   \
+    }

@@ -1,0 +1,81 @@
+// The patch of a lobe: its size, its gains and its place.
+#include <filt/fft/internal/integers.h>
+#include <filt/freqfilt/internal/patch.h>
+#include <filt/freqfilt/internal/support.h>
+#include <cmath>
+
+namespace {
+
+// A lobe in bins along x; distances along y come into the same unit by the aspect factor.
+struct LobeInBins {
+    explicit LobeInBins(const mvLobeParameters& lobe)
+        : width(static_cast<double>(lobe.size.x)),
+          height(static_cast<double>(lobe.size.y)),
+          aspect(height / width),
+          sigma(width * lobe.sigma.x, width * lobe.sigma.y),
+          plateau(width * lobe.plateau.x, width * lobe.plateau.y),
+          cosine(std::cos(lobe.angle.toDouble())),
+          sine(std::sin(lobe.angle.toDouble())) {}
+
+    double width, height, aspect;
+    mvPair<double> sigma, plateau;
+    double cosine, sine;
+};
+
+// How far the lobe's centre lies beyond the whole bin below it.
+double subBin(double centre) {
+    return centre - std::trunc(centre);
+}
+
+}  // namespace
+
+mvPair<std::int32_t> mf_LobeSupport(const mvLobeParameters& lobe) {
+    const LobeInBins bins(lobe);
+    const double c = std::abs(bins.cosine), s = std::abs(bins.sine);
+    const mvPair<double> sigma = bins.sigma, plateau = bins.plateau;
+    const double width = 8.0 * std::max(c * sigma.x, s * sigma.y) +
+                         2.0 * std::max(c * plateau.x, s * plateau.y) + 0.05 * bins.width;
+    const double height = 2.0 * std::max(c * plateau.y, s * plateau.x) * bins.aspect +
+                          8.0 * std::max(c * sigma.y, s * sigma.x) * bins.aspect +
+                          0.05 * bins.height;
+    return {mf_OddSide(width), mf_OddSide(height)};
+}
+
+void mf_FillLobePatch(const mvLobeParameters& lobe, bool complement, mvFilterResponse& patch) {
+    const LobeInBins bins(lobe);
+    const double distance = bins.width * lobe.frequency;
+    const double fx = subBin(bins.cosine * distance + static_cast<double>(lobe.size.x >> 1));
+    const double fy =
+        subBin(bins.sine * distance * bins.aspect + static_cast<double>(lobe.size.y >> 1));
+    const double kx = 1.0 / (-2.0 * bins.sigma.x * bins.sigma.x);
+    const double ky = 1.0 / (-2.0 * bins.sigma.y * bins.sigma.y);
+    const mvXform<2> turn(mvMatrix<2>(1.0, 1.0, mvRadian(0.0), -lobe.angle), mvVector<2>(0.0, 0.0));
+
+    const long halfWidth = patch.width() >> 1, halfHeight = patch.height() >> 1;
+    float* gain = patch.data();
+    for (long j = -halfHeight; j <= halfHeight; ++j) {
+        const double y = (static_cast<double>(j) - fy) / bins.aspect;
+        for (long i = -halfWidth; i <= halfWidth; ++i) {
+            const mvVector<2> inLobe = turn * mvVector<2>(static_cast<double>(i) - fx, y);
+            const double du = std::max(std::abs(inLobe.x()) - bins.plateau.x, 0.0);
+            const double dv = std::max(std::abs(inLobe.y()) - bins.plateau.y, 0.0);
+            const double falloff = std::exp(dv * dv * ky + du * du * kx);
+            *gain++ = static_cast<float>(complement ? 1.0 - falloff : falloff);
+        }
+    }
+}
+
+mf_PatchPlacement::mf_PatchPlacement(const mvLobeParameters& lobe, const mvFilterResponse& patch)
+    : width(lobe.size.x), height(lobe.size.y) {
+    const double cosine = std::cos(lobe.angle.toDouble());
+    const double sine = std::sin(lobe.angle.toDouble());
+    const double w = static_cast<double>(width), h = static_cast<double>(height);
+    const double distance = w * lobe.frequency;
+    const long column = mf_Truncate<std::int32_t>(cosine * distance) + width / 2;
+    const long row = mf_Truncate<std::int32_t>(sine * distance * (h * (1.0 / w))) + height / 2;
+    const long halfWidth = patch.width() >> 1, halfHeight = patch.height() >> 1;
+    colMin = column - halfWidth;
+    colMax = column + halfWidth;
+    rowMin = row - halfHeight;
+    rowMax = row + halfHeight;
+}

@@ -1,0 +1,62 @@
+// The patch: a lobe's stored gains and the walk over the plane that applies them.
+#pragma once
+
+#include <filt/freqfilt/internal/outside.h>
+#include <filt/freqfilt/lobe_filter.h>
+#include <filt/freqfilt/response.h>
+#include <algorithm>
+#include <cstdint>
+
+/// The columns and rows of the patch. Throws std::length_error when one of them does not fit.
+mvPair<std::int32_t> mf_LobeSupport(const mvLobeParameters& lobe);
+
+/// Fills the patch row by row with exp(-du^2 / (2 sx^2) - dv^2 / (2 sy^2)), du and dv being the
+/// distances beyond the flat top along and across the lobe, or with its complement to 1.
+void mf_FillLobePatch(const mvLobeParameters& lobe, bool complement, mvFilterResponse& patch);
+
+/// Where the patch lies on the plane, in shifted coordinates.
+struct mf_PatchPlacement {
+    mf_PatchPlacement(const mvLobeParameters& lobe, const mvFilterResponse& patch);
+
+    long width, height;   // of the plane
+    long colMin, colMax;  // colMax itself is not used
+    long rowMin, rowMax;  // inclusive
+};
+
+/// Writes src times the patch's gains to dst, which may be src; outside the patch goes through
+/// `outside`. Gains outside the plane are dropped, elements without a gain are outside.
+template <class Outside>
+void mf_ApplyPatch(const mf_PatchPlacement& at, const mvFilterResponse& patch, const float* src,
+                   float* dst, Outside outside) {
+    const long colEnd = std::min({at.colMax, at.colMin + patch.width(), at.width});
+    const long rowEnd = std::min({at.rowMax + 1, at.rowMin + patch.height(), at.height});
+    const long colBegin = std::max(at.colMin, 0L);
+    const long middle = at.width / 2;
+
+    // Shifted columns low .. high - 1 of one row, which stand side by side in storage as well.
+    const auto applyRun = [&](long low, long high, const float* gains, const float* from,
+                              float* to) {
+        const long begin = std::clamp(colBegin, low, high);
+        const long end = std::clamp(colEnd, begin, high);
+        outside(from, to, begin - low);
+        for (long x = begin; x < end; ++x) {
+            const float gain = gains[x - at.colMin];
+            const long i = 2 * (x - low);
+            to[i] = from[i] * gain;
+            to[i + 1] = from[i + 1] * gain;
+        }
+        outside(from + 2 * (end - low), to + 2 * (end - low), high - end);
+    };
+
+    for (long y = 0; y < at.height; ++y, src += 2 * at.width, dst += 2 * at.width) {
+        const long row = (y + at.height / 2) % at.height;
+        if (row < at.rowMin || row >= rowEnd) {
+            outside(src, dst, at.width);
+            continue;
+        }
+        const float* const gains = patch.data() + (row - at.rowMin) * patch.width();
+        const long firstHalf = 2 * (at.width - middle);
+        applyRun(middle, at.width, gains, src, dst);
+        applyRun(0, middle, gains, src + firstHalf, dst + firstHalf);
+    }
+}

@@ -1,0 +1,80 @@
+// What the Gabor and the Gabor-reject filter have in common.
+#include <filt/fft/internal/archive_routines.h>
+#include <filt/freqfilt/internal/filter_checks.h>
+#include <filt/freqfilt/internal/patch.h>
+#include <filt/freqfilt/internal/response_filter.h>
+#include <filt/freqfilt/lobe_filter.h>
+
+template class mvResponseFilter<mvLobeParameters>;
+
+void mvLobeFilter::requireValid(const mvLobeParameters& wanted, const char* radiusMessage) {
+    using InvalidArgument = mvFrequencyDefs::InvalidArgument;
+    if (!(wanted.frequency >= 0.0 && wanted.frequency <= 0.5)) {
+        throw InvalidArgument("Frequency must be between 0.0 and 0.5.");
+    }
+    if (wanted.sigma.x <= 0.0 || wanted.sigma.y <= 0.0) {
+        throw InvalidArgument("Sigma values must be positive.");
+    }
+    if (wanted.plateau.x < 0.0 || wanted.plateau.y < 0.0) {
+        throw InvalidArgument("Plateau values cannot be negative.");
+    }
+    if (wanted.dcRadius < 0) throw InvalidArgument(radiusMessage);
+    mf_RequirePowersOfTwo(wanted.size);
+}
+
+void mvLobeFilter::build(const mvLobeParameters& wanted, bool complement) {
+    const mvPair<std::int32_t> support = mf_LobeSupport(wanted);
+    rebuild(wanted, support.x, support.y);
+    mf_FillLobePatch(wanted, complement, response_);
+}
+
+long mvLobeFilter::supportWidth() const {
+    response_.requireSet();
+    return response_.width();
+}
+
+long mvLobeFilter::supportHeight() const {
+    response_.requireSet();
+    return response_.height();
+}
+
+void mvLobeFilter::sigma(const mvPair<double>& value) {
+    change(&mvLobeParameters::sigma, value);
+}
+void mvLobeFilter::plateau(const mvPair<double>& value) {
+    change(&mvLobeParameters::plateau, value);
+}
+void mvLobeFilter::angle(mvRadian value) {
+    change(&mvLobeParameters::angle, value);
+}
+void mvLobeFilter::frequency(double value) {
+    change(&mvLobeParameters::frequency, value);
+}
+void mvLobeFilter::size(const mvPair<long>& value) {
+    change(&mvLobeParameters::size, value);
+}
+void mvLobeFilter::dcRadius(long value) {
+    change(&mvLobeParameters::dcRadius, value);
+}
+
+bool mvLobeFilter::sameAs(const mvLobeFilter& other) const {
+    if (!sameShape(other)) return false;
+    if (!response_.isSet()) return true;
+    const mvLobeParameters &a = parameters_, &b = other.parameters_;
+    return mf_SameValue(a.angle, b.angle) && mf_SameValue(a.frequency, b.frequency) &&
+           mf_SameValue(a.sigma, b.sigma) && mf_SameValue(a.plateau, b.plateau) &&
+           a.size == b.size && a.dcRadius == b.dcRadius &&
+           mf_SameFloats(data(), other.data(), response_.size());
+}
+
+void mvLobeFilter::exchange(mvArchive& ar) {
+    double angle = parameters_.angle.toDouble();
+    response_.exchangeSize(ar);
+    ar || angle || parameters_.frequency;
+    parameters_.angle = mvRadian(angle);
+    mf_ExchangePair(ar, parameters_.sigma);
+    mf_ExchangePair(ar, parameters_.plateau);
+    mf_ExchangePair(ar, parameters_.size);
+    ar || parameters_.dcRadius;
+    response_.exchangeGains(ar);
+}

@@ -1,0 +1,69 @@
+// What the Gabor and the Gabor-reject filter have in common.
+#pragma once
+
+#include <filt/export.h>
+#include <filt/freqfilt/response_filter.h>
+
+/// What a lobe filter is built from. `sigma`, `plateau` (x along the lobe's direction, y across it)
+/// and `frequency` are in cycles per pixel, `angle` in radians.
+struct mvLobeParameters {
+    mvPair<double> sigma;
+    mvPair<double> plateau;
+    mvRadian angle;
+    double frequency = 0.0;
+    mvPair<long> size;
+    long dcRadius = 0;
+};
+
+extern template class mvResponseFilter<mvLobeParameters>;
+
+/// A filter whose response is one turned elliptical Gaussian with a flat top.
+///
+/// The lobe's centre lies at the distance `frequency` from DC in the direction `angle`, x to the
+/// right and y downwards; its axes are turned by the same angle. Lengths are in cycles per pixel of
+/// the filter's width. There is no mirror lobe, so an image filtered with it is complex. Only a
+/// patch of odd size around the centre is stored, its support.
+///
+/// Where the patch is laid, the centre is truncated toward DC; its last column is not used; what
+/// falls outside the plane is dropped.
+///
+/// Getters and setters throw mvFrequencyDefs::Uninitialized while there is no response. A setter
+/// with the stored value does nothing; any other builds the filter anew and throws what `set`
+/// throws.
+class MVFREQ_API mvLobeFilter : public mvResponseFilter<mvLobeParameters> {
+  public:
+    /// The Gaussian widths in cycles per pixel, along and across, above 0.
+    mvPair<double> sigma() { return parameters().sigma; }
+    void sigma(const mvPair<double>& value);
+
+    /// The half-sizes of the flat top in cycles per pixel, along and across, 0 or more.
+    mvPair<double> plateau() { return parameters().plateau; }
+    void plateau(const mvPair<double>& value);
+
+    /// The direction of the lobe from DC and the turn of its axes.
+    mvRadian angle() { return parameters().angle; }
+    void angle(mvRadian value);
+
+    /// The distance of the lobe's centre from DC in cycles per pixel, 0.0 to 0.5.
+    double frequency() const { return parameters().frequency; }
+    void frequency(double value);
+
+    /// The padded size of the buffers that the filter is for.
+    mvPair<long> size() { return parameters().size; }
+    void size(const mvPair<long>& value);
+
+    /// The columns and rows of the stored patch; odd.
+    long supportWidth() const;
+    long supportHeight() const;
+
+  protected:
+    /// The checks that come before `create` changes anything; the message is that of the radius.
+    static void requireValid(const mvLobeParameters& wanted, const char* radiusMessage);
+
+    /// Builds the patch of valid parameters, or its complement to 1.
+    void build(const mvLobeParameters& wanted, bool complement);
+
+    void dcRadius(long value);
+    bool sameAs(const mvLobeFilter& other) const;
+    void exchange(mvArchive& ar);
+};

@@ -1,0 +1,78 @@
+// The stored response of a filter.
+#include <filt/fft/errors.h>
+#include <filt/fft/internal/archive_routines.h>
+#include <filt/freqfilt/response.h>
+#include <algorithm>
+#include <utility>
+
+namespace {
+
+constexpr std::size_t kSlackFloats = 3;
+
+}  // namespace
+
+mvFilterResponse& mvFilterResponse::operator=(const mvFilterResponse& other) {
+    if (this == &other) return *this;
+    if (!other.isSet()) {
+        data_ = nullptr;
+        return *this;
+    }
+    allocate(other.width_, other.height_);
+    std::copy_n(other.data_, size(), data_);
+    return *this;
+}
+
+mvFilterResponse& mvFilterResponse::operator=(mvFilterResponse&& other) noexcept {
+    if (this == &other) return *this;
+    width_ = other.width_;
+    height_ = other.height_;
+    storage_ = std::move(other.storage_);
+    data_ = std::exchange(other.data_, nullptr);
+    return *this;
+}
+
+void mvFilterResponse::requireSet() const {
+    if (!isSet()) {
+        throw mvFrequencyDefs::Uninitialized("FrequencyFilter has not been initialized");
+    }
+}
+
+std::size_t mvFilterResponse::size() const noexcept {
+    const std::int64_t size = static_cast<std::int64_t>(width_) * height_;
+    return size > 0 ? static_cast<std::size_t>(size) : 0;
+}
+
+void mvFilterResponse::allocate(std::int32_t width, std::int32_t height) {
+    const std::int64_t gains = static_cast<std::int64_t>(width) * height;
+    const auto needed = static_cast<std::size_t>(std::max<std::int64_t>(gains, 0)) + kSlackFloats;
+    if (storage_.size() != needed) {
+        mvFloatArray fresh(needed);
+        storage_.swap(fresh);
+    }
+    data_ = storage_.data();
+    width_ = width;
+    height_ = height;
+}
+
+void mvFilterResponse::exchangeSize(mvArchive& ar) {
+    if (!ar.isStoring()) data_ = nullptr;
+    ar || width_ || height_;
+}
+
+void mvFilterResponse::exchangeGains(mvArchive& ar) {
+    bool hasGains = isSet();
+    ar || hasGains;
+    if (ar.isStoring()) {
+        mf_StoreFloats(ar, data_, hasGains ? size() : 0);
+        return;
+    }
+    mf_LoadedFloats floats = mf_LoadFloats(ar, kSlackFloats);
+    if (hasGains) {
+        constexpr std::size_t kLargestPadded = 16 * 1024 * 1024;
+        mf_PadFloats(floats, size(), kSlackFloats, kLargestPadded);
+        storage_ = std::move(floats.values);
+        data_ = storage_.data();
+    } else {
+        storage_ = mvFloatArray();
+    }
+}

@@ -1,0 +1,45 @@
+// A filter that is built from parameters and holds a stored response.
+#pragma once
+
+#include <filt/export.h>
+#include <filt/freqfilt/filter.h>
+#include <filt/freqfilt/response.h>
+
+/// What ring and lobe filters have in common: parameters, a response built from them, and how both
+/// are copied.
+///
+/// A copy has its own response. Assignment from a filter without response drops the target's
+/// response and nothing else: its flag and parameters stay. Moving leaves the source without
+/// response.
+template <class Parameters>
+class MVFREQ_API mvResponseFilter : public mvFrequencyFilter {
+  protected:
+    mvResponseFilter();
+    mvResponseFilter(const mvResponseFilter& other);
+    mvResponseFilter(mvResponseFilter&& other) noexcept;
+    mvResponseFilter& operator=(const mvResponseFilter& other);
+    mvResponseFilter& operator=(mvResponseFilter&& other) noexcept;
+    ~mvResponseFilter() override;
+
+    /// Checks the parameters and builds the response; nothing changes when a check fails.
+    virtual void create(const Parameters& wanted) = 0;
+
+    /// Announces the change, makes room for width x height gains and takes the parameters over;
+    /// the caller writes the gains.
+    void rebuild(const Parameters& wanted, std::int32_t width, std::int32_t height);
+
+    /// Throws mvFrequencyDefs::Uninitialized while there is no response.
+    const Parameters& parameters() const;
+
+    /// What every setter does.
+    template <class Value>
+    void change(Value Parameters::*parameter, const Value& value);
+
+    /// Equal flags, presence and sizes of the responses; true for two filters without response.
+    bool sameShape(const mvResponseFilter& other) const;
+
+    float* data() const { return response_.data(); }
+
+    Parameters parameters_;
+    mvFilterResponse response_;
+};

@@ -1,0 +1,58 @@
+// What the band-pass and the band-reject filter have in common.
+#pragma once
+
+#include <filt/export.h>
+#include <filt/freqfilt/response_filter.h>
+
+/// What a ring filter is built from. `frequency`, `sigma` and `plateau` are in cycles per pixel.
+struct mvRingParameters {
+    double sigma = 0.0;
+    double plateau = 0.0;
+    double frequency = 0.0;
+    mvPair<long> size;
+    long dcRadius = 0;
+};
+
+extern template class mvResponseFilter<mvRingParameters>;
+
+/// A filter whose response depends on the distance from a ring around DC alone.
+///
+/// The ring's radius is `frequency`; the response has a flat top of half-width `plateau` and
+/// Gaussian flanks of width `sigma`, all in cycles per pixel of the filter's width. It is stored as
+/// a radial profile, 32 gains per frequency bin, and ends about four sigmas from the ring.
+///
+/// Getters and setters throw mvFrequencyDefs::Uninitialized while there is no response. A setter
+/// with the stored value does nothing; any other builds the filter anew and throws what `set`
+/// throws.
+class MVFREQ_API mvRingFilter : public mvResponseFilter<mvRingParameters> {
+  public:
+    /// The radius of the ring in cycles per pixel, 0.0 to 0.5.
+    double frequency() const { return parameters().frequency; }
+    void frequency(double value);
+
+    /// The Gaussian width of the flanks in cycles per pixel, above 0.
+    double sigma() const { return parameters().sigma; }
+    void sigma(double value);
+
+    /// The half-width of the flat top in cycles per pixel, 0 or more.
+    double plateau() const { return parameters().plateau; }
+    void plateau(double value);
+
+    /// The padded size of the buffers that the filter is for.
+    mvPair<long> size() const { return parameters().size; }
+    void size(const mvPair<long>& value);
+
+    /// The length of the profile in frequency bins; odd.
+    long supportWidth() const;
+
+  protected:
+    /// The checks that come before `create` changes anything; the message is that of the radius.
+    static void requireValid(const mvRingParameters& wanted, const char* radiusMessage);
+
+    /// Builds the profile of valid parameters, or its complement to 1.
+    void build(const mvRingParameters& wanted, bool complement);
+
+    void dcRadius(long value);
+    bool sameAs(const mvRingFilter& other) const;
+    void exchange(mvArchive& ar);
+};
