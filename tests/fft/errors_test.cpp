@@ -1,0 +1,154 @@
+// The error classes: numbers, family, archive form, rethrow.
+#include <filt/fft/errors.h>
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <sstream>
+#include <string>
+#include <typeinfo>
+
+namespace {
+
+template <class E>
+struct ErrorTest : testing::Test {};
+
+template <class E>
+struct Facts;
+
+#define FACTS(Class, Number)                                            \
+    template <>                                                         \
+    struct Facts<mvFrequencyDefs::Class> {                              \
+        static constexpr long number = Number;                          \
+        static constexpr const char* name = "mvFrequencyDefs::" #Class; \
+    };
+FACTS(InvalidArgument, 0x10006300)
+FACTS(Uninitialized, 0x10006301)
+FACTS(InvalidSize, 0x10006302)
+FACTS(UnboundWindow, 0x10006303)
+FACTS(InvalidBuffer, 0x10006304)
+FACTS(BadCoord, 0x10006305)
+#undef FACTS
+
+using Leaves = testing::Types<mvFrequencyDefs::InvalidArgument, mvFrequencyDefs::Uninitialized,
+                              mvFrequencyDefs::InvalidSize, mvFrequencyDefs::UnboundWindow,
+                              mvFrequencyDefs::InvalidBuffer, mvFrequencyDefs::BadCoord>;
+TYPED_TEST_SUITE(ErrorTest, Leaves, );
+
+std::string stored(mvPersistent& object) {
+    std::ostringstream out;
+    mvArchive ar(out);
+    ar || object;
+    return out.str();
+}
+
+// The text and number of the UnknownVersion that loading the bytes throws.
+std::string refusal(mvPersistent& object, const std::string& bytes) {
+    std::istringstream in(bytes);
+    mvArchive ar(in);
+    try {
+        ar || object;
+    } catch (const mvArchive::UnknownVersion& error) {
+        return std::string(error.text()) + " " + std::to_string(error.number());
+    }
+    return "nothing";
+}
+
+TYPED_TEST(ErrorTest, HasItsNumber) {
+    EXPECT_EQ(TypeParam("x").errorNumber(), Facts<TypeParam>::number);
+}
+
+TYPED_TEST(ErrorTest, IsCaughtAsEveryClassOfItsFamily) {
+    EXPECT_THROW(throw TypeParam("x"), TypeParam);
+    EXPECT_THROW(throw TypeParam("x"), mvFrequencyDefs::Errors);
+    EXPECT_THROW(throw TypeParam("x"), mvExceptionWithString);
+    EXPECT_THROW(throw TypeParam("x"), mvException);
+    EXPECT_THROW(throw TypeParam("x"), mvPersistent);
+}
+
+TYPED_TEST(ErrorTest, KeepsItsMessageThroughCopiesAndMoves) {
+    const TypeParam original("the text");
+    TypeParam copy(original);
+    EXPECT_STREQ(copy.message(), "the text");
+    TypeParam assigned;
+    EXPECT_EQ(assigned.message(), nullptr);
+    EXPECT_EQ(&(assigned = original), &assigned);
+    EXPECT_STREQ(assigned.message(), "the text");
+    const TypeParam moved(std::move(copy));
+    EXPECT_STREQ(moved.message(), "the text");
+    TypeParam moveAssigned(nullptr);
+    EXPECT_EQ(&(moveAssigned = std::move(assigned)), &moveAssigned);
+    EXPECT_STREQ(moveAssigned.message(), "the text");
+}
+
+TYPED_TEST(ErrorTest, WritesItsMessage) {
+    std::ostringstream out;
+    out << TypeParam("the text");
+    EXPECT_EQ(out.str(), "the text");
+}
+
+TYPED_TEST(ErrorTest, StoresTwoVersionBytesAndItsMessage) {
+    TypeParam error("ab");
+    EXPECT_EQ(stored(error), std::string("\0\0\1\2\0\0\0ab", 9));
+    TypeParam silent;
+    EXPECT_EQ(stored(silent), std::string("\0\0\0", 3));
+}
+
+TYPED_TEST(ErrorTest, ComesBackFromAnArchiveAsItsOwnClass) {
+    for (const char* message : {"the text", static_cast<const char*>(nullptr)}) {
+        std::stringstream stream;
+        TypeParam error(message);
+        mvPersistent* pointer = &error;
+        mvArchive out(static_cast<std::ostream&>(stream));
+        out || pointer;
+        mvArchive in(static_cast<std::istream&>(stream));
+        const auto loaded = mfLoad<mvFrequencyDefs::Errors>(in);
+        ASSERT_TRUE(loaded);
+        EXPECT_EQ(typeid(*loaded), typeid(TypeParam));
+        EXPECT_STREQ(loaded->message(), message);
+    }
+}
+
+TYPED_TEST(ErrorTest, RefusesAnUnknownVersionByItsName) {
+    TypeParam error;
+    const std::string name = Facts<TypeParam>::name;
+    EXPECT_EQ(refusal(error, std::string("\1\0\0", 3)), name + " 0");
+    EXPECT_EQ(refusal(error, std::string("\xff\0\0", 3)), name + " 0");
+    EXPECT_EQ(refusal(error, std::string("\0\1\0", 3)), "mvFrequencyDefs::Errors 0");
+    EXPECT_EQ(refusal(error, std::string("\0\0\0", 3)), "nothing");
+}
+
+TYPED_TEST(ErrorTest, IsStoredOncePerArchive) {
+    TypeParam error("ab");
+    std::ostringstream out;
+    mvArchive ar(out);
+    mvPersistent& object = error;
+    ar || object;
+    const auto size = out.str().size();
+    ar || object;
+    EXPECT_EQ(out.str().size(), size);
+    EXPECT_EQ(stored(object).size(), size) << "another archive stores it again";
+}
+
+TYPED_TEST(ErrorTest, SuicideDeletesItAndThrowsACopy) {
+    struct Counted : TypeParam {
+        Counted(const char* message, int& count) : TypeParam(message), count_(count) {}
+        ~Counted() override { ++count_; }
+        int& count_;
+    };
+    int deleted = 0;
+    mvFrequencyDefs::Errors* error = new Counted("the text", deleted);
+    try {
+        error->suicideAndRethrow();
+        FAIL() << "nothing was thrown";
+    } catch (const mvFrequencyDefs::Errors& thrown) {
+        EXPECT_EQ(typeid(thrown), typeid(TypeParam));
+        EXPECT_STREQ(thrown.message(), "the text");
+    }
+    EXPECT_EQ(deleted, 1);
+}
+
+TEST(Errors, IsAbstract) {
+    EXPECT_TRUE(std::is_abstract_v<mvFrequencyDefs::Errors>);
+}
+
+}  // namespace
