@@ -1,0 +1,116 @@
+// Commands, options, and what is wrong with them.
+#include <unistd.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <regex>
+
+#include "support/png_file.h"
+#include "support/program.h"
+
+namespace {
+
+constexpr const char* commands[] = {"bandpass", "bandreject", "gabor", "gaborreject",
+                                    "convolve", "spectrum",   "apply", "info"};
+
+using CommandLine = ProgramTest;
+
+TEST_F(CommandLine, TellsItsVersion) {
+    EXPECT_TRUE(
+        std::regex_match(succeed({"--version"}).out, std::regex("mvfreq \\d+\\.\\d+\\.\\d+\n")));
+}
+
+TEST_F(CommandLine, ListsItsCommands) {
+    const std::string help = succeed({"--help"}).out;
+    for (const char* command : commands)
+        EXPECT_NE(help.find(command), std::string::npos) << command;
+}
+
+struct Wrong {
+    Arguments arguments;
+    std::string text;
+};
+
+class BadArguments : public ProgramTest, public ::testing::WithParamInterface<Wrong> {};
+
+TEST_P(BadArguments, EndWithExitCode2) {
+    writePng(path("in.png"), noisePng(16, 8, 8));
+    const Outcome outcome = run(GetParam().arguments);
+    EXPECT_EQ(outcome.exitCode, 2);
+    EXPECT_EQ(outcome.out, "");
+    EXPECT_EQ(outcome.err.rfind("mvfreq: ", 0), 0u) << outcome.err;
+    EXPECT_NE(outcome.err.find(GetParam().text), std::string::npos) << outcome.err;
+    EXPECT_EQ(files(), std::vector<std::string>{"in.png"});
+}
+
+Wrong ring(const char* command, const char* frequency, const char* sigma, const char* plateau,
+           const char* radius, const char* text) {
+    return {{command, "--frequency", frequency, "--sigma", sigma, "--plateau", plateau,
+             "--dc-radius", radius, "in.png", "out.png"},
+            text};
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Parsing, BadArguments,
+    ::testing::Values(
+        Wrong{{}, "subcommand is required"}, Wrong{{"blur"}, ""}, Wrong{{"--nonsense"}, ""},
+        Wrong{{"spectrum"}, "input is required"},
+        Wrong{{"spectrum", "in.png"}, "output is required"},
+        Wrong{{"spectrum", "in.png", "out.png", "more.png"}, "more.png"},
+        Wrong{{"spectrum", "--border", "red", "in.png", "out.png"}, "--border"},
+        Wrong{{"bandpass", "--sigma", "0.1", "in.png", "out.png"}, "--frequency is required"},
+        Wrong{{"bandpass", "--frequency", "0.1", "in.png", "out.png"}, "--sigma is required"},
+        Wrong{{"bandpass", "--frequency", "low", "--sigma", "0.1", "in.png", "out.png"},
+              "--frequency"},
+        Wrong{{"convolve", "in.png", "out.png"}, "--kernel is required"},
+        Wrong{{"info"}, "archive is required"}));
+
+INSTANTIATE_TEST_SUITE_P(
+    Parameters, BadArguments,
+    ::testing::Values(
+        ring("bandpass", "0.6", "0.1", "0", "0", "Frequency must be between 0.0 and 0.5."),
+        ring("bandreject", "-0.1", "0.1", "0", "0", "Frequency must be between 0.0 and 0.5."),
+        ring("gabor", "nan", "0.1", "0", "0", "Frequency must be between 0.0 and 0.5."),
+        ring("bandpass", "0.1", "0", "0", "0", "Sigma must be positive."),
+        ring("gaborreject", "0.1", "-1", "0", "0", "Sigma values must be positive."),
+        ring("bandreject", "0.1", "0.1", "-1", "0", "Plateau cannot be negative."),
+        ring("gabor", "0.1", "0.1", "-1", "0", "Plateau values cannot be negative."),
+        ring("bandpass", "0.1", "0.1", "0", "-1", "DC Removal Radius cannot be negative."),
+        ring("gaborreject", "0.1", "0.1", "0", "-1", "DC Protection Radius cannot be negative."),
+        ring("bandpass", "0.1", "0.1", "0", "5", "--dc-radius: at most 4 fits a plane of 16 x 8"),
+        ring("bandreject", "0.1", "0.1", "0", "2000000000", "--dc-radius: at most 4"),
+        ring("bandpass", "0.1", "1e12", "0", "0", "too large"),
+        ring("gabor", "0.1", "1e12", "0", "0", "too large"),
+        Wrong{{"gabor", "--frequency", "0.1", "--sigma", "0.1", "--sigma-across", "-1", "in.png",
+               "out.png"},
+              "Sigma values must be positive."}));
+
+TEST_F(CommandLine, TakesANegativeAngle) {
+    writePng(path("in.png"), noisePng(16, 8, 8));
+    succeed(
+        {"gabor", "--frequency", "0.1", "--sigma", "0.1", "--angle", "-45", "in.png", "out.png"});
+}
+
+// The indented lines below "Example:", as they are pasted into a shell.
+std::string exampleOf(const std::string& help) {
+    const std::size_t begin = help.find("Example:\n");
+    return begin == std::string::npos ? "" : help.substr(begin + 9);
+}
+
+class Help : public ProgramTest, public ::testing::WithParamInterface<const char*> {};
+
+TEST_P(Help, GivesAnExampleThatRuns) {
+    namespace fs = std::filesystem;
+    const std::string example = exampleOf(succeed({GetParam(), "--help"}).out);
+    ASSERT_NE(example.find(std::string("mvfreq ") + GetParam()), std::string::npos);
+    fs::create_directory(path("bin"));
+    fs::create_symlink(MVFREQ_PROGRAM, path("bin/mvfreq"));
+    fs::create_symlink(MVFREQ_EXAMPLES, path("examples"));
+    write("example.sh", "set -e\ncd '" + path("") + "'\nPATH=$PWD/bin:$PATH\n" + example);
+    EXPECT_EQ(std::system(("sh '" + path("example.sh") + "' >/dev/null").c_str()), 0) << example;
+}
+
+INSTANTIATE_TEST_SUITE_P(Commands, Help, ::testing::ValuesIn(commands),
+                         [](const auto& test) { return std::string(test.param); });
+
+}  // namespace

@@ -1,0 +1,78 @@
+// The command line of the program.
+#include "command_line.h"
+
+#include <CLI/CLI.hpp>
+#include <iostream>
+#include <memory>
+#include <string>
+
+#include "archive_report.h"
+#include "failure.h"
+#include "filter_commands.h"
+#include "spectrum.h"
+
+namespace {
+
+struct SpectrumRun {
+    std::string input;
+    std::string output;
+    Border border = Border::mirror;
+};
+
+void addSpectrum(CLI::App& app, Work& work) {
+    const auto run = std::make_shared<SpectrumRun>();
+    CLI::App* command = app.add_subcommand(
+        "spectrum", "Write the centred log magnitude of the spectrum as an 8-bit picture");
+    command->add_option("input", run->input, inputHelp)->required();
+    command->add_option("output", run->output, "8-bit grey PNG of the padded size")->required();
+    addBorder(*command, run->border);
+    command->footer("Example:\n  mvfreq spectrum examples/pictures/printed.png spectrum.png");
+    command->callback(
+        [run, &work] { work = [run] { writeSpectrum(run->input, run->output, run->border); }; });
+}
+
+void printReport(const std::string& path) {
+    reportArchive(path, std::cout);
+    if (!std::cout.flush()) throw Failure("standard output could not be written");
+}
+
+void addInfo(CLI::App& app, Work& work) {
+    const auto path = std::make_shared<std::string>();
+    CLI::App* command = app.add_subcommand("info", "Tell what an archive holds");
+    command->add_option("archive", *path, "Archive of filters or errors")->required();
+    command->footer(
+        "Example:\n"
+        "  mvfreq bandpass --frequency 0.03 --sigma 0.012 --save filter.mva \\\n"
+        "    examples/pictures/woven.png filtered.png\n"
+        "  mvfreq info filter.mva");
+    command->callback([path, &work] { work = [path] { printReport(*path); }; });
+}
+
+// CLI11 reports help and version as exceptions, too.
+void printOrReject(const CLI::App& app, const CLI::ParseError& outcome) {
+    if (outcome.get_exit_code() != 0)
+        throw BadArgument(std::string(outcome.what()) + " (mvfreq --help tells more)");
+    app.exit(outcome);
+}
+
+}  // namespace
+
+Work readCommandLine(int argc, char** argv) {
+    CLI::App app(
+        "Filters pictures in the frequency domain. Frequencies and widths are in cycles per pixel: "
+        "a texture that repeats every 8 pixels has the frequency 0.125.",
+        "mvfreq");
+    app.set_version_flag("--version", "mvfreq " MVFREQ_VERSION);
+    app.require_subcommand(1);
+    app.footer("mvfreq COMMAND --help shows the options of a command and an example.");
+    Work work = [] {};
+    addFilterCommands(app, work);
+    addSpectrum(app, work);
+    addInfo(app, work);
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::ParseError& outcome) {
+        printOrReject(app, outcome);
+    }
+    return work;
+}

@@ -1,0 +1,11 @@
+// The command line of the program.
+#pragma once
+
+#include <functional>
+
+/// The work that a command line asks for.
+using Work = std::function<void()>;
+
+/// Reads the command line and returns its work, not yet begun. Help and version are printed at once
+/// and leave nothing to do. Throws BadArgument.
+Work readCommandLine(int argc, char** argv);

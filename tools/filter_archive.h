@@ -1,0 +1,19 @@
+// Filters in archive files.
+#pragma once
+
+#include <filt/freqfilt.h>
+
+#include <memory>
+#include <string>
+
+class OutputFile;
+
+/// Writes the filter by pointer, under its class name, so that reading needs no class.
+void saveFilter(OutputFile& file, mvFrequencyFilter& filter);
+
+/// Reads a filter of any class. Throws a Failure for a file that cannot be read or holds none.
+std::unique_ptr<mvFrequencyFilter> loadFilter(const std::string& path);
+
+/// The size of the planes the filter is built for. Throws mvFrequencyDefs::Uninitialized for a
+/// filter without response.
+mvPair<long> filterSize(mvFrequencyFilter& filter);

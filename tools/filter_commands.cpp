@@ -1,0 +1,193 @@
+// The commands that filter a picture.
+#include "filter_commands.h"
+
+#include <algorithm>
+#include <map>
+#include <memory>
+#include <numbers>
+#include <optional>
+#include <string>
+
+#include "failure.h"
+#include "filter_archive.h"
+#include "filter_picture.h"
+#include "kernel_filter.h"
+
+namespace {
+
+std::string text(mvPair<long> size) {
+    return std::to_string(size.x) + " x " + std::to_string(size.y);
+}
+
+// A filter command: what all of them read and write, and how this one makes its filter.
+struct FilterCommand {
+    FilterRun run;
+    virtual ~FilterCommand() = default;
+    virtual void addOptions(CLI::App& command) = 0;
+    virtual std::unique_ptr<mvFrequencyFilter> filter(mvPair<long> size) const = 0;
+};
+
+// The square around DC that pass filters clear and reject filters keep.
+struct Radius {
+    long value = 0;
+
+    void addTo(CLI::App& command) {
+        command.add_option("--dc-radius", value,
+                           "Side (n + 1) / 2 of the square around the zero frequency that pass "
+                           "filters clear and reject filters keep; 1 is the mean alone, 0 none");
+    }
+
+    // The square reaches value - 1 bins to either side.
+    long within(mvPair<long> size) const {
+        const long largest = std::max(std::min(size.x, size.y) / 2, 1l);
+        if (value <= largest) return value;
+        throw BadArgument("--dc-radius: at most " + std::to_string(largest) + " fits a plane of " +
+                          text(size));
+    }
+};
+
+template <class Filter>
+struct RingCommand : FilterCommand {
+    double frequency = 0, sigma = 0, plateau = 0;
+    Radius radius;
+
+    void addOptions(CLI::App& command) override {
+        command.add_option("--frequency", frequency, "Radius of the ring, 0 to 0.5")->required();
+        command.add_option("--sigma", sigma, "Width of its Gaussian flanks")->required();
+        command.add_option("--plateau", plateau, "Half-width of its flat top");
+        radius.addTo(command);
+    }
+
+    std::unique_ptr<mvFrequencyFilter> filter(mvPair<long> size) const override {
+        return std::make_unique<Filter>(sigma, plateau, frequency, size, radius.within(size));
+    }
+};
+
+template <class Filter>
+struct LobeCommand : FilterCommand {
+    double frequency = 0, degrees = 0, sigma = 0, plateau = 0;
+    std::optional<double> sigmaAcross, plateauAcross;
+    Radius radius;
+
+    void addOptions(CLI::App& command) override {
+        command.add_option("--frequency", frequency, "Distance of the lobe from DC, 0 to 0.5")
+            ->required();
+        command.add_option("--angle", degrees,
+                           "Its direction in degrees: 0 for vertical stripes, 90 for horizontal");
+        command.add_option("--sigma", sigma, "Its Gaussian width along that direction")->required();
+        command.add_option("--sigma-across", sigmaAcross, "Across it; else the same");
+        command.add_option("--plateau", plateau, "Half-size of its flat top along the direction");
+        command.add_option("--plateau-across", plateauAcross, "Across it; else the same");
+        radius.addTo(command);
+    }
+
+    std::unique_ptr<mvFrequencyFilter> filter(mvPair<long> size) const override {
+        return std::make_unique<Filter>(mvPair<double>(sigma, sigmaAcross.value_or(sigma)),
+                                        mvPair<double>(plateau, plateauAcross.value_or(plateau)),
+                                        mvRadian(degrees * std::numbers::pi / 180), frequency, size,
+                                        radius.within(size));
+    }
+};
+
+struct ConvolveCommand : FilterCommand {
+    std::string kernel;
+
+    void addOptions(CLI::App& command) override {
+        command
+            .add_option("--kernel", kernel,
+                        "PNG of the weights, its centre at half its width and height; they are "
+                        "divided by their sum")
+            ->required();
+    }
+
+    std::unique_ptr<mvFrequencyFilter> filter(mvPair<long> size) const override {
+        return kernelFilter(kernel, size);
+    }
+};
+
+struct ApplyCommand : FilterCommand {
+    std::string archive;
+
+    void addOptions(CLI::App& command) override {
+        command.add_option("archive", archive, "Filter that --save wrote")->required();
+    }
+
+    std::unique_ptr<mvFrequencyFilter> filter(mvPair<long> size) const override {
+        std::unique_ptr<mvFrequencyFilter> loaded = loadFilter(archive);
+        const mvPair<long> built = filterSize(*loaded);
+        if (built == size) return loaded;
+        throw Failure(archive + ": the filter is built for pictures padded to " + text(built) +
+                      ", but " + run.input + " is padded to " + text(size));
+    }
+};
+
+void addRun(CLI::App& command, FilterRun& run) {
+    command.add_option("input", run.input, inputHelp)->required();
+    command.add_option("output", run.output, "Grey PNG of the same depth: the magnitudes")
+        ->required();
+    command.add_flag("--rescale", run.rescale,
+                     "Spread the magnitudes over the whole grey range; without it they stay grey "
+                     "levels of the input");
+    command.add_option("--angle-image", run.angleImage,
+                       "Also write the angles of the complex result, a full turn for 0 to 255");
+    command.add_option("--quadrant-image", run.quadrantImage,
+                       "Also write its quadrants: 0, 85, 170 and 255 for (+, +), (-, +), (+, -) "
+                       "and (-, -), the signs of real and imaginary part");
+    addBorder(command, run.border);
+}
+
+template <class Command>
+CLI::App& addCommand(CLI::App& app, Work& work, const char* name, const char* purpose,
+                     const char* example) {
+    const auto command = std::make_shared<Command>();
+    CLI::App& options = *app.add_subcommand(name, purpose);
+    command->addOptions(options);
+    addRun(options, command->run);
+    if constexpr (!std::is_same_v<Command, ApplyCommand>)
+        options.add_option("--save", command->run.save,
+                           "Also write the filter to an archive, for mvfreq apply");
+    options.footer(std::string("Example:\n  ") + example);
+    options.callback([command, &work] {
+        work = [command] {
+            filterPicture(command->run, [&](mvPair<long> size) { return command->filter(size); });
+        };
+    });
+    return options;
+}
+
+}  // namespace
+
+void addBorder(CLI::App& command, Border& border) {
+    const std::map<std::string, Border> values{{"mirror", Border::mirror}, {"zero", Border::zero}};
+    command
+        .add_option("--border", border,
+                    "What pads the picture to powers of two: its mirror image (the default) or "
+                    "zero")
+        ->transform(CLI::CheckedTransformer(values).description("mirror|zero"));
+}
+
+void addFilterCommands(CLI::App& app, Work& work) {
+    addCommand<RingCommand<mvFrequencyFilterBandPass>>(
+        app, work, "bandpass", "Keep the frequencies on a ring, of all directions",
+        "mvfreq bandpass --frequency 0.03 --sigma 0.012 --dc-radius 1 --rescale \\\n"
+        "    examples/pictures/woven.png defects.png");
+    addCommand<RingCommand<mvFrequencyFilterBandReject>>(
+        app, work, "bandreject", "Remove the frequencies on a ring, of all directions",
+        "mvfreq bandreject --frequency 0.24 --sigma 0.02 --plateau 0.05 \\\n"
+        "    examples/pictures/printed.png descreened.png");
+    addCommand<LobeCommand<mvFrequencyFilterGabor>>(
+        app, work, "gabor", "Keep the frequencies around one point of the spectrum",
+        "mvfreq gabor --frequency 0.143 --angle 0 --sigma 0.01 --rescale \\\n"
+        "    --angle-image phase.png examples/pictures/woven.png strength.png");
+    addCommand<LobeCommand<mvFrequencyFilterGaborReject>>(
+        app, work, "gaborreject", "Remove the frequencies around one point of the spectrum",
+        "mvfreq gaborreject --frequency 0.2 --angle 45 --sigma 0.02 \\\n"
+        "    examples/pictures/printed.png halved.png");
+    addCommand<ConvolveCommand>(app, work, "convolve", "Convolve with a kernel given as a picture",
+                                "mvfreq convolve --kernel examples/pictures/disc.png \\\n"
+                                "    examples/pictures/printed.png smooth.png");
+    addCommand<ApplyCommand>(app, work, "apply", "Apply a filter from an archive",
+                             "mvfreq bandpass --frequency 0.03 --sigma 0.012 --save filter.mva \\\n"
+                             "    examples/pictures/woven.png filtered.png\n"
+                             "  mvfreq apply filter.mva examples/pictures/woven16.png again.png");
+}

@@ -1,0 +1,52 @@
+// Filters given as a picture.
+#include "kernel_filter.h"
+
+#include "failure.h"
+#include "png_picture.h"
+
+namespace {
+
+std::string text(mvPair<long> size) {
+    return std::to_string(size.x) + " x " + std::to_string(size.y);
+}
+
+long wrapped(long position, long side) {
+    return position < 0 ? position + side : position;
+}
+
+// The kernel with its centre on pel (0, 0), the rest wrapped around the plane's edges.
+template <class T>
+mvPelBuffer<double> centredOnOrigin(const mvPelBuffer<T>& kernel, mvPair<long> size) {
+    mvPelBuffer<double> plane(size.x, size.y);
+    for (long y = 0; y < kernel.height(); ++y) {
+        double* row = plane.pointToRow(wrapped(y - kernel.height() / 2, size.y));
+        for (long x = 0; x < kernel.width(); ++x)
+            row[wrapped(x - kernel.width() / 2, size.x)] = kernel.pel(x, y);
+    }
+    return plane;
+}
+
+void divideBySum(mvPelBuffer<double>& plane, const std::string& path) {
+    double sum = 0;
+    for (long y = 0; y < plane.height(); ++y)
+        for (long x = 0; x < plane.width(); ++x) sum += plane.pel(x, y);
+    if (sum == 0) throw Failure(path + ": a kernel needs a pel that is not black");
+    for (long y = 0; y < plane.height(); ++y)
+        for (long x = 0; x < plane.width(); ++x) plane.pointToRow(y)[x] /= sum;
+}
+
+}  // namespace
+
+std::unique_ptr<mvFrequencyFilter> kernelFilter(const std::string& path, mvPair<long> size) {
+    const auto laidOut = [&](const auto& kernel) {
+        if (kernel.width() > size.x || kernel.height() > size.y)
+            throw Failure(path + ": a kernel of " + text({kernel.width(), kernel.height()}) +
+                          " does not fit the picture's plane of " + text(size));
+        return centredOnOrigin(kernel, size);
+    };
+    mvPelBuffer<double> plane = std::visit(laidOut, readPicture(path));
+    divideBySum(plane, path);
+    mvFrequencyBuffer response;
+    mfForwardFFT(plane, response);
+    return std::make_unique<mvFrequencyFilterImage>(response);
+}
