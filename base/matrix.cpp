@@ -36,7 +36,7 @@ mvMatrix<2> mvMatrix<2>::inverse() const {
         std::swap(lower[0], lower[1]);
         std::swap(upper[0], upper[1]);
     }
-    for (const double e : {upper[0], upper[1], lower[0], lower[1]}) {
+    for (const double e : {a, b, c, d, upper[0], upper[1], lower[0], lower[1]}) {
         if (!std::isfinite(e)) throw mvExceptionWithString("The matrix has no inverse.");
     }
     return {upper[0], upper[1], lower[0], lower[1]};
