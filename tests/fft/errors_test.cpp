@@ -103,8 +103,9 @@ TYPED_TEST(ErrorTest, ComesBackFromAnArchiveAsItsOwnClass) {
         mvArchive in(static_cast<std::istream&>(stream));
         const auto loaded = mfLoad<mvFrequencyDefs::Errors>(in);
         ASSERT_TRUE(loaded);
-        EXPECT_EQ(typeid(*loaded), typeid(TypeParam));
-        EXPECT_STREQ(loaded->message(), message);
+        const mvFrequencyDefs::Errors& read = *loaded;
+        EXPECT_EQ(typeid(read), typeid(TypeParam));
+        EXPECT_STREQ(read.message(), message);
     }
 }
 
