@@ -12,4 +12,3 @@ mkdir -p $images
     $pictures/woven.png $images/woven-defects.png
 "$mvfreq" bandreject --frequency 0.24 --sigma 0.02 --plateau 0.05 \
     $pictures/printed.png $images/printed-descreened.png
-"$mvfreq" spectrum $pictures/printed.png $images/printed-spectrum.png

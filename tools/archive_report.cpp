@@ -8,6 +8,7 @@
 
 #include "failure.h"
 #include "input_file.h"
+#include "size_text.h"
 
 namespace {
 
@@ -22,7 +23,7 @@ void alongAcross(std::ostream& out, const char* name, mvPair<double> value) {
 }
 
 void size(std::ostream& out, mvPair<long> size) {
-    line(out, "size", size.x, " x ", size.y);
+    line(out, "size", sizeText(size));
 }
 
 void ring(std::ostream& out, const auto& filter) {

@@ -2,22 +2,19 @@
 #include "filter_commands.h"
 
 #include <algorithm>
-#include <map>
 #include <memory>
 #include <numbers>
 #include <optional>
 #include <string>
+#include <type_traits>
 
 #include "failure.h"
 #include "filter_archive.h"
 #include "filter_picture.h"
 #include "kernel_filter.h"
+#include "size_text.h"
 
 namespace {
-
-std::string text(mvPair<long> size) {
-    return std::to_string(size.x) + " x " + std::to_string(size.y);
-}
 
 // A filter command: what all of them read and write, and how this one makes its filter.
 struct FilterCommand {
@@ -27,14 +24,12 @@ struct FilterCommand {
     virtual std::unique_ptr<mvFrequencyFilter> filter(mvPair<long> size) const = 0;
 };
 
-// The square around DC that pass filters clear and reject filters keep.
+// The square around DC: pass filters clear it, reject filters keep it.
 struct Radius {
     long value = 0;
 
-    void addTo(CLI::App& command) {
-        command.add_option("--dc-radius", value,
-                           "Side (n + 1) / 2 of the square around the zero frequency that pass "
-                           "filters clear and reject filters keep; 1 is the mean alone, 0 none");
+    void addTo(CLI::App& command, const char* help) {
+        command.add_option("--dc-radius", value, help);
     }
 
     // The square reaches value - 1 bins to either side.
@@ -42,9 +37,18 @@ struct Radius {
         const long largest = std::max(std::min(size.x, size.y) / 2, 1l);
         if (value <= largest) return value;
         throw BadArgument("--dc-radius: at most " + std::to_string(largest) + " fits a plane of " +
-                          text(size));
+                          sizeText(size));
     }
 };
+
+template <class Filter>
+constexpr const char* radiusHelp =
+    "Keep DC (the mean) and n - 1 bins around it; 0 (default): nothing";
+template <>
+constexpr const char* radiusHelp<mvFrequencyFilterBandPass> =
+    "Clear DC (the mean) and n - 1 bins around it; 0 (default): nothing";
+template <>
+constexpr const char* radiusHelp<mvFrequencyFilterGabor> = radiusHelp<mvFrequencyFilterBandPass>;
 
 template <class Filter>
 struct RingCommand : FilterCommand {
@@ -55,7 +59,7 @@ struct RingCommand : FilterCommand {
         command.add_option("--frequency", frequency, "Radius of the ring, 0 to 0.5")->required();
         command.add_option("--sigma", sigma, "Width of its Gaussian flanks")->required();
         command.add_option("--plateau", plateau, "Half-width of its flat top");
-        radius.addTo(command);
+        radius.addTo(command, radiusHelp<Filter>);
     }
 
     std::unique_ptr<mvFrequencyFilter> filter(mvPair<long> size) const override {
@@ -78,7 +82,7 @@ struct LobeCommand : FilterCommand {
         command.add_option("--sigma-across", sigmaAcross, "Across it; else the same");
         command.add_option("--plateau", plateau, "Half-size of its flat top along the direction");
         command.add_option("--plateau-across", plateauAcross, "Across it; else the same");
-        radius.addTo(command);
+        radius.addTo(command, radiusHelp<Filter>);
     }
 
     std::unique_ptr<mvFrequencyFilter> filter(mvPair<long> size) const override {
@@ -95,8 +99,7 @@ struct ConvolveCommand : FilterCommand {
     void addOptions(CLI::App& command) override {
         command
             .add_option("--kernel", kernel,
-                        "PNG of the weights, its centre at half its width and height; they are "
-                        "divided by their sum")
+                        "PNG of the weights (divided by their sum), its centre in the middle")
             ->required();
     }
 
@@ -116,8 +119,8 @@ struct ApplyCommand : FilterCommand {
         std::unique_ptr<mvFrequencyFilter> loaded = loadFilter(archive);
         const mvPair<long> built = filterSize(*loaded);
         if (built == size) return loaded;
-        throw Failure(archive + ": the filter is built for pictures padded to " + text(built) +
-                      ", but " + run.input + " is padded to " + text(size));
+        throw Failure(archive + ": the filter is built for pictures padded to " + sizeText(built) +
+                      ", but " + run.input + " is padded to " + sizeText(size));
     }
 };
 
@@ -125,14 +128,13 @@ void addRun(CLI::App& command, FilterRun& run) {
     command.add_option("input", run.input, inputHelp)->required();
     command.add_option("output", run.output, "Grey PNG of the same depth: the magnitudes")
         ->required();
-    command.add_flag("--rescale", run.rescale,
-                     "Spread the magnitudes over the whole grey range; without it they stay grey "
-                     "levels of the input");
+    command.add_flag(
+        "--rescale", run.rescale,
+        "Spread the magnitudes over the whole grey range (else they stay grey levels)");
     command.add_option("--angle-image", run.angleImage,
-                       "Also write the angles of the complex result, a full turn for 0 to 255");
+                       "Also write the angles of the complex result: 0 to 255 for a full turn");
     command.add_option("--quadrant-image", run.quadrantImage,
-                       "Also write its quadrants: 0, 85, 170 and 255 for (+, +), (-, +), (+, -) "
-                       "and (-, -), the signs of real and imaginary part");
+                       "Also write its quadrants: 0, 85, 170, 255 for the signs ++, -+, +-, --");
     addBorder(command, run.border);
 }
 
@@ -158,12 +160,15 @@ CLI::App& addCommand(CLI::App& app, Work& work, const char* name, const char* pu
 }  // namespace
 
 void addBorder(CLI::App& command, Border& border) {
-    const std::map<std::string, Border> values{{"mirror", Border::mirror}, {"zero", Border::zero}};
+    const auto set = [&border](const std::string& name) {
+        border = name == "zero" ? Border::zero : Border::mirror;
+    };
     command
-        .add_option("--border", border,
-                    "What pads the picture to powers of two: its mirror image (the default) or "
-                    "zero")
-        ->transform(CLI::CheckedTransformer(values).description("mirror|zero"));
+        .add_option_function<std::string>(
+            "--border", set,
+            "What pads the picture to powers of two: mirror (default) "
+            "or zero")
+        ->check(CLI::IsMember({"mirror", "zero"}));
 }
 
 void addFilterCommands(CLI::App& app, Work& work) {

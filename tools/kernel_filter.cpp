@@ -3,12 +3,9 @@
 
 #include "failure.h"
 #include "png_picture.h"
+#include "size_text.h"
 
 namespace {
-
-std::string text(mvPair<long> size) {
-    return std::to_string(size.x) + " x " + std::to_string(size.y);
-}
 
 long wrapped(long position, long side) {
     return position < 0 ? position + side : position;
@@ -40,8 +37,8 @@ void divideBySum(mvPelBuffer<double>& plane, const std::string& path) {
 std::unique_ptr<mvFrequencyFilter> kernelFilter(const std::string& path, mvPair<long> size) {
     const auto laidOut = [&](const auto& kernel) {
         if (kernel.width() > size.x || kernel.height() > size.y)
-            throw Failure(path + ": a kernel of " + text({kernel.width(), kernel.height()}) +
-                          " does not fit the picture's plane of " + text(size));
+            throw Failure(path + ": a kernel of " + sizeText({kernel.width(), kernel.height()}) +
+                          " does not fit the picture's plane of " + sizeText(size));
         return centredOnOrigin(kernel, size);
     };
     mvPelBuffer<double> plane = std::visit(laidOut, readPicture(path));

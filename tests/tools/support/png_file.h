@@ -13,8 +13,8 @@ struct PngFile {
     int depth = 8;
     int colourType = PNG_COLOR_TYPE_GRAY;
     int interlace = PNG_INTERLACE_NONE;
-    std::vector<png_color> palette;
-    std::vector<unsigned> samples;
+    std::vector<png_color> palette{};
+    std::vector<unsigned> samples{};
 
     unsigned at(long x, long y) const { return samples[static_cast<std::size_t>(y * width + x)]; }
 };
