@@ -57,12 +57,15 @@ class MVBASE_API mvArchive {
     /// How deep objects may hold objects, by reference or by pointer; deeper ones throw BadValue.
     static constexpr int maxDepth = 256;
 
+    /// Stores into `out`, or loads from `in`; the stream must outlive the archive. A stream that
+    /// goes both ways is passed as the one or the other by a cast.
     explicit mvArchive(std::ostream& out);
     explicit mvArchive(std::istream& in);
     ~mvArchive();
     mvArchive(const mvArchive&) = delete;
     mvArchive& operator=(const mvArchive&) = delete;
 
+    /// True when `||` writes, false when it reads.
     bool isStoring() const noexcept { return out_ != nullptr; }
 
     /// Exchanges `size` plain bytes. When the bytes end early, what had arrived is in `data`.
@@ -110,6 +113,7 @@ class MVBASE_API mvArchive::UnknownVersion : public mvException {
     UnknownVersion& operator=(const UnknownVersion&) noexcept = default;
     ~UnknownVersion() override;
 
+    /// What was given: the text, or null, and the number.
     const char* text() const noexcept { return text_ ? text_->c_str() : nullptr; }
     long number() const noexcept { return number_; }
 
@@ -124,6 +128,7 @@ class MVBASE_API mvArchive::UnknownVersion : public mvException {
 /// The bytes ended before the value did, or the stream failed while loading.
 class MVBASE_API mvArchive::Truncated : public mvExceptionWithString {
   public:
+    /// With a message that says what happened.
     explicit Truncated(const char* message = "The archive ends early.");
     Truncated(const Truncated&) noexcept = default;
     Truncated& operator=(const Truncated&) noexcept = default;
@@ -133,6 +138,7 @@ class MVBASE_API mvArchive::Truncated : public mvExceptionWithString {
 /// A value that cannot be stored, or bytes that stand for no value.
 class MVBASE_API mvArchive::BadValue : public mvExceptionWithString {
   public:
+    /// With a message that says what happened.
     explicit BadValue(const char* message = "A value of the archive is not valid.");
     BadValue(const BadValue&) noexcept = default;
     BadValue& operator=(const BadValue&) noexcept = default;
@@ -142,6 +148,7 @@ class MVBASE_API mvArchive::BadValue : public mvExceptionWithString {
 /// The class of an object is not registered.
 class MVBASE_API mvArchive::UnknownClass : public mvExceptionWithString {
   public:
+    /// With a message that says what happened.
     explicit UnknownClass(const char* message = "A class of the archive is not registered.");
     UnknownClass(const UnknownClass&) noexcept = default;
     UnknownClass& operator=(const UnknownClass&) noexcept = default;
@@ -151,12 +158,14 @@ class MVBASE_API mvArchive::UnknownClass : public mvExceptionWithString {
 /// The stream failed while storing.
 class MVBASE_API mvArchive::WriteFailed : public mvExceptionWithString {
   public:
+    /// With a message that says what happened.
     explicit WriteFailed(const char* message = "The archive could not be written.");
     WriteFailed(const WriteFailed&) noexcept = default;
     WriteFailed& operator=(const WriteFailed&) noexcept = default;
     ~WriteFailed() override;
 };
 
+/// The exchange of one value, as the table at mvArchive lays it out.
 MVBASE_API mvArchive& operator||(mvArchive& ar, unsigned char& value);
 MVBASE_API mvArchive& operator||(mvArchive& ar, bool& value);
 MVBASE_API mvArchive& operator||(mvArchive& ar, int& value);
@@ -169,8 +178,9 @@ MVBASE_API mvArchive& operator||(mvArchive& ar, mvXform<2>& value);
 MVBASE_API mvArchive& operator||(mvArchive& ar, mv2XformCache& value);
 
 /// Exchanges an object in place. A second exchange of the same object with the same archive does
-/// nothing, both ways, as far as its class keeps the visited bookkeeping. Throws BadValue for
-/// objects nested too deep, and what the object's dispatchSerialize throws.
+/// nothing, both ways, as far as its class keeps the visited bookkeeping; after one that failed,
+/// all parts of the object are exchanged anew. Throws BadValue for objects nested too deep, and
+/// what the object's dispatchSerialize throws.
 MVBASE_API mvArchive& operator||(mvArchive& ar, mvPersistent& object);
 
 /// Exchanges an object by pointer. Loading makes a new object, which the caller owns from then on;

@@ -42,6 +42,11 @@ void mv_ArchiveObjects::visit(const Identity& identity, std::size_t size) {
     if (!visited(identity, size)) entries_[identity].visitedSizes.push_back(size);
 }
 
+void mv_ArchiveObjects::forgetVisits(const Identity& identity) {
+    const auto found = entries_.find(identity);
+    if (found != entries_.end()) found->second.visitedSizes.clear();
+}
+
 void mv_ArchiveObjects::enter(const Identity& identity, mvPersistent& object) {
     Entry& entry = entries_[identity];
     if (entry.index) return;
@@ -66,7 +71,12 @@ void mvArchive::exchangeObject(mvPersistent& object) {
 
 void mvArchive::exchangeContent(mvPersistent& object) {
     objects_->enter(object.identity(), object);
-    object.dispatchSerialize(*this);
+    try {
+        object.dispatchSerialize(*this);
+    } catch (...) {
+        objects_->forgetVisits(object.identity());
+        throw;
+    }
 }
 
 void mvArchive::storePointer(mvPersistent* object) {

@@ -58,11 +58,13 @@ class MVBASE_API mvExceptionWithString : public mvException {
 /// Archive form: the status as a long.
 class MVBASE_API mvStatusException : public mvException {
   public:
+    /// Keeps `status` as it is.
     explicit mvStatusException(long status) noexcept : status_(status) {}
     mvStatusException(const mvStatusException&) noexcept = default;
     mvStatusException& operator=(const mvStatusException&) noexcept = default;
     ~mvStatusException() override;
 
+    /// The status that failed.
     long status() const noexcept { return status_; }
 
   protected:

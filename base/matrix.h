@@ -17,6 +17,7 @@ class MVBASE_API mvVector<2> {
     constexpr mvVector() noexcept = default;
     constexpr mvVector(double x, double y) noexcept : x_(x), y_(y) {}
 
+    /// The elements.
     constexpr double x() const noexcept { return x_; }
     constexpr double y() const noexcept { return y_; }
 
@@ -37,6 +38,7 @@ class MVBASE_API mvMatrix<2> {
   public:
     constexpr mvMatrix() noexcept = default;
 
+    /// The elements row by row.
     constexpr mvMatrix(double e00, double e01, double e10, double e11) noexcept
         : e_{{e00, e01}, {e10, e11}} {}
 
@@ -54,6 +56,7 @@ class MVBASE_API mvMatrix<2> {
     /// with elements that are not finite) throws an mvExceptionWithString.
     mvMatrix inverse() const;
 
+    /// The products; (m * right) * v is m * (right * v) up to rounding.
     mvMatrix operator*(const mvMatrix& right) const noexcept;
     mvVector<2> operator*(const mvVector<2>& v) const noexcept;
 

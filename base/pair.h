@@ -7,8 +7,12 @@ struct mvPair {
     T x{};
     T y{};
 
+    /// Both zero.
     constexpr mvPair() = default;
+
+    /// x, then y.
     constexpr mvPair(T first, T second) : x(first), y(second) {}
 
+    /// Equal when both members are.
     friend constexpr bool operator==(const mvPair&, const mvPair&) = default;
 };

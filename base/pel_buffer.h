@@ -32,6 +32,7 @@ class MVBASE_API mv_PelBuffer {
     long height() const noexcept { return height_; }
     long rowUpdate() const noexcept { return rowUpdate_; }
 
+    /// The place of the window's first pel in image coordinates.
     mvPair<long> offset() const noexcept { return {offset_.x, offset_.y}; }
 
     /// Moves the view in image coordinates, bound or not. Values beyond 32 bits signed are held at
@@ -39,6 +40,7 @@ class MVBASE_API mv_PelBuffer {
     void offset(long x, long y) noexcept;
     void offset(const mvPair<long>& xy) noexcept { offset(xy.x, xy.y); }
 
+    /// The client transform, if the view has one.
     const mv2XformCache& xformCache() const noexcept { return xform_; }
 
     /// Takes over a client transform, or the lack of one.

@@ -22,7 +22,9 @@ class mvPersistent;
 /// threads. Running out of memory throws std::bad_alloc.
 class MVBASE_API mv_Instantiator {
   public:
+    /// Enters the class of `type`, whose objects `make` creates on the heap.
     mv_Instantiator(const std::type_info& type, mvPersistent* (*make)());
+    /// Takes the entry out again, so that a library that is unloaded leaves no factory behind.
     ~mv_Instantiator();
 
     mv_Instantiator(const mv_Instantiator&) = delete;

@@ -16,6 +16,7 @@ class MVBASE_API mvXform<2> {
     constexpr mvXform(const mvMatrix<2>& matrix, const mvVector<2>& trans) noexcept
         : matrix_(matrix), trans_(trans) {}
 
+    /// The two parts.
     constexpr const mvMatrix<2>& matrix() const noexcept { return matrix_; }
     constexpr const mvVector<2>& trans() const noexcept { return trans_; }
 
@@ -23,7 +24,8 @@ class MVBASE_API mvXform<2> {
     /// an mvExceptionWithString.
     mvXform inverse() const;
 
-    /// (a * b) * v is a * (b * v).
+    /// The product of transforms goes through `right` first: (a * b) * v is a * (b * v) up to
+    /// rounding. That of a transform and a vector is the vector transformed.
     mvXform operator*(const mvXform& right) const noexcept;
     mvVector<2> operator*(const mvVector<2>& v) const noexcept;
 
@@ -43,9 +45,10 @@ class MVBASE_API mv2XformLinear {
     constexpr mv2XformLinear(const mvMatrix<2>& matrix, const mvVector<2>& trans) noexcept
         : xform_(matrix, trans) {}
 
+    /// The transform.
     constexpr mvXform<2> xform() const noexcept { return xform_; }
 
-    /// (a * b) is the transform that goes through b first.
+    /// The product goes through `right` first.
     mv2XformLinear operator*(const mv2XformLinear& right) const noexcept;
 
     friend constexpr bool operator==(const mv2XformLinear&, const mv2XformLinear&) = default;

@@ -18,6 +18,9 @@ class mv_ArchiveObjects {
     bool visited(const Identity& identity, std::size_t size) const;
     void visit(const Identity& identity, std::size_t size);
 
+    /// Forgets what was visited of an object, after an exchange that failed.
+    void forgetVisits(const Identity& identity);
+
     /// Gives the object the next index, if it has none.
     void enter(const Identity& identity, mvPersistent& object);
 

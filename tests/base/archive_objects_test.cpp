@@ -131,6 +131,18 @@ TEST(ArchiveObjects, AreReadOncePerArchive) {
     EXPECT_EQ(loading.rest(), 5u);
 }
 
+TEST(ArchiveObjects, AreReadAnewAsAWholeAfterAFailure) {
+    std::istringstream in("\3\4\0"s);
+    mvArchive ar(in);
+    Hammer hammer;
+    EXPECT_THROW(ar || hammer, mvArchive::Truncated);
+    in.clear();
+    in.str("\5\6\0\0\0"s);
+    ar || hammer;
+    EXPECT_EQ(hammer.size, 5);
+    EXPECT_EQ(hammer.weight, 6);
+}
+
 TEST(ArchiveObjects, WithVirtualBasesAreOneObject) {
     Hammer hammer;
     hammer.size = 3;
