@@ -1,0 +1,166 @@
+// The golden files: what was once written is read, and written back the same, for ever.
+//
+// The name of a file says what becomes of it: `.good` loads and is stored as the same bytes, `.old`
+// loads and is stored as the good file of the same name, `.unknown` has a version that is not
+// known, `.truncated` ends early. Files named `buffer-...` hold buffers, all others pointers.
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <map>
+#include <memory>
+
+#include "archive/filter_records.h"
+#include "archive/record.h"
+#include "archive/use.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+std::string contentOf(const fs::path& path) {
+    std::ifstream in(path, std::ios::binary);
+    EXPECT_TRUE(in) << path;
+    return {std::istreambuf_iterator<char>(in), {}};
+}
+
+std::vector<fs::path> allFiles() {
+    std::vector<fs::path> files;
+    for (const auto& entry : fs::directory_iterator(MVFREQ_GOLDEN_FILES))
+        if (entry.path().extension() == ".mva") files.push_back(entry.path());
+    std::sort(files.begin(), files.end());
+    return files;
+}
+
+std::string fateOf(const fs::path& path) {
+    return path.stem().extension().string().substr(1);
+}
+
+// What a file holds: one buffer, or objects by pointer up to the end of the file.
+class Content {
+  public:
+    explicit Content(bool isBuffer) : isBuffer_(isBuffer) {}
+
+    void load(const std::string& bytes) {
+        archive::Loading loading(bytes);
+        if (isBuffer_) {
+            loading.get() || buffer_;
+            return;
+        }
+        do {
+            std::unique_ptr<mvPersistent> owner;
+            objects_.push_back(loading.get().loadPointer(owner));
+            if (owner) owners_.push_back(std::move(owner));
+        } while (loading.rest() > 0);
+    }
+
+    std::string store() {
+        std::ostringstream out;
+        mvArchive ar(out);
+        if (isBuffer_) ar || buffer_;
+        for (mvPersistent* object : objects_) ar || object;
+        return out.str();
+    }
+
+    void use() {
+        archive::use(buffer_);
+        for (const auto& object : owners_) archive::use(*object);
+    }
+
+  private:
+    bool isBuffer_;
+    mvFrequencyBuffer buffer_;
+    std::vector<mvPersistent*> objects_;
+    std::vector<std::unique_ptr<mvPersistent>> owners_;
+};
+
+Content contentFor(const fs::path& path) {
+    return Content(path.filename().string().starts_with("buffer-"));
+}
+
+const std::map<std::string, std::string> kUnknown = {
+    {"buffer-version", archive::kUnknownBuffer},
+    {"buffer-pair-version", archive::kUnknownRoutine},
+    {"buffer-floats-version", archive::kUnknownRoutine},
+    {"band-pass-version", archive::BandPass::kUnknown},
+    {"band-reject-version", archive::BandReject::kUnknown},
+    {"gabor-version", archive::Gabor::kUnknown},
+    {"gabor-reject-version", archive::GaborReject::kUnknown},
+    {"image-version", archive::kUnknownImageFilter},
+    {"band-pass-base-version", archive::kUnknownBase},
+    {"band-reject-base-version", archive::kUnknownBase},
+    {"gabor-base-version", archive::kUnknownBase},
+    {"gabor-reject-base-version", archive::kUnknownBase},
+    {"image-base-version", archive::kUnknownBase},
+    {"image-buffer-version", archive::kUnknownBuffer},
+    {"band-pass-pair-version", archive::kUnknownRoutine},
+    {"gabor-pair-version", archive::kUnknownRoutine},
+    {"gabor-floats-version", archive::kUnknownRoutine},
+    {"error-bad-coord-version", "UnknownVersion mvFrequencyDefs::BadCoord 0"},
+    {"error-bad-coord-base-version", "UnknownVersion mvFrequencyDefs::Errors 0"},
+};
+
+struct Golden : testing::TestWithParam<fs::path> {};
+
+std::string testName(const testing::TestParamInfo<fs::path>& test) {
+    std::string name = test.param.stem().string();
+    std::replace_if(
+        name.begin(), name.end(), [](char c) { return c == '-' || c == '.'; }, '_');
+    return name;
+}
+
+INSTANTIATE_TEST_SUITE_P(Files, Golden, testing::ValuesIn(allFiles()), testName);
+
+TEST_P(Golden, MeetsItsFate) {
+    const std::string bytes = contentOf(GetParam());
+    const std::string fate = fateOf(GetParam());
+    const std::string name = GetParam().stem().stem().string();
+    Content content = contentFor(GetParam());
+    const std::string thrown = archive::loadingThrows([&] { content.load(bytes); });
+    if (fate == "unknown") {
+        EXPECT_EQ(thrown, kUnknown.at(name));
+    } else if (fate == "truncated") {
+        EXPECT_EQ(thrown, "Truncated");
+    } else {
+        ASSERT_EQ(thrown, "nothing");
+        const fs::path good = GetParam().parent_path() / (name + ".good.mva");
+        EXPECT_EQ(archive::hex(content.store()), archive::hex(contentOf(good)));
+    }
+    content.use();
+}
+
+TEST_P(Golden, TruncatedAnywhereItDoesNoHarm) {
+    const std::string bytes = contentOf(GetParam());
+    for (std::size_t length = 0; length < bytes.size(); ++length) {
+        Content content = contentFor(GetParam());
+        const std::string thrown =
+            archive::loadingThrows([&] { content.load(bytes.substr(0, length)); });
+        if (fateOf(GetParam()) == "good" &&
+            !GetParam().filename().string().starts_with("pointer")) {
+            EXPECT_EQ(thrown, "Truncated") << length;
+        }
+        content.use();
+    }
+}
+
+TEST_P(Golden, WithAnyByteFlippedItDoesNoHarm) {
+    const std::string bytes = contentOf(GetParam());
+    for (std::size_t i = 0; i < bytes.size(); ++i) {
+        for (const int mask : {0x01, 0x80, 0xFF}) {
+            std::string flipped = bytes;
+            flipped[i] = static_cast<char>(flipped[i] ^ mask);
+            Content content = contentFor(GetParam());
+            archive::loadingThrows([&] { content.load(flipped); });
+            content.use();
+        }
+    }
+}
+
+TEST(GoldenFiles, AreAllThere) {
+    const std::vector<fs::path> files = allFiles();
+    EXPECT_GE(files.size(), 50U);
+    for (const auto& [name, thrown] : kUnknown)
+        EXPECT_TRUE(fs::exists(fs::path(MVFREQ_GOLDEN_FILES) / (name + ".unknown.mva"))) << name;
+}
+
+}  // namespace

@@ -1,0 +1,131 @@
+// Archive records laid byte by byte, and archives that load from them.
+#pragma once
+
+#include <base/archive.h>
+#include <gtest/gtest.h>
+
+#include <bit>
+#include <cstdint>
+#include <initializer_list>
+#include <sstream>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace archive {
+
+/// Bytes in the order in which they are laid.
+class Record {
+  public:
+    Record& u8(unsigned value) {
+        bytes_.push_back(static_cast<char>(value));
+        return *this;
+    }
+    Record& flag(bool value) { return u8(value ? 1 : 0); }
+    Record& u32(std::uint32_t value) { return little(value, 4); }
+    Record& i32(std::int32_t value) { return u32(static_cast<std::uint32_t>(value)); }
+    Record& f32(float value) { return u32(std::bit_cast<std::uint32_t>(value)); }
+    Record& f64(double value) { return little(std::bit_cast<std::uint64_t>(value), 8); }
+    Record& text(std::string_view value) {
+        u32(static_cast<std::uint32_t>(value.size()));
+        bytes_ += value;
+        return *this;
+    }
+    Record& then(const Record& other) {
+        bytes_ += other.bytes_;
+        return *this;
+    }
+
+    Record& integerPair(std::int32_t x, std::int32_t y) { return u8(0).i32(x).i32(y); }
+    Record& doublePair(double x, double y) { return u8(0).f64(x).f64(y); }
+    Record& floats(const std::vector<float>& values) {
+        u8(0).u32(static_cast<std::uint32_t>(values.size()));
+        for (const float value : values) f32(value);
+        return *this;
+    }
+
+    const std::string& bytes() const { return bytes_; }
+
+  private:
+    Record& little(std::uint64_t value, int size) {
+        for (int i = 0; i < size; ++i) u8(static_cast<unsigned>(value >> (8 * i) & 0xFF));
+        return *this;
+    }
+
+    std::string bytes_;
+};
+
+/// The bytes that storing `value` leaves in a stream.
+template <class T>
+std::string stored(T& value) {
+    std::ostringstream out;
+    mvArchive ar(out);
+    ar || value;
+    return out.str();
+}
+
+/// An archive over bytes in memory.
+class Loading {
+  public:
+    explicit Loading(const std::string& bytes) : in_(bytes), archive_(in_) {}
+
+    operator mvArchive&() { return archive_; }
+    mvArchive& get() { return archive_; }
+
+    /// How many bytes have not been read.
+    std::size_t rest() { return static_cast<std::size_t>(in_.rdbuf()->in_avail()); }
+
+  private:
+    std::istringstream in_;
+    mvArchive archive_;
+};
+
+/// Loads `value` and expects that no byte is left.
+template <class T>
+void load(const std::string& bytes, T& value) {
+    Loading loading(bytes);
+    loading.get() || value;
+    EXPECT_EQ(loading.rest(), 0U);
+}
+
+/// What loading throws: "UnknownVersion <text or null> <number>", "Truncated", "BadValue",
+/// "UnknownClass", "nothing".
+template <class Call>
+std::string loadingThrows(Call call) {
+    try {
+        call();
+    } catch (const mvArchive::UnknownVersion& error) {
+        const char* text = error.text();
+        return std::string("UnknownVersion ") + (text ? text : "null") + " " +
+               std::to_string(error.number());
+    } catch (const mvArchive::Truncated&) {
+        return "Truncated";
+    } catch (const mvArchive::BadValue&) {
+        return "BadValue";
+    } catch (const mvArchive::UnknownClass&) {
+        return "UnknownClass";
+    }
+    return "nothing";
+}
+
+template <class T>
+std::string loadingThrows(const std::string& bytes, T& value) {
+    return loadingThrows([&] {
+        Loading loading(bytes);
+        loading.get() || value;
+    });
+}
+
+inline std::string hex(std::string_view bytes) {
+    constexpr char digits[] = "0123456789abcdef";
+    std::string text;
+    for (const char c : bytes) {
+        const auto byte = static_cast<unsigned char>(c);
+        if (!text.empty()) text += ' ';
+        text += digits[byte / 16];
+        text += digits[byte % 16];
+    }
+    return text;
+}
+
+}  // namespace archive

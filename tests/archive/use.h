@@ -1,0 +1,19 @@
+// Everything that can be done with what came out of an archive. None of it may do harm.
+#pragma once
+
+#include <filt/freqfilt.h>
+
+namespace archive {
+
+/// Reads, transforms, combines, compares, copies and stores. Exceptions of the library and of its
+/// base, and std::length_error, are good answers.
+void use(mvFrequencyBuffer& buffer);
+
+/// Applies to buffers of the filter's size where such can be made, transforms the result, sets
+/// parameters, compares, copies and stores.
+void use(mvFrequencyFilter& filter);
+
+/// The same for an object of any registered class.
+void use(mvPersistent& object);
+
+}  // namespace archive
