@@ -61,7 +61,7 @@ mvPelBuffer<T> mirrored(const mvPelBuffer<T>& picture) {
                                  static_cast<double>(pels[column.second]), column.weight);
             };
             const double value = std::lerp(across(upper), across(lower), row.weight);
-            *out++ = static_cast<T>(value + 0.5);
+            *out++ = static_cast<T>(std::lround(value));
         }
     }
     return plane;

@@ -27,7 +27,7 @@ fs::path resolved(const std::string& path) {
 
 }  // namespace
 
-OutputFile::OutputFile(const std::string& path) : target_(resolved(path)), stream_(nullptr) {
+OutputFile::OutputFile(const std::string& path) : target_(resolved(path)) {
     std::error_code ignored;
     const fs::file_status status = fs::status(target_, ignored);
     if (fs::exists(status) && !fs::is_regular_file(status)) fail(path, "is not a regular file");

@@ -30,7 +30,7 @@ class OutputFile {
   private:
     std::filesystem::path target_;
     std::filesystem::path temporary_;
-    std::FILE* stream_;
+    std::FILE* stream_ = nullptr;
 };
 
 /// The files of one run. They are published together, after the last one is complete.

@@ -36,8 +36,9 @@ double weakestTenth(std::vector<double>& values) {
     return *tenth;
 }
 
-// eMapRange is used with a range from 0 on, where it spans 0 .. `high` and clips what is beyond.
-mvPelBuffer<unsigned char> forDisplay(mvPelBuffer<double> image) {
+// Shifts the pels of `image` to start at 0: for a range from 0 on eMapRange spans just 0 .. `high`
+// and clips what is beyond.
+mvPelBuffer<unsigned char> forDisplay(const mvPelBuffer<double>& image) {
     std::vector<double> values = valuesBesidesDC(image);
     if (values.empty()) values.push_back(0);
     const double low = weakestTenth(values);
