@@ -104,12 +104,7 @@ mvFrequencyBuffer::mvFrequencyBuffer(const mvPelBuffer_const<double>& real,
 mvFrequencyBuffer::~mvFrequencyBuffer() = default;
 
 mvFrequencyBuffer& mvFrequencyBuffer::operator=(const mvFrequencyBuffer& src) {
-    if (this == &src) return *this;
-    if (src.data_ == nullptr) {
-        masked_ = 0;
-        data_ = nullptr;
-        return *this;
-    }
+    if (this == &src || dropIfEmpty(src)) return *this;
     // The padded size is taken as it is: a reduced copy's may be larger than its image asks for.
     allocatePlane(src.width_, src.height_);
     imageWidth_ = src.imageWidth_;
@@ -125,7 +120,7 @@ mvFrequencyBuffer& mvFrequencyBuffer::operator=(const mvFrequencyBuffer& src) {
 }
 
 mvFrequencyBuffer& mvFrequencyBuffer::operator=(mvFrequencyBuffer&& src) noexcept {
-    if (this == &src) return *this;
+    if (this == &src || dropIfEmpty(src)) return *this;
     width_ = src.width_;
     height_ = src.height_;
     imageWidth_ = src.imageWidth_;
@@ -139,6 +134,14 @@ mvFrequencyBuffer& mvFrequencyBuffer::operator=(mvFrequencyBuffer&& src) noexcep
     data_ = std::exchange(src.data_, nullptr);
     inverseComputed_ = src.inverseComputed_;
     return *this;
+}
+
+// Assignment from a buffer without data: that state is taken, the block stays.
+bool mvFrequencyBuffer::dropIfEmpty(const mvFrequencyBuffer& src) noexcept {
+    if (src.data_ != nullptr) return false;
+    masked_ = 0;
+    data_ = nullptr;
+    return true;
 }
 
 bool mvFrequencyBuffer::operator==(const mvFrequencyBuffer& other) const {

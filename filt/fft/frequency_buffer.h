@@ -142,6 +142,7 @@ class MVFREQ_API mvFrequencyBuffer {
     long maskedMaxy() const { return maskedMaxy_; }
     void maskedMaxy(long row);
 
+    bool dropIfEmpty(const mvFrequencyBuffer& src) noexcept;
     void allocatePlane(std::int32_t width, std::int32_t height);
     bool exchangeFields(mvArchive& ar, unsigned char version);
     void store(mvArchive& ar);

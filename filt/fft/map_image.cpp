@@ -41,8 +41,8 @@ void mapPels(const mvPelBuffer_const<double>& src, mvPelBuffer<unsigned char>& d
 }
 
 unsigned char clip(double value) {
-    if (value > 255.0) return 255;
-    return value >= 0.0 ? static_cast<unsigned char>(value) : 0;
+    if (!(value >= 0.0)) return 0;
+    return static_cast<unsigned char>(std::min(value, 255.0));
 }
 
 void mapAutoScale(const mvPelBuffer_const<double>& src, mvPelBuffer<unsigned char>& dst) {

@@ -12,7 +12,7 @@ class MVFREQ_API mvFrequencyFilterImage : public mvFrequencyFilter {
     mvFrequencyFilterImage();
 
     /// Throws what `setImage` throws.
-    explicit mvFrequencyFilterImage(const mvFrequencyBuffer& image);
+    mvFrequencyFilterImage(const mvFrequencyBuffer& image);
 
     mvFrequencyFilterImage(const mvFrequencyFilterImage& other);
     mvFrequencyFilterImage(mvFrequencyFilterImage&& other) noexcept;

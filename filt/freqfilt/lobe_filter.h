@@ -6,7 +6,7 @@
 
 /// What a lobe filter is built from. `sigma`, `plateau` (x along the lobe's direction, y across it)
 /// and `frequency` are in cycles per pixel, `angle` in radians.
-struct mvLobeParameters {
+struct MVFREQ_API mvLobeParameters {
     mvPair<double> sigma;
     mvPair<double> plateau;
     mvRadian angle;

@@ -12,18 +12,12 @@ constexpr std::size_t kSlackFloats = 3;
 }  // namespace
 
 mvFilterResponse& mvFilterResponse::operator=(const mvFilterResponse& other) {
-    if (this == &other) return *this;
-    if (!other.isSet()) {
-        data_ = nullptr;
-        return *this;
-    }
     allocate(other.width_, other.height_);
     std::copy_n(other.data_, size(), data_);
     return *this;
 }
 
 mvFilterResponse& mvFilterResponse::operator=(mvFilterResponse&& other) noexcept {
-    if (this == &other) return *this;
     width_ = other.width_;
     height_ = other.height_;
     storage_ = std::move(other.storage_);

@@ -9,13 +9,13 @@
 
 /// A table of width x height gains, or none.
 ///
-/// The gains start on a 16-byte boundary; three zeros stand behind them. Assignment from an empty
-/// response drops the gains and nothing else: the size and the block stay.
+/// The gains start on a 16-byte boundary; three zeros stand behind them.
 class MVFREQ_API mvFilterResponse {
   public:
     mvFilterResponse() noexcept = default;
-    mvFilterResponse(const mvFilterResponse& other) { *this = other; }
-    mvFilterResponse(mvFilterResponse&& other) noexcept { *this = std::move(other); }
+    mvFilterResponse(const mvFilterResponse& other) = delete;
+
+    /// Copies and moves gains; the other response must have some.
     mvFilterResponse& operator=(const mvFilterResponse& other);
     mvFilterResponse& operator=(mvFilterResponse&& other) noexcept;
     ~mvFilterResponse() = default;
@@ -34,6 +34,9 @@ class MVFREQ_API mvFilterResponse {
 
     /// The gains row by row; null when there are none.
     float* data() const noexcept { return data_; }
+
+    /// Forgets the gains and nothing else: the size and the block stay.
+    void drop() noexcept { data_ = nullptr; }
 
     /// Makes room for width x height gains, to be written by the caller; the block is kept when
     /// their number stays the same. Throws std::bad_alloc and then changes nothing.

@@ -5,7 +5,7 @@
 #include <filt/freqfilt/response_filter.h>
 
 /// What a ring filter is built from. `frequency`, `sigma` and `plateau` are in cycles per pixel.
-struct mvRingParameters {
+struct MVFREQ_API mvRingParameters {
     double sigma = 0.0;
     double plateau = 0.0;
     double frequency = 0.0;

@@ -21,7 +21,7 @@ Integer mf_Truncate(Floating value) {
 inline unsigned char mf_LowByte(double value) {
     constexpr double end = 9223372036854775808.0;
     const bool fits = value >= -end && value < end;
-    return fits ? static_cast<unsigned char>(static_cast<std::int64_t>(value)) : 0;
+    return static_cast<unsigned char>(fits ? static_cast<std::int64_t>(value) : 0);
 }
 
 /// The nearest value that 32 bits hold.

@@ -1,178 +1,142 @@
-// The plain two-dimensional transforms: rows, then columns, one at a time.
+// The two-dimensional transforms: a pass over the rows, then one over the columns.
 #include <filt/fft/internal/attention.h>
 #include <filt/fft/internal/kernel.h>
-#include <filt/fft/internal/twiddles.h>
-
 #include <algorithm>
-#include <bit>
-#include <vector>
+#include <memory>
+#include <new>
+#include <utility>
 
 namespace {
 
-struct Complex {
-    float re, im;
+// Attention is polled before each line whose index is a multiple of this; the passes go through as
+// many rows at a time.
+constexpr long kLinesPerPoll = 16;
+
+// Columns go through the passes in steps of whole cache lines of each row.
+constexpr long kColumnsPerStep = 64;
+
+struct AlignedDelete {
+    void operator()(float* floats) const { ::operator delete[](floats, std::align_val_t(64)); }
 };
+using Scratch = std::unique_ptr<float[], AlignedDelete>;
 
-// Forward split-radix transform, decimation in frequency, of `n` elements: one L-shaped butterfly
-// per four elements makes a half that is transformed at length n/2 and two quarters of length n/4.
-// The result stands in bit-reversed order.
-void transformToBitReversed(Complex* z, long n) {
-    if (n == 2) {
-        const Complex a = z[0], b = z[1];
-        z[0] = {a.re + b.re, a.im + b.im};
-        z[1] = {a.re - b.re, a.im - b.im};
-    }
-    if (n <= 2) return;
-    const mf_StageSeed turn = mf_kStageSeeds[std::countr_zero(static_cast<unsigned long>(n))];
-    const long q = n / 4;
-    Complex w1{1.0f, 0.0f}, w3{1.0f, 0.0f};
-    for (Complex* p = z; p < z + q; ++p) {
-        Complex &z0 = p[0], &z1 = p[q], &z2 = p[2 * q], &z3 = p[3 * q];
-        const float r1 = z0.re - z2.re, r2 = z1.re - z3.re;
-        const float s1 = z0.im - z2.im, s2 = z1.im - z3.im;
-        z0 = {z0.re + z2.re, z0.im + z2.im};
-        z1 = {z1.re + z3.re, z1.im + z3.im};
-        const float r3 = r1 - s2, r4 = r1 + s2;
-        const float s3 = r2 - s1, s4 = r2 + s1;
-        z2 = {r4 * w1.re - s3 * w1.im, -s3 * w1.re - r4 * w1.im};
-        z3 = {r3 * w3.re + s4 * w3.im, s4 * w3.re - r3 * w3.im};
-        w1 = {turn.c1 * w1.re - turn.s1 * w1.im, turn.s1 * w1.re + turn.c1 * w1.im};
-        w3 = {turn.c3 * w3.re - turn.s3 * w3.im, turn.s3 * w3.re + turn.c3 * w3.im};
-    }
-    transformToBitReversed(z, n / 2);
-    transformToBitReversed(z + n / 2, n / 4);
-    transformToBitReversed(z + n / 2 + n / 4, n / 4);
+Scratch makeScratch(mvPair<long> size) {
+    return Scratch(new (std::align_val_t(64)) float[mf_KernelScratchFloats(size.x, size.y)]);
 }
 
-void reverseBits(Complex* z, long n) {
-    for (long i = 0, j = 0; i < n; ++i) {
-        if (i < j) std::swap(z[i], z[j]);
-        long bit = n / 2;
-        for (; bit > 0 && (j & bit) != 0; bit /= 2) j -= bit;
-        j += bit;
-    }
-}
-
-void transform(Complex* z, long n) {
-    transformToBitReversed(z, n);
-    reverseBits(z, n);
-}
-
-void conjugate(Complex* z, long n) {
-    for (long i = 0; i < n; ++i) z[i].im = -z[i].im;
-}
-
-// Splits the spectrum of n packed pairs of reals into the n + 1 lowest frequencies of the 2 n
-// reals. Elements i and n - i need each other alone.
-void separateReal(Complex* z, long n) {
-    const mf_SeparationSeed seed =
-        mf_kSeparationSeeds[std::countr_zero(static_cast<unsigned long>(n))];
-    const float turnRe = -2.0f * seed.halfSine * seed.halfSine, turnIm = -seed.sine;
-    Complex w{1.0f + turnRe, turnIm};
-    for (long i = 1; i < n / 2; ++i) {
-        Complex &a = z[i], &b = z[n - i];
-        const float h1r = 0.5f * (a.re + b.re), h1i = 0.5f * (a.im - b.im);
-        const float h2r = 0.5f * (a.im + b.im), h2i = -0.5f * (a.re - b.re);
-        a = {h1r + w.re * h2r - w.im * h2i, h1i + w.re * h2i + w.im * h2r};
-        b = {h1r - w.re * h2r + w.im * h2i, -h1i + w.re * h2i + w.im * h2r};
-        w = {w.re + (w.re * turnRe - w.im * turnIm), w.im + (w.im * turnRe + w.re * turnIm)};
-    }
-    if (n >= 2) z[n / 2].im = -z[n / 2].im;
-    const Complex dc = z[0];
-    z[0] = {dc.re + dc.im, 0.0f};
-    z[n] = {dc.re - dc.im, 0.0f};
-}
-
-void pollEvery16th(long index) {
-    if (index % 16 == 0) mf_PollAttention();
-}
-
-// The poll that a blocked transposition makes: planes below `smallest` go without.
+// The poll that a blocked transposition between the passes makes: small planes go without. The
+// passes here need no transposition, but the number of polls of a call is part of its contract.
 void pollTransposition(mvPair<long> size, long smallest) {
     if (size.x >= smallest && size.y >= smallest) mf_PollAttention();
 }
 
-// Columns 0 to count - 1, gathered, transformed and scattered.
-template <class Transform>
-void transformColumns(Complex* plane, mvPair<long> size, long count, Transform transformColumn) {
-    std::vector<Complex> column(static_cast<std::size_t>(size.y));
-    for (long x = 0; x < count; ++x) {
-        pollEvery16th(x);
-        for (long y = 0; y < size.y; ++y)
-            column[static_cast<std::size_t>(y)] = plane[y * size.x + x];
-        transformColumn(column.data());
-        for (long y = 0; y < size.y; ++y)
-            plane[y * size.x + x] = column[static_cast<std::size_t>(y)];
+// The rows of a band, inclusive limits in shifted coordinates.
+class RowBand {
+  public:
+    RowBand(long height, long low, long high) : half_(height / 2), low_(low), high_(high) {}
+
+    bool contains(long row) const {
+        const long shifted = row < half_ ? row + half_ : row - half_;
+        return shifted >= low_ && shifted <= high_;
+    }
+
+  private:
+    long half_, low_, high_;
+};
+
+// Calls transform(rows, count) for the rows of a plane that are in the band, a few at a time.
+template <class Contains, class Transform>
+void passRows(float* plane, mvPair<long> size, Contains contains, Transform transform) {
+    for (long first = 0; first < size.y; first += kLinesPerPoll) {
+        float* rows[kLinesPerPoll];
+        long count = 0;
+        for (long y = first; y < std::min(first + kLinesPerPoll, size.y); ++y) {
+            if (contains(y)) rows[count++] = plane + 2 * size.x * y;
+        }
+        if (count == 0) continue;
+        if (contains(first)) mf_PollAttention();
+        transform(rows, count);
     }
 }
 
-long shifted(long row, long height) {
-    return row < height / 2 ? row + height / 2 : row - height / 2;
+// Calls transform(x, count) for the columns 0 to `end` - 1, a few at a time.
+template <class Transform>
+void passColumns(long end, Transform transform) {
+    for (long x = 0; x < end; x += kColumnsPerStep) {
+        const long count = std::min(kColumnsPerStep, end - x);
+        for (long i = 0; i < count; i += kLinesPerPoll) mf_PollAttention();
+        transform(x, count);
+    }
 }
 
-// A square plane is transposed between the passes by tiles of 4 x 4, and pairs of tiles whose rows
-// and columns both lie outside the band are left where they are. What such tiles hold then enters
-// the second pass with rows and columns exchanged.
-void exchangeUnmovedTiles(Complex* plane, long n, int rowLow, int rowHigh) {
+// Between the passes a square plane used to be transposed by tiles of 4 x 4, and the contract keeps
+// its coarse rule for a band: pairs of tiles whose rows and columns both lie outside stay where
+// they are. What such tiles hold enters the second pass with rows and columns exchanged.
+void exchangeUnmovedTiles(float* data, long n, long rowLow, long rowHigh) {
     if (n < 4 || (rowLow <= 0 && rowHigh >= n)) return;
     const auto isOutside = [&](long base) {
-        const long toShifted = base < n / 2 ? -n / 2 : n / 2;
-        return base + 4 < rowLow + toShifted || base > rowHigh + toShifted;
+        const long toStored = base < n / 2 ? -n / 2 : n / 2;
+        return base + 4 < rowLow + toStored || base > rowHigh + toStored;
+    };
+    const auto exchange = [&](long a, long b) {
+        std::swap(data[2 * a], data[2 * b]);
+        std::swap(data[2 * a + 1], data[2 * b + 1]);
     };
     for (long y = 0; y < n; ++y) {
         if (!isOutside(y / 4 * 4)) continue;
         for (long x = 0; x < y; ++x) {
-            if (isOutside(x / 4 * 4)) std::swap(plane[y * n + x], plane[x * n + y]);
+            if (isOutside(x / 4 * 4)) exchange(y * n + x, x * n + y);
         }
     }
 }
 
 // F(-u, -v) = conj F(u, v) gives the columns beyond W/2.
-void fillHermitian(Complex* plane, mvPair<long> size) {
+void fillHermitian(float* plane, mvPair<long> size) {
     mf_PollAttention();
     for (long y = 0; y < size.y; ++y) {
-        const Complex* const mirror = plane + (y == 0 ? 0 : size.y - y) * size.x;
-        Complex* const row = plane + y * size.x;
-        for (long x = 1; x < size.x / 2; ++x) row[size.x - x] = {mirror[x].re, -mirror[x].im};
+        const float* const mirror = plane + (y == 0 ? 0 : size.y - y) * 2 * size.x;
+        float* const row = plane + y * 2 * size.x;
+        for (long x = 1; x < size.x / 2; ++x) {
+            row[2 * (size.x - x)] = mirror[2 * x];
+            row[2 * (size.x - x) + 1] = -mirror[2 * x + 1];
+        }
     }
 }
 
 }  // namespace
 
-void mf_FFT2D(float* data, mvPair<long> size, int direction, int rowLow, int rowHigh) {
-    Complex* const plane = reinterpret_cast<Complex*>(data);
+void mf_FFT2D(float* data, mvPair<long> size, int direction, int rowLow, int rowHigh,
+              const mf_KernelPath& path) {
     const bool inverse = direction < 0;
-    const auto transformLine = [inverse](long n) {
-        return [inverse, n](Complex* line) {
-            if (inverse) conjugate(line, n);
-            transform(line, n);
-            if (inverse) conjugate(line, n);
-        };
-    };
-    const auto transformRow = transformLine(size.x);
-    for (long y = 0; y < size.y; ++y) {
-        const long s = shifted(y, size.y);
-        if (s < rowLow || s > rowHigh) continue;
-        pollEvery16th(y);
-        transformRow(plane + y * size.x);
-    }
+    const RowBand band(size.y, rowLow, rowHigh);
+    const Scratch scratch = makeScratch(size);
+    passRows(
+        data, size, [&](long y) { return band.contains(y); },
+        [&](float* const* rows, long count) {
+            path.complexRows(rows, rows, count, size.x, inverse, scratch.get());
+        });
     pollTransposition(size, 4);
-    if (size.x == size.y) exchangeUnmovedTiles(plane, size.x, rowLow, rowHigh);
-    transformColumns(plane, size, size.x, transformLine(size.y));
+    if (size.x == size.y) exchangeUnmovedTiles(data, size.x, rowLow, rowHigh);
+    passColumns(size.x, [&](long x, long count) {
+        path.complexColumns(data, size.x, size.y, x, count, inverse, scratch.get());
+    });
     pollTransposition(size, 4);
 }
 
-void mf_RealFFT2D(float* data, mvPair<long> size, int, int, int) {
-    Complex* const plane = reinterpret_cast<Complex*>(data);
-    const long half = size.x / 2;
-    for (long y = 0; half > 0 && y < size.y; ++y) {
-        pollEvery16th(y);
-        Complex* const row = plane + y * size.x;
-        transform(row, half);
-        separateReal(row, half);
+void mf_RealFFT2D(float* data, mvPair<long> size, int, int, int, const mf_KernelPath& path) {
+    const long transpositionLimit = size.x == size.y ? 8 : 4;
+    const Scratch scratch = makeScratch(size);
+    if (size.x > 1) {
+        passRows(
+            data, size, [](long) { return true; },
+            [&](float* const* rows, long count) {
+                path.realRows(rows, rows, count, size.x, scratch.get());
+            });
     }
-    pollTransposition(size, size.x == size.y ? 8 : 4);
-    transformColumns(plane, size, half + 1, [&](Complex* column) { transform(column, size.y); });
-    pollTransposition(size, size.x == size.y ? 8 : 4);
-    fillHermitian(plane, size);
+    pollTransposition(size, transpositionLimit);
+    passColumns(size.x / 2 + 1, [&](long x, long count) {
+        path.complexColumns(data, size.x, size.y, x, count, false, scratch.get());
+    });
+    pollTransposition(size, transpositionLimit);
+    fillHermitian(data, size);
 }

@@ -1,9 +1,6 @@
 // Twiddle factors: literal seeds and the tables that the rotation recurrences grow from them.
 #pragma once
 
-#include <array>
-#include <cstddef>
-
 /// cos and sin of e and of 3 e, e = 2 pi / S, rounded from double: what one step of a stage of
 /// span S turns its factors by.
 struct mf_StageSeed {
@@ -42,3 +39,57 @@ inline constexpr mf_SeparationSeed mf_kSeparationSeeds[] = {
     {0x1.921f1p-8f, 0x1.921d2p-7f},    {0x1.921f8cp-9f, 0x1.921f1p-8f},
     {0x1.921facp-10f, 0x1.921f8cp-9f},
 };
+
+/// The factors of all stages and separations, as the recurrences give them in single precision.
+struct mf_TwiddleTables {
+    /// What a butterfly multiplies its third and fourth output by.
+    struct Butterfly {
+        float re1, im1, re3, im3;
+    };
+    struct Factor {
+        float re, im;
+    };
+
+    Butterfly stage[1024];
+    Factor separation[1024];
+
+    /// The span / 4 factors of the stage of span 4, 8 ... 2048.
+    constexpr const Butterfly* ofStage(long span) const { return stage + (span / 4 - 1); }
+
+    /// The factors of the separation of n = 2, 4 ... 1024 complex points; entry i, 1 to n/2 - 1,
+    /// is that of the elements i and n - i.
+    constexpr const Factor* ofSeparation(long n) const { return separation + (n / 2 - 1); }
+
+    constexpr mf_TwiddleTables() : stage{}, separation{} {
+        for (int k = 2; k <= 11; ++k)
+            growStage(stage + ((1 << k) / 4 - 1), 1 << k, mf_kStageSeeds[k]);
+        for (int k = 1; k <= 10; ++k) {
+            growSeparation(separation + ((1 << k) / 2 - 1), 1 << k, mf_kSeparationSeeds[k]);
+        }
+    }
+
+  private:
+    static constexpr Factor turned(Factor w, float c, float s) {
+        return {c * w.re - s * w.im, s * w.re + c * w.im};
+    }
+
+    static constexpr void growStage(Butterfly* factors, int span, mf_StageSeed seed) {
+        Factor w1{1.0f, 0.0f}, w3{1.0f, 0.0f};
+        for (int j = 0; j < span / 4; ++j) {
+            factors[j] = {w1.re, w1.im, w3.re, w3.im};
+            w1 = turned(w1, seed.c1, seed.s1);
+            w3 = turned(w3, seed.c3, seed.s3);
+        }
+    }
+
+    static constexpr void growSeparation(Factor* factors, int n, mf_SeparationSeed seed) {
+        const float re = -2.0f * seed.halfSine * seed.halfSine, im = -seed.sine;
+        Factor w{1.0f + re, im};
+        for (int i = 1; i < n / 2; ++i) {
+            factors[i] = w;
+            w = {w.re + (w.re * re - w.im * im), w.im + (w.im * re + w.re * im)};
+        }
+    }
+};
+
+inline constexpr mf_TwiddleTables mf_kTwiddles;

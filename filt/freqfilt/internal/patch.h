@@ -40,7 +40,7 @@ void mf_ApplyPatch(const mf_PatchPlacement& at, const mvFilterResponse& patch, c
         const long end = std::clamp(colEnd, begin, high);
         outside(from, to, begin - low);
         for (long x = begin; x < end; ++x) {
-            const float gain = gains[x - at.colMin];
+            const float gain = patch.data()[firstGain + x - at.colMin];
             const long i = 2 * (x - low);
             to[i] = from[i] * gain;
             to[i + 1] = from[i + 1] * gain;
@@ -54,9 +54,9 @@ void mf_ApplyPatch(const mf_PatchPlacement& at, const mvFilterResponse& patch, c
             outside(src, dst, at.width);
             continue;
         }
-        const float* const gains = patch.data() + (row - at.rowMin) * patch.width();
+        const long firstGain = (row - at.rowMin) * patch.width();
         const long firstHalf = 2 * (at.width - middle);
-        applyRun(middle, at.width, gains, src, dst);
-        applyRun(0, middle, gains, src + firstHalf, dst + firstHalf);
+        applyRun(middle, at.width, firstGain, src, dst);
+        applyRun(0, middle, firstGain, src + firstHalf, dst + firstHalf);
     }
 }

@@ -26,20 +26,24 @@ mvResponseFilter<P>::~mvResponseFilter() = default;
 template <class P>
 mvResponseFilter<P>& mvResponseFilter<P>::operator=(const mvResponseFilter& other) {
     if (this == &other) return *this;
-    if (other.response_.isSet()) {
-        mutating_();
-        response_ = other.response_;
-        mvFrequencyFilter::operator=(other);
-        parameters_ = other.parameters_;
-    } else {
-        response_ = other.response_;
+    if (!other.response_.isSet()) {
+        response_.drop();
+        return *this;
     }
+    mutating_();
+    response_ = other.response_;
+    mvFrequencyFilter::operator=(other);
+    parameters_ = other.parameters_;
     return *this;
 }
 
 template <class P>
 mvResponseFilter<P>& mvResponseFilter<P>::operator=(mvResponseFilter&& other) noexcept {
     if (this == &other) return *this;
+    if (!other.response_.isSet()) {
+        response_.drop();
+        return *this;
+    }
     initialized_ = std::exchange(other.initialized_, false);
     parameters_ = other.parameters_;
     response_ = std::move(other.response_);

@@ -1,0 +1,144 @@
+// One-dimensional transforms of many lines at once, one line per lane.
+#pragma once
+#include <filt/fft/internal/twiddles.h>
+
+// The programs are short and called everywhere; out of line they would run at half the speed.
+#if defined(__GNUC__)
+#define MF_ALWAYS_INLINE [[gnu::always_inline]] inline
+#else
+#define MF_ALWAYS_INLINE inline
+#endif
+
+/// One element of all lines.
+template <class V>
+struct mf_Elements {
+    V re, im;
+};
+
+/// Forward split-radix transform of N elements, decimation in frequency.
+///
+/// One L-shaped butterfly per four elements turns a block of n into a half, to be transformed at
+/// length n/2, and two quarters of length n/4. Every lane runs the very same operations in the same
+/// order as a single line would. Two stages go through the registers at once; blocks are finished
+/// depth first, while they are in the nearest cache; the last sweep stores each element under its
+/// natural index, so that no bit reversal is left to do.
+template <class V, long N>
+class mf_LineTransform {
+  public:
+    typedef mf_Elements<V> Z;
+
+    /// `load(i)` gives element i, `store(k, z)` takes frequency k. `scratch` holds N elements.
+    template <class Load, class Store>
+    static void transform(Z* scratch, const Load& load, const Store& store) {
+        if constexpr (N <= kLeaf) {
+            leaf<N, 1>(load, 0, store);
+        } else {
+            twoStages<N>(load, [scratch](long i, Z z) { scratch[i] = z; });
+            finishParts<N, 1>(scratch, 0, store);
+        }
+    }
+
+  private:
+    typedef mf_TwiddleTables::Butterfly Factors;
+
+    // Blocks of this length are transformed in registers.
+    static constexpr long kLeaf = 8;
+
+    MF_ALWAYS_INLINE static void butterfly(Z& z0, Z& z1, Z& z2, Z& z3, const Factors& w) {
+        const V r1 = z0.re - z2.re, r2 = z1.re - z3.re;
+        const V s1 = z0.im - z2.im, s2 = z1.im - z3.im;
+        z0 = {z0.re + z2.re, z0.im + z2.im};
+        z1 = {z1.re + z3.re, z1.im + z3.im};
+        const V r3 = r1 - s2, r4 = r1 + s2;
+        const V s3 = r2 - s1, s4 = r2 + s1;
+        z2 = {r4 * w.re1 - s3 * w.im1, -s3 * w.re1 - r4 * w.im1};
+        z3 = {r3 * w.re3 + s4 * w.im3, s4 * w.re3 - r3 * w.im3};
+    }
+
+    // The stage of span n on a whole block and that of span n/2 on its first half.
+    template <long n, class Load, class Save>
+    MF_ALWAYS_INLINE static void twoStages(const Load& load, const Save& save) {
+        constexpr long e = n / 8;
+        constexpr const Factors* outer = mf_kTwiddles.ofStage(n);
+        constexpr const Factors* inner = mf_kTwiddles.ofStage(n / 2);
+        for (long j = 0; j < e; ++j) {
+            Z z0 = load(j), z1 = load(j + e), z2 = load(j + 2 * e), z3 = load(j + 3 * e);
+            Z z4 = load(j + 4 * e), z5 = load(j + 5 * e), z6 = load(j + 6 * e),
+              z7 = load(j + 7 * e);
+            butterfly(z0, z2, z4, z6, outer[j]);
+            save(j + 4 * e, z4), save(j + 6 * e, z6);
+            butterfly(z1, z3, z5, z7, outer[j + e]);
+            save(j + 5 * e, z5), save(j + 7 * e, z7);
+            butterfly(z0, z1, z2, z3, inner[j]);
+            save(j, z0), save(j + e, z1), save(j + 2 * e, z2), save(j + 3 * e, z3);
+        }
+    }
+
+    // What two stages leave of a block of n. The frequency of a part's first element, in units of
+    // the step between the block's frequencies, is the position of the part with its bits reversed.
+    template <long n, long step, class Store>
+    static void finishParts(Z* z, long first, const Store& store) {
+        finish<n / 4, 4 * step>(z, first, store);
+        finish<n / 8, 8 * step>(z + n / 4, first + 2 * step, store);
+        finish<n / 8, 8 * step>(z + n / 4 + n / 8, first + 6 * step, store);
+        finish<n / 4, 4 * step>(z + n / 2, first + step, store);
+        finish<n / 4, 4 * step>(z + n / 2 + n / 4, first + 3 * step, store);
+    }
+
+    template <long n, long step, class Store>
+    static void finish(Z* z, long first, const Store& store) {
+        if constexpr (n <= kLeaf) {
+            leaf<n, step>([z](long i) { return z[i]; }, first, store);
+        } else {
+            twoStages<n>([z](long i) { return z[i]; }, [z](long i, Z value) { z[i] = value; });
+            finishParts<n, step>(z, first, store);
+        }
+    }
+
+    template <long n, long step, class Load, class Store>
+    MF_ALWAYS_INLINE static void leaf(const Load& load, long first, const Store& store) {
+        Z z[n];
+        loadAll<n, 0>(z, load);
+        inRegisters<n>(z);
+        storeAll<n, step, 0>(z, first, store);
+    }
+
+    // A whole block of n elements, stage after stage; the loops are unrolled by recursion, so that
+    // the elements need no memory.
+    template <long n>
+    MF_ALWAYS_INLINE static void inRegisters(Z* z) {
+        if constexpr (n == 2) {
+            const Z difference{z[0].re - z[1].re, z[0].im - z[1].im};
+            z[0] = {z[0].re + z[1].re, z[0].im + z[1].im};
+            z[1] = difference;
+        } else if constexpr (n > 2) {
+            butterflies<n, 0>(z);
+            inRegisters<n / 2>(z);
+            inRegisters<n / 4>(z + n / 2);
+            inRegisters<n / 4>(z + n / 2 + n / 4);
+        }
+    }
+
+    template <long n, long j>
+    MF_ALWAYS_INLINE static void butterflies(Z* z) {
+        butterfly(z[j], z[j + n / 4], z[j + n / 2], z[j + n / 2 + n / 4],
+                  mf_kTwiddles.ofStage(n)[j]);
+        if constexpr (j + 1 < n / 4) butterflies<n, j + 1>(z);
+    }
+
+    template <long n, long i, class Load>
+    MF_ALWAYS_INLINE static void loadAll(Z* z, const Load& load) {
+        z[i] = load(i);
+        if constexpr (i + 1 < n) loadAll<n, i + 1>(z, load);
+    }
+
+    template <long n, long step, long i, class Store>
+    MF_ALWAYS_INLINE static void storeAll(const Z* z, long first, const Store& store) {
+        store(first + step * reversed(i, n), z[i]);
+        if constexpr (i + 1 < n) storeAll<n, step, i + 1>(z, first, store);
+    }
+
+    static constexpr long reversed(long i, long n) {
+        return n == 1 ? 0 : (i % 2) * (n / 2) + reversed(i / 2, n / 2);
+    }
+};

@@ -1,0 +1,210 @@
+// The row pass and the column pass over a plane, in steps of a few rows or columns.
+#pragma once
+
+#include <filt/fft/internal/kernel/line_transform.h>
+#include <filt/fft/internal/kernel/vector.h>
+
+/// The passes with the lanes of the vector type V.
+///
+/// Lines are brought into lanes on the way in and out of a scratch of V-wide elements: rows by
+/// transposition in registers, columns by splitting real and imaginary parts alone.
+template <class V>
+class mf_Passes {
+  public:
+    static constexpr long kLanes = V::kLanes;
+
+    /// Transforms `count` complex rows of `width` elements from `src` to `dst`, which may be the
+    /// same rows. Inverse: conjugated before and after.
+    static void complexRows(const float* const* src, float* const* dst, long count, long width,
+                            bool inverse, float* scratch) {
+        for (long r = 0; r < count; r += kLanes) {
+            const Rows rows(src + r, dst + r, count - r);
+            Z* const lines = reinterpret_cast<Z*>(scratch);
+            Z* const result = lines + width;
+            if (inverse) {
+                transformRows<true>(rows, width, lines, result);
+            } else {
+                transformRows<false>(rows, width, lines, result);
+            }
+            storeRows(rows, result, width);
+        }
+    }
+
+    /// Transforms `count` rows of `width` packed reals to their width / 2 + 1 lowest frequencies.
+    static void realRows(const float* const* src, float* const* dst, long count, long width,
+                         float* scratch) {
+        const long half = width / 2;
+        for (long r = 0; r < count; r += kLanes) {
+            const Rows rows(src + r, dst + r, count - r);
+            Z* const lines = reinterpret_cast<Z*>(scratch);
+            Z* const result = lines + half;
+            transformRows<false>(rows, half, lines, result);
+            separate(result, half);
+            storeRows(rows, result, half);
+            storeElements(rows, result, half, half + 1);
+        }
+    }
+
+    /// Transforms the `count` columns of the plane from column `x` on, in place.
+    static void complexColumns(float* plane, long width, long height, long x, long count,
+                               bool inverse, float* scratch) {
+        for (const long end = x + count; x < end; x += kLanes) {
+            const Columns columns(plane, width, x, end - x);
+            Z* const lines = reinterpret_cast<Z*>(scratch);
+            if (inverse) {
+                transformColumns<true>(columns, height, lines);
+            } else {
+                transformColumns<false>(columns, height, lines);
+            }
+        }
+    }
+
+  private:
+    typedef mf_Elements<V> Z;
+
+    // Up to kLanes rows; the lanes beyond repeat the first row and are not stored.
+    struct Rows {
+        Rows(const float* const* src, float* const* dst, long available)
+            : count(available < kLanes ? available : kLanes) {
+            for (long r = 0; r < kLanes; ++r) {
+                from[r] = src[r < count ? r : 0];
+                to[r] = dst[r < count ? r : 0];
+            }
+        }
+        long count;
+        const float* from[kLanes];
+        float* to[kLanes];
+    };
+
+    // Up to kLanes columns of a plane.
+    struct Columns {
+        Columns(float* plane, long planeWidth, long x, long available)
+            : first(plane + 2 * x),
+              pitch(2 * planeWidth),
+              count(available < kLanes ? available : kLanes) {}
+
+        Z load(long y) const {
+            const float* const row = first + y * pitch;
+            if (count == kLanes) return unzipped(row);
+            float padded[2 * kLanes] = {};
+            for (long i = 0; i < 2 * count; ++i) padded[i] = row[i];
+            return unzipped(padded);
+        }
+
+        void store(long y, Z z) const {
+            float* const row = first + y * pitch;
+            V a, b;
+            V::zip(z.re, z.im, a, b);
+            if (count == kLanes) {
+                a.store(row), b.store(row + kLanes);
+                return;
+            }
+            float padded[2 * kLanes];
+            a.store(padded), b.store(padded + kLanes);
+            for (long i = 0; i < 2 * count; ++i) row[i] = padded[i];
+        }
+
+        static Z unzipped(const float* row) {
+            Z z;
+            V::unzip(V::load(row), V::load(row + kLanes), z.re, z.im);
+            return z;
+        }
+
+        float* first;
+        long pitch;
+        long count;
+    };
+
+    template <bool kConjugate>
+    static Z conjugatedIf(Z z) {
+        if constexpr (kConjugate) z.im = -z.im;
+        return z;
+    }
+
+    // Lengths are powers of two up to 2048; each has a program of its own.
+    template <long N = 2048, class Load, class Store>
+    static void transformLines(long n, Z* scratch, const Load& load, const Store& store) {
+        if (n == N) return mf_LineTransform<V, N>::transform(scratch, load, store);
+        if constexpr (N > 1) transformLines<N / 2>(n, scratch, load, store);
+    }
+
+    template <bool kInverse>
+    static void transformRows(const Rows& rows, long width, Z* lines, Z* result) {
+        loadRows(rows, lines, width);
+        transformLines(
+            width, lines, [lines](long i) { return conjugatedIf<kInverse>(lines[i]); },
+            [result](long k, Z z) { result[k] = conjugatedIf<kInverse>(z); });
+    }
+
+    template <bool kInverse>
+    static void transformColumns(const Columns& columns, long height, Z* lines) {
+        transformLines(
+            height, lines, [&](long y) { return conjugatedIf<kInverse>(columns.load(y)); },
+            [&](long y, Z z) { columns.store(y, conjugatedIf<kInverse>(z)); });
+    }
+
+    // Half a vector of elements of each row makes, transposed, as many elements of all rows.
+    static void loadRows(const Rows& rows, Z* lines, long width) {
+        constexpr long kBlock = kLanes / 2;
+        long x = 0;
+        for (; x + kBlock <= width; x += kBlock) {
+            V block[kLanes];
+            for (long r = 0; r < kLanes; ++r) block[r] = V::load(rows.from[r] + 2 * x);
+            V::transpose(block);
+            for (long i = 0; i < kBlock; ++i) lines[x + i] = {block[2 * i], block[2 * i + 1]};
+        }
+        for (; x < width; ++x) {
+            float re[kLanes], im[kLanes];
+            for (long r = 0; r < kLanes; ++r) {
+                re[r] = rows.from[r][2 * x];
+                im[r] = rows.from[r][2 * x + 1];
+            }
+            lines[x] = {V::load(re), V::load(im)};
+        }
+    }
+
+    static void storeRows(const Rows& rows, const Z* lines, long width) {
+        constexpr long kBlock = kLanes / 2;
+        long x = 0;
+        for (; x + kBlock <= width; x += kBlock) {
+            V block[kLanes];
+            for (long i = 0; i < kBlock; ++i) {
+                block[2 * i] = lines[x + i].re;
+                block[2 * i + 1] = lines[x + i].im;
+            }
+            V::transpose(block);
+            for (long r = 0; r < rows.count; ++r) block[r].store(rows.to[r] + 2 * x);
+        }
+        storeElements(rows, lines, x, width);
+    }
+
+    static void storeElements(const Rows& rows, const Z* lines, long x, long end) {
+        for (; x < end; ++x) {
+            float re[kLanes], im[kLanes];
+            lines[x].re.store(re), lines[x].im.store(im);
+            for (long r = 0; r < rows.count; ++r) {
+                rows.to[r][2 * x] = re[r];
+                rows.to[r][2 * x + 1] = im[r];
+            }
+        }
+    }
+
+    // Splits the spectrum of n packed pairs of reals into the n + 1 lowest frequencies of the 2 n
+    // reals. Elements i and n - i need each other alone.
+    static void separate(Z* z, long n) {
+        const mf_TwiddleTables::Factor* const factors = mf_kTwiddles.ofSeparation(n < 2 ? 2 : n);
+        for (long i = 1; i < n / 2; ++i) {
+            Z &a = z[i], &b = z[n - i];
+            const float re = factors[i].re, im = factors[i].im;
+            const V h1r = (a.re + b.re) * 0.5f, h1i = (a.im - b.im) * 0.5f;
+            const V h2r = (a.im + b.im) * 0.5f, h2i = (a.re - b.re) * -0.5f;
+            a = {h1r + h2r * re - h2i * im, h1i + h2i * re + h2r * im};
+            b = {h1r - h2r * re + h2i * im, -h1i + h2i * re + h2r * im};
+        }
+        if (n >= 2) z[n / 2].im = -z[n / 2].im;
+        const Z dc = z[0];
+        const V zero = V::filled(0.0f);
+        z[0] = {dc.re + dc.im, zero};
+        z[n] = {dc.re - dc.im, zero};
+    }
+};

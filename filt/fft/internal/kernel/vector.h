@@ -1,0 +1,197 @@
+// Vectors of float lanes: what the passes need of an instruction set.
+//
+// This header is compiled once per instruction set. Nothing in it may be shared between the
+// translation units of different sets: all types, and through them all functions, differ.
+#pragma once
+
+/// L lanes as plain floats, for the compiler to vectorise as it can.
+template <int L>
+struct mf_PlainVector {
+    static constexpr int kLanes = L;
+
+    float lane[L];
+
+    static mf_PlainVector load(const float* from) {
+        mf_PlainVector v;
+        for (int i = 0; i < L; ++i) v.lane[i] = from[i];
+        return v;
+    }
+    static mf_PlainVector filled(float value) {
+        mf_PlainVector v;
+        for (int i = 0; i < L; ++i) v.lane[i] = value;
+        return v;
+    }
+    void store(float* to) const {
+        for (int i = 0; i < L; ++i) to[i] = lane[i];
+    }
+
+    friend mf_PlainVector operator+(mf_PlainVector a, mf_PlainVector b) {
+        for (int i = 0; i < L; ++i) a.lane[i] += b.lane[i];
+        return a;
+    }
+    friend mf_PlainVector operator-(mf_PlainVector a, mf_PlainVector b) {
+        for (int i = 0; i < L; ++i) a.lane[i] -= b.lane[i];
+        return a;
+    }
+    friend mf_PlainVector operator*(mf_PlainVector a, float b) {
+        for (int i = 0; i < L; ++i) a.lane[i] *= b;
+        return a;
+    }
+    friend mf_PlainVector operator-(mf_PlainVector a) {
+        for (int i = 0; i < L; ++i) a.lane[i] = -a.lane[i];
+        return a;
+    }
+
+    /// Splits the L pairs of `a` and `b` into first and second members.
+    static void unzip(mf_PlainVector a, mf_PlainVector b, mf_PlainVector& first,
+                      mf_PlainVector& second) {
+        for (int i = 0; i < L / 2; ++i) {
+            first.lane[i] = a.lane[2 * i];
+            second.lane[i] = a.lane[2 * i + 1];
+            first.lane[L / 2 + i] = b.lane[2 * i];
+            second.lane[L / 2 + i] = b.lane[2 * i + 1];
+        }
+    }
+
+    /// The inverse of unzip.
+    static void zip(mf_PlainVector first, mf_PlainVector second, mf_PlainVector& a,
+                    mf_PlainVector& b) {
+        for (int i = 0; i < L / 2; ++i) {
+            a.lane[2 * i] = first.lane[i];
+            a.lane[2 * i + 1] = second.lane[i];
+            b.lane[2 * i] = first.lane[L / 2 + i];
+            b.lane[2 * i + 1] = second.lane[L / 2 + i];
+        }
+    }
+
+    mf_PlainVector reversed() const {
+        mf_PlainVector v;
+        for (int i = 0; i < L; ++i) v.lane[i] = lane[L - 1 - i];
+        return v;
+    }
+
+    static void transpose(mf_PlainVector (&row)[L]) {
+        for (int i = 0; i < L; ++i) {
+            for (int j = 0; j < i; ++j) {
+                const float swapped = row[i].lane[j];
+                row[i].lane[j] = row[j].lane[i];
+                row[j].lane[i] = swapped;
+            }
+        }
+    }
+};
+
+#if defined(__GNUC__)
+
+/// The numbers 0 to N - 1 as template arguments.
+template <int... I>
+struct mf_Indices {};
+template <int N, int... I>
+struct mf_MakeIndices : mf_MakeIndices<N - 1, N - 1, I...> {};
+template <int... I>
+struct mf_MakeIndices<0, I...> {
+    typedef mf_Indices<I...> Type;
+};
+
+/// L lanes in a machine register.
+template <int L>
+struct mf_MachineVector {
+    static constexpr int kLanes = L;
+    typedef float Raw __attribute__((vector_size(4 * L)));
+    typedef float Unaligned __attribute__((vector_size(4 * L), aligned(4), may_alias));
+
+    Raw raw;
+
+    static mf_MachineVector load(const float* from) {
+        return {*reinterpret_cast<const Unaligned*>(from)};
+    }
+    static mf_MachineVector filled(float value) { return {value - Raw{}}; }
+    void store(float* to) const { *reinterpret_cast<Unaligned*>(to) = raw; }
+
+    friend mf_MachineVector operator+(mf_MachineVector a, mf_MachineVector b) {
+        return {a.raw + b.raw};
+    }
+    friend mf_MachineVector operator-(mf_MachineVector a, mf_MachineVector b) {
+        return {a.raw - b.raw};
+    }
+    friend mf_MachineVector operator*(mf_MachineVector a, float b) { return {a.raw * b}; }
+    friend mf_MachineVector operator-(mf_MachineVector a) { return {-a.raw}; }
+
+    static void unzip(mf_MachineVector a, mf_MachineVector b, mf_MachineVector& first,
+                      mf_MachineVector& second) {
+        unzip(a.raw, b.raw, first.raw, second.raw, All());
+    }
+    static void zip(mf_MachineVector first, mf_MachineVector second, mf_MachineVector& a,
+                    mf_MachineVector& b) {
+        zip(first.raw, second.raw, a.raw, b.raw, All());
+    }
+    mf_MachineVector reversed() const { return reversed(All()); }
+
+    /// In-register transposition: 4 x 4 within blocks of four lanes, then of the blocks.
+    static void transpose(mf_MachineVector (&row)[L]) {
+        for (int i = 0; i < L; i += 4) transposeWithinBlocks(row + i, All());
+        if constexpr (L > 4) {
+            for (int c = 0; c < 4; ++c) transposeBlocks(row + c, All());
+        }
+    }
+
+  private:
+    typedef typename mf_MakeIndices<L>::Type All;
+
+    template <int... I>
+    static void unzip(Raw a, Raw b, Raw& first, Raw& second, mf_Indices<I...>) {
+        first = __builtin_shufflevector(a, b, (2 * I)...);
+        second = __builtin_shufflevector(a, b, (2 * I + 1)...);
+    }
+
+    template <int... I>
+    static void zip(Raw first, Raw second, Raw& a, Raw& b, mf_Indices<I...>) {
+        a = __builtin_shufflevector(first, second, (I / 2 + (I % 2) * L)...);
+        b = __builtin_shufflevector(first, second, (L / 2 + I / 2 + (I % 2) * L)...);
+    }
+
+    template <int... I>
+    mf_MachineVector reversed(mf_Indices<I...>) const {
+        return {__builtin_shufflevector(raw, raw, (L - 1 - I)...)};
+    }
+
+    // Block by block of four lanes: a[0] b[0] a[1] b[1], a[2] b[2] a[3] b[3], then pairs of these.
+    template <int... I>
+    static void transposeWithinBlocks(mf_MachineVector* row, mf_Indices<I...>) {
+        const Raw a = row[0].raw, b = row[1].raw, c = row[2].raw, d = row[3].raw;
+        const Raw ab0 = __builtin_shufflevector(a, b, (I / 4 * 4 + I % 4 / 2 + I % 2 * L)...);
+        const Raw ab2 = __builtin_shufflevector(a, b, (I / 4 * 4 + 2 + I % 4 / 2 + I % 2 * L)...);
+        const Raw cd0 = __builtin_shufflevector(c, d, (I / 4 * 4 + I % 4 / 2 + I % 2 * L)...);
+        const Raw cd2 = __builtin_shufflevector(c, d, (I / 4 * 4 + 2 + I % 4 / 2 + I % 2 * L)...);
+        row[0].raw = __builtin_shufflevector(ab0, cd0, (I / 4 * 4 + I % 2 + I % 4 / 2 * L)...);
+        row[1].raw = __builtin_shufflevector(ab0, cd0, (I / 4 * 4 + 2 + I % 2 + I % 4 / 2 * L)...);
+        row[2].raw = __builtin_shufflevector(ab2, cd2, (I / 4 * 4 + I % 2 + I % 4 / 2 * L)...);
+        row[3].raw = __builtin_shufflevector(ab2, cd2, (I / 4 * 4 + 2 + I % 2 + I % 4 / 2 * L)...);
+    }
+
+    // The blocks of four lanes of the rows 0, 4, 8 ... change places as a matrix of blocks does.
+    template <int... I>
+    static void transposeBlocks(mf_MachineVector* row, mf_Indices<I...>) {
+        const auto even = [](Raw a, Raw b) {
+            return __builtin_shufflevector(a, b, (I / 4 * 8 + I % 4)...);
+        };
+        const auto odd = [](Raw a, Raw b) {
+            return __builtin_shufflevector(a, b, (I / 4 * 8 + 4 + I % 4)...);
+        };
+        const Raw a = row[0].raw, b = row[4].raw;
+        if constexpr (L == 8) {
+            row[0].raw = even(a, b);
+            row[4].raw = odd(a, b);
+        } else {
+            static_assert(L == 16);
+            const Raw c = row[8].raw, d = row[12].raw;
+            const Raw evenAb = even(a, b), oddAb = odd(a, b);
+            const Raw evenCd = even(c, d), oddCd = odd(c, d);
+            row[0].raw = even(evenAb, evenCd);
+            row[4].raw = even(oddAb, oddCd);
+            row[8].raw = odd(evenAb, evenCd);
+            row[12].raw = odd(oddAb, oddCd);
+        }
+    }
+};
+#endif
