@@ -34,8 +34,7 @@ void mf_ApplyPatch(const mf_PatchPlacement& at, const mvFilterResponse& patch, c
     const long middle = at.width / 2;
 
     // Shifted columns low .. high - 1 of one row, which stand side by side in storage as well.
-    const auto applyRun = [&](long low, long high, const float* gains, const float* from,
-                              float* to) {
+    const auto applyRun = [&](long low, long high, long firstGain, const float* from, float* to) {
         const long begin = std::clamp(colBegin, low, high);
         const long end = std::clamp(colEnd, begin, high);
         outside(from, to, begin - low);
@@ -54,9 +53,9 @@ void mf_ApplyPatch(const mf_PatchPlacement& at, const mvFilterResponse& patch, c
             outside(src, dst, at.width);
             continue;
         }
-        const long firstGain = (row - at.rowMin) * patch.width();
+        const long gains = (row - at.rowMin) * patch.width();
         const long firstHalf = 2 * (at.width - middle);
-        applyRun(middle, at.width, firstGain, src, dst);
-        applyRun(0, middle, firstGain, src + firstHalf, dst + firstHalf);
+        applyRun(middle, at.width, gains, src, dst);
+        applyRun(0, middle, gains, src + firstHalf, dst + firstHalf);
     }
 }
