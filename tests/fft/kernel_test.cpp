@@ -1,4 +1,4 @@
-// The two-dimensional kernel: bits as the reference's, accuracy, special values, bands.
+// The two-dimensional kernel: the reference's bits on every path, accuracy, special values, bands.
 //
 // Under a sanitizer planes above support::kLargestArea elements are left to the other builds.
 #include <filt/fft/internal/kernel.h>
@@ -54,15 +54,17 @@ Plane onAlignedFloats(Plane plane, Call call) {
     return plane;
 }
 
-Plane transformed(const Plane& plane, int direction, Band band) {
+Plane transformed(const Plane& plane, int direction, Band band,
+                  const mf_KernelPath& path = mf_BestKernelPath()) {
     return onAlignedFloats(plane, [&](float* data, mvPair<long> size) {
-        mf_FFT2D(data, size, direction, band.low, band.high);
+        mf_FFT2D(data, size, direction, band.low, band.high, path);
     });
 }
 
-Plane realTransformed(const Plane& plane, Band band) {
+Plane realTransformed(const Plane& plane, Band band,
+                      const mf_KernelPath& path = mf_BestKernelPath()) {
     return onAlignedFloats(plane, [&](float* data, mvPair<long> size) {
-        mf_RealFFT2D(data, size, 1, band.low, band.high);
+        mf_RealFFT2D(data, size, 1, band.low, band.high, path);
     });
 }
 
@@ -95,16 +97,42 @@ std::string sizeOf(const Plane& plane) {
     return std::to_string(plane.width) + " x " + std::to_string(plane.height);
 }
 
+// The paths that this processor has.
+std::vector<const mf_KernelPath*> supportedPaths() {
+    std::vector<const mf_KernelPath*> paths;
+    for (const mf_KernelPath* path : mf_KernelPathList()) {
+        if (path->isSupported()) paths.push_back(path);
+    }
+    return paths;
+}
+
+// transform(path) has the expected bits on every path.
+template <class Transform>
+void expectOnEveryPath(const Plane& expected, Transform transform, const std::string& what) {
+    for (const mf_KernelPath* path : supportedPaths()) {
+        EXPECT_TRUE(support::samePlane(expected, transform(*path), true))
+            << what << ", " << sizeOf(expected) << ", path " << path->name;
+    }
+}
+
+void expectReferenceBits(const Plane& plane, int direction, Band band, const std::string& what) {
+    expectOnEveryPath(
+        expectedTransform(plane, direction, band),
+        [&](const mf_KernelPath& path) { return transformed(plane, direction, band, path); },
+        what + ", direction " + std::to_string(direction) + ", band " + std::to_string(band.low) +
+            " .. " + std::to_string(band.high));
+}
+
 // All three transforms of the plane against the reference.
 void expectReferenceBits(const Plane& plane, const std::string& what) {
     for (const int direction : {1, -1}) {
-        EXPECT_TRUE(support::samePlane(expectedTransform(plane, direction, allRows(plane)),
-                                       transformed(plane, direction, allRows(plane)), true))
-            << what << ", " << sizeOf(plane) << ", direction " << direction;
+        expectReferenceBits(plane, direction, allRows(plane), what);
     }
     const Plane real = asRealInput(plane);
-    EXPECT_TRUE(support::samePlane(expectedRealTransform(real), realTransformed(real), true))
-        << what << ", " << sizeOf(plane) << ", real";
+    expectOnEveryPath(
+        expectedRealTransform(real),
+        [&](const mf_KernelPath& path) { return realTransformed(real, allRows(real), path); },
+        what + ", real");
 }
 
 // Twiddles come from rotations, whose error grows with the length: the relative error of the whole
@@ -123,6 +151,14 @@ void expectAccuracy(const Plane& actual, const Plane& input, int direction) {
     }
     EXPECT_LE(worst, unit * std::sqrt(energy / static_cast<double>(expected.size())))
         << sizeOf(input);
+}
+
+TEST(KernelPaths, HoldTheBestOneAndEndWithPlainCode) {
+    const auto paths = supportedPaths();
+    ASSERT_FALSE(paths.empty());
+    EXPECT_EQ(paths.front(), &mf_BestKernelPath());
+    EXPECT_STREQ(paths.back()->name, "plain");
+    for (const mf_KernelPath* path : paths) RecordProperty(path->name, "supported");
 }
 
 TEST(Kernel, HasTheReferencesBitsForAllSizes) {
@@ -251,23 +287,15 @@ TEST(KernelBand, DefinesTheBitsAlsoWhenSkippedRowsAreNotZero) {
         const Plane plane = randomPlane(w, h, 15);
         for (const Band band : bandsOf(h)) {
             for (const int direction : {-1, 1}) {
-                EXPECT_TRUE(support::samePlane(expectedTransform(plane, direction, band),
-                                               transformed(plane, direction, band)))
-                    << sizeOf(plane) << ", band " << band.low << " .. " << band.high
-                    << ", direction " << direction;
+                expectReferenceBits(plane, direction, band, "random");
             }
         }
     }
 }
 
-TEST(KernelBand, DefinesTheBitsOfLargePlanes) {
-    for (const auto& [w, h] : {std::pair(256, 256), std::pair(512, 128), std::pair(128, 512)}) {
-        const Plane plane = randomPlane(w, h, 16);
-        for (const Band band : {Band{h / 3, h / 2}, Band{h / 2 + 5, h - 9}, Band{3, 6}}) {
-            EXPECT_TRUE(support::samePlane(expectedTransform(plane, -1, band),
-                                           transformed(plane, -1, band)))
-                << sizeOf(plane) << ", band " << band.low << " .. " << band.high;
-        }
+TEST(KernelBand, DefinesTheBitsForAllSizes) {
+    for (const auto& [w, h] : paddedSizes(support::kLargestArea)) {
+        expectReferenceBits(randomPlane(w, h, 16), -1, {h / 3, h / 2 + 5}, "random");
     }
 }
 
@@ -275,10 +303,7 @@ TEST(KernelBand, DefinesTheBitsOfSpecialValues) {
     for (const auto& [w, h] : paddedSizes(1 << 10)) {
         for (const bool infinite : {false, true}) {
             const Plane plane = support::specialPlane(w, h, 17, infinite);
-            const Band band{h / 3, h / 2 + 1};
-            EXPECT_TRUE(support::samePlane(expectedTransform(plane, -1, band),
-                                           transformed(plane, -1, band), true))
-                << sizeOf(plane);
+            expectReferenceBits(plane, -1, {h / 3, h / 2 + 1}, "special");
         }
     }
 }
@@ -300,7 +325,12 @@ TEST(KernelBand, ChangesNothingWhenTheSkippedRowsAreZero) {
 
 TEST(RealKernel, HasNoUseForItsBand) {
     const Plane plane = randomPlane(16, 16, 19);
-    EXPECT_TRUE(support::samePlane(realTransformed(plane), realTransformed(plane, {5, 6})));
+    expectOnEveryPath(
+        realTransformed(plane),
+        [&](const mf_KernelPath& path) {
+            return realTransformed(plane, {5, 6}, path);
+        },
+        "band");
 }
 
 }  // namespace
