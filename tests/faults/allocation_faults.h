@@ -1,0 +1,27 @@
+// Lets chosen allocations fail, and counts the blocks that are held.
+#pragma once
+
+#include <cstddef>
+
+namespace faults {
+
+/// Which allocations fail: one of them, or that one and all that follow.
+enum class Extent { kOnlyThis, kThisAndLater };
+
+/// While it lives, allocations are counted from 1 on and the one numbered `failAt` fails; none for
+/// 0. One at a time, in one thread.
+class AllocationFaults {
+  public:
+    AllocationFaults(long failAt, Extent extent);
+    ~AllocationFaults();
+    AllocationFaults(const AllocationFaults&) = delete;
+    AllocationFaults& operator=(const AllocationFaults&) = delete;
+
+    /// How many there were so far, those that failed included.
+    long count() const;
+};
+
+/// The blocks that were allocated, by whatever function, and not freed yet.
+std::size_t liveBlocks();
+
+}  // namespace faults
