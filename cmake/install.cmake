@@ -10,6 +10,13 @@ write_basic_package_version_file(${PROJECT_BINARY_DIR}/mvfreqConfigVersion.cmake
 install(FILES ${PROJECT_BINARY_DIR}/mvfreqConfig.cmake ${PROJECT_BINARY_DIR}/mvfreqConfigVersion.cmake
   DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/mvfreq)
 
+# The pkg-config files find the headers from where they are, so that an installed tree can move.
+file(RELATIVE_PATH MVFREQ_PC_TO_PREFIX
+  ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig ${CMAKE_INSTALL_PREFIX})
+if(NOT BUILD_SHARED_LIBS)
+  set(MVBASE_PC_CFLAGS " -DMVBASE_STATIC")
+  set(MVFREQ_PC_CFLAGS " -DMVFREQ_STATIC")
+endif()
 foreach(name mvbase mvfreq)
   configure_file(cmake/${name}.pc.in ${PROJECT_BINARY_DIR}/${name}.pc @ONLY)
   install(FILES ${PROJECT_BINARY_DIR}/${name}.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)

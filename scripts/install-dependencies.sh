@@ -4,7 +4,7 @@
 set -euo pipefail
 
 packages=(cmake ninja-build g++ libcli11-dev libpng-dev libgtest-dev)
-if [[ ${1:-} == ci ]]; then packages+=(git clang clang-format); fi
+if [[ ${1:-} == ci ]]; then packages+=(git clang clang-format pkgconf); fi
 
 installed() { [[ $(dpkg-query --show --showformat='${db:Status-Status}' "$1" 2>/dev/null) == installed ]]; }
 

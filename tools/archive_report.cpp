@@ -4,7 +4,9 @@
 #include <base/archive.h>
 #include <filt/freqfilt.h>
 
+#include <concepts>
 #include <numbers>
+#include <sstream>
 
 #include "failure.h"
 #include "input_file.h"
@@ -26,41 +28,33 @@ void size(std::ostream& out, mvPair<long> size) {
     line(out, "size", sizeText(size));
 }
 
-void ring(std::ostream& out, const auto& filter) {
+// The square around DC that pass filters clear and reject filters keep.
+void dcSquare(std::ostream& out, const auto& filter) {
+    if constexpr (requires { filter.dcRemovalRadius(); })
+        line(out, "DC removal radius", filter.dcRemovalRadius());
+    else
+        line(out, "DC protection radius", filter.dcProtectionRadius());
+}
+
+template <std::derived_from<mvRingFilter> Filter>
+void describe(std::ostream& out, Filter& filter) {
     size(out, filter.size());
     line(out, "frequency", filter.frequency(), " cycles per pixel");
     line(out, "sigma", filter.sigma(), " cycles per pixel");
     line(out, "plateau", filter.plateau(), " cycles per pixel");
     line(out, "support", filter.supportWidth(), " bins");
+    dcSquare(out, filter);
 }
 
-void lobe(std::ostream& out, auto& filter) {
+template <std::derived_from<mvLobeFilter> Filter>
+void describe(std::ostream& out, Filter& filter) {
     size(out, filter.size());
     line(out, "frequency", filter.frequency(), " cycles per pixel");
     line(out, "angle", filter.angle().toDouble() * 180 / std::numbers::pi, " degrees");
     alongAcross(out, "sigma", filter.sigma());
     alongAcross(out, "plateau", filter.plateau());
     line(out, "support", filter.supportWidth(), " x ", filter.supportHeight(), " bins");
-}
-
-void describe(std::ostream& out, mvFrequencyFilterBandPass& filter) {
-    ring(out, filter);
-    line(out, "DC removal radius", filter.dcRemovalRadius());
-}
-
-void describe(std::ostream& out, mvFrequencyFilterBandReject& filter) {
-    ring(out, filter);
-    line(out, "DC protection radius", filter.dcProtectionRadius());
-}
-
-void describe(std::ostream& out, mvFrequencyFilterGabor& filter) {
-    lobe(out, filter);
-    line(out, "DC removal radius", filter.dcRemovalRadius());
-}
-
-void describe(std::ostream& out, mvFrequencyFilterGaborReject& filter) {
-    lobe(out, filter);
-    line(out, "DC protection radius", filter.dcProtectionRadius());
+    dcSquare(out, filter);
 }
 
 void describe(std::ostream& out, mvFrequencyFilterImage& filter) {
