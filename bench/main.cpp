@@ -1,0 +1,62 @@
+// Benchmarks: this library beside its peers, on the same work in the same run.
+#include <algorithm>
+#include <cstdio>
+#include <exception>
+
+#include "contest.h"
+#include "fftw.h"
+#include "groups.h"
+#include "machine.h"
+#include "transforms.h"
+
+namespace bench {
+
+bool isWanted(const Settings& settings, const std::string& group) {
+    return settings.groups.empty() || std::ranges::count(settings.groups, group) != 0;
+}
+
+std::vector<Size> wantedOf(const Settings& settings, std::vector<Size> sizes) {
+    if (settings.sizes.empty()) return sizes;
+    std::erase_if(sizes, [&](Size size) {
+        const std::string text = std::to_string(size.width) + "x" + std::to_string(size.height);
+        return std::ranges::count(settings.sizes, text) == 0;
+    });
+    return sizes;
+}
+
+namespace {
+
+// Name and value pairs, one a line.
+void describeMachine(const Settings& settings) {
+    if (!isWanted(settings, "machine")) return;
+    const RealTime realTime(settings.realTime);
+    std::printf("processor=%s\ncompiler=%s\nclock_ghz=%.3f\nadds_per_ns=%.2f\npath=%s\n",
+                processorName().c_str(), __VERSION__, clockRate(), additionRate(),
+                mf_BestKernelPath().name);
+    for (const auto& build : fftwBuilds(settings)) {
+        std::printf("%s=%s\n", build->name().c_str(), build->version().c_str());
+    }
+}
+
+void runAll(const Settings& settings) {
+    if (settings.core >= 0) pinTo(settings.core);
+    describeMachine(settings);
+    measureMemory(settings);
+    compareFirstCalls(settings);
+    holdTransforms(settings);
+    holdPipelines(settings);
+    holdOperations(settings);
+}
+
+}  // namespace
+}  // namespace bench
+
+int main(int count, char** words) {
+    try {
+        bench::runAll(bench::settingsOf(count, words));
+        return 0;
+    } catch (const std::exception& failure) {
+        std::fprintf(stderr, "mvfreq_bench: %s\n", failure.what());
+        return 1;
+    }
+}

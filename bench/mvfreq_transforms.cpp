@@ -1,0 +1,76 @@
+// This library's kernel as a peer.
+#include <algorithm>
+#include <utility>
+
+#include "transforms.h"
+
+namespace bench {
+namespace {
+
+class Complex : public Peer {
+  public:
+    Complex(Size size, const mf_KernelPath& path)
+        : Peer(std::string("mvfreq-") + path.name),
+          size_(size),
+          path_(path),
+          plane_(2 * size.count()) {}
+
+    void load(const Values& input) override {
+        std::copy(input.begin(), input.end(), plane_.data());
+    }
+    void run() override {
+        mf_FFT2D(plane_.data(), {size_.width, size_.height}, 1, 0, static_cast<int>(size_.height),
+                 path_);
+    }
+    Values result() const override { return {plane_.data(), plane_.data() + plane_.size()}; }
+
+  private:
+    Size size_;
+    const mf_KernelPath& path_;
+    AlignedFloats plane_;
+};
+
+class Real : public Peer {
+  public:
+    Real(Size size, const mf_KernelPath& path)
+        : Peer(std::string("mvfreq-") + path.name),
+          size_(size),
+          path_(path),
+          plane_(2 * size.count()) {}
+
+    void load(const Values& input) override {
+        for (long y = 0; y < size_.height; ++y) {
+            std::copy_n(input.data() + y * size_.width, size_.width, row(y));
+        }
+    }
+    void run() override {
+        mf_RealFFT2D(plane_.data(), {size_.width, size_.height}, 1, 0,
+                     static_cast<int>(size_.height), path_);
+    }
+    Values result() const override {
+        Values half;
+        for (long y = 0; y < size_.height; ++y) {
+            half.insert(half.end(), row(y), row(y) + size_.width + 2);
+        }
+        return half;
+    }
+
+  private:
+    float* row(long y) const { return plane_.data() + 2 * size_.width * y; }
+
+    Size size_;
+    const mf_KernelPath& path_;
+    AlignedFloats plane_;
+};
+
+}  // namespace
+
+std::unique_ptr<Peer> mvfreqComplex(Size size, const mf_KernelPath& path) {
+    return std::make_unique<Complex>(size, path);
+}
+
+std::unique_ptr<Peer> mvfreqReal(Size size, const mf_KernelPath& path) {
+    return std::make_unique<Real>(size, path);
+}
+
+}  // namespace bench

@@ -1,0 +1,107 @@
+// The kernel beside the peers, and its paths beside each other.
+#include "contest.h"
+#include "groups.h"
+#include "inputs.h"
+#include "transforms.h"
+
+namespace bench {
+namespace {
+
+// Factors that grow by a recurrence in single precision cost this library accuracy at long lines.
+constexpr double kAllowedError = 1e-4;
+
+const std::vector<Size> kSquares = {{64, 64},   {128, 128},   {256, 256},
+                                    {512, 512}, {1024, 1024}, {2048, 2048}};
+
+std::vector<Size> squaresAndOblongs() {
+    std::vector<Size> sizes = kSquares;
+    sizes.insert(sizes.end(), {{1024, 256}, {256, 1024}, {2048, 64}, {64, 2048}});
+    return sizes;
+}
+
+Contest complexContest(const char* group, Size size) {
+    Contest contest{
+        group, "c2c", size, randomValues(2 * size.count()), {}, relativeError(kAllowedError), {}};
+    contest.expected = expectedComplex(contest.input, size);
+    return contest;
+}
+
+Contest realContest(const char* group, Size size) {
+    Contest contest{
+        group, "real", size, randomValues(size.count()), {}, relativeError(kAllowedError), {}};
+    contest.expected = expectedReal(contest.input, size);
+    return contest;
+}
+
+// The copy of a plane tells what one pass over it costs at least.
+void addCopyOfPlane(Contest& contest) {
+    contest.peers.push_back(copy(8 * contest.size.count()));
+}
+
+void holdComplex(Size size, const Settings& settings) {
+    Contest contest = complexContest("c2c", size);
+    Peers& peers = contest.peers;
+    peers.push_back(mvfreqComplex(size, mf_BestKernelPath()));
+    for (const auto& build : fftwBuilds(settings)) {
+        addFftwComplex(peers, size, build, Rigor::Measure);
+        addFftwComplex(peers, size, build, Rigor::Patient);
+        addFftwComplexTwoStep(peers, size, build);
+        addFftwComplex(peers, size, build, Rigor::Estimate);
+    }
+    peers.push_back(kissfftComplex(size));
+#ifdef MVFREQ_BENCH_OPENCV
+    peers.push_back(opencvComplex(size));
+#endif
+    addCopyOfPlane(contest);
+    hold(contest, settings);
+}
+
+void holdReal(Size size, const Settings& settings) {
+    Contest contest = realContest("real", size);
+    Peers& peers = contest.peers;
+    peers.push_back(mvfreqReal(size, mf_BestKernelPath()));
+    for (const auto& build : fftwBuilds(settings)) {
+        addFftwReal(peers, size, build, Rigor::Measure);
+        addFftwReal(peers, size, build, Rigor::Patient);
+        addFftwRealInPlace(peers, size, build);
+        addFftwRealTwoStep(peers, size, build);
+        addFftwReal(peers, size, build, Rigor::Estimate);
+    }
+#ifdef MVFREQ_BENCH_OPENCV
+    peers.push_back(opencvReal(size));
+#endif
+    addCopyOfPlane(contest);
+    hold(contest, settings);
+}
+
+void holdPaths(Size size, const Settings& settings) {
+    Contest complex = complexContest("path", size);
+    Contest real = realContest("path", size);
+    for (const mf_KernelPath* path : mf_KernelPathList()) {
+        if (!path->isSupported()) continue;
+        complex.peers.push_back(mvfreqComplex(size, *path));
+        real.peers.push_back(mvfreqReal(size, *path));
+    }
+    auto builds = fftwBuilds(settings);
+    if (const auto limited = fftwLimitedToSse2(settings)) builds.push_back(limited);
+    for (const auto& build : builds) {
+        addFftwComplex(complex.peers, size, build, Rigor::Measure);
+        addFftwReal(real.peers, size, build, Rigor::Measure);
+    }
+    hold(complex, settings);
+    hold(real, settings);
+}
+
+}  // namespace
+
+void holdTransforms(const Settings& settings) {
+    const auto each = [&](const char* group, std::vector<Size> sizes, auto holdOne) {
+        if (!isWanted(settings, group)) return;
+        for (const Size size : wantedOf(settings, std::move(sizes))) holdOne(size, settings);
+    };
+    each("c2c", squaresAndOblongs(), holdComplex);
+    each("real", kSquares, holdReal);
+    each("path", kSquares, holdPaths);
+}
+
+}  // namespace bench

@@ -1,0 +1,32 @@
+// The peers of the two-dimensional transforms.
+#pragma once
+
+#include <filt/fft/internal/kernel.h>
+
+#include "fftw.h"
+#include "peer.h"
+
+namespace bench {
+
+/// @name Complex, in place, forward; load and result: the whole plane.
+/// @{
+std::unique_ptr<Peer> mvfreqComplex(Size size, const mf_KernelPath& path);
+void addFftwComplex(Peers& peers, Size size, const std::shared_ptr<const Fftw>& build, Rigor rigor);
+void addFftwComplexTwoStep(Peers& peers, Size size, const std::shared_ptr<const Fftw>& build);
+std::unique_ptr<Peer> kissfftComplex(Size size);
+std::unique_ptr<Peer> opencvComplex(Size size);
+/// @}
+
+/// @name Real, forward; load: one real a pel, result: columns 0 to W/2 of the plane.
+/// @{
+std::unique_ptr<Peer> mvfreqReal(Size size, const mf_KernelPath& path);
+void addFftwReal(Peers& peers, Size size, const std::shared_ptr<const Fftw>& build, Rigor rigor);
+void addFftwRealInPlace(Peers& peers, Size size, const std::shared_ptr<const Fftw>& build);
+void addFftwRealTwoStep(Peers& peers, Size size, const std::shared_ptr<const Fftw>& build);
+std::unique_ptr<Peer> opencvReal(Size size);
+/// @}
+
+/// Copies `bytes` bytes; with `toNewMemory` to memory that is allocated every time.
+std::unique_ptr<Peer> copy(long bytes, bool toNewMemory = false);
+
+}  // namespace bench
