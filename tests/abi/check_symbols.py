@@ -66,7 +66,7 @@ def problems(library, list_file, strict):
 
 
 def main():
-    arguments = [a for a in sys.argv[1:] if not a.startswith("--")]
+    arguments = [a for a in sys.argv[1:] if a and not a.startswith("--")]
     library, list_file = arguments
     if "--update" in sys.argv:
         with open(list_file, "w", encoding="ascii") as file:
