@@ -211,7 +211,7 @@ TYPED_TEST(FilterRecord, IsReadOnceForEachArchive) {
     const std::string bytes = typename TypeParam::Fields().record().bytes();
     typename TypeParam::Filter filter;
     archive::Loading loading(bytes + bytes);
-    loading.get() || filter || filter;
+    loading.archive() || filter || filter;
     EXPECT_EQ(loading.rest(), bytes.size());
 }
 

@@ -44,12 +44,12 @@ class Content {
     void load(const std::string& bytes) {
         archive::Loading loading(bytes);
         if (isBuffer_) {
-            loading.get() || buffer_;
+            loading.archive() || buffer_;
             return;
         }
         do {
             std::unique_ptr<mvPersistent> owner;
-            objects_.push_back(loading.get().loadPointer(owner));
+            objects_.push_back(loading.archive().loadPointer(owner));
             if (owner) owners_.push_back(std::move(owner));
         } while (loading.rest() > 0);
     }

@@ -7,12 +7,16 @@
 #include <bit>
 #include <cstdint>
 #include <initializer_list>
-#include <sstream>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "support/archive_bytes.h"
+
 namespace archive {
+
+using support::hex;
+using support::Loading;
 
 /// Bytes in the order in which they are laid.
 class Record {
@@ -55,36 +59,17 @@ class Record {
     std::string bytes_;
 };
 
-/// The bytes that storing `value` leaves in a stream.
-template <class T>
-std::string stored(T& value) {
-    std::ostringstream out;
-    mvArchive ar(out);
-    ar || value;
-    return out.str();
+/// The bytes that storing the values, in one archive, leaves in a stream.
+template <class... T>
+std::string stored(T&... values) {
+    return support::storedBy([&](mvArchive& ar) { (static_cast<void>(ar || values), ...); });
 }
-
-/// An archive over bytes in memory.
-class Loading {
-  public:
-    explicit Loading(const std::string& bytes) : in_(bytes), archive_(in_) {}
-
-    operator mvArchive&() { return archive_; }
-    mvArchive& get() { return archive_; }
-
-    /// How many bytes have not been read.
-    std::size_t rest() { return static_cast<std::size_t>(in_.rdbuf()->in_avail()); }
-
-  private:
-    std::istringstream in_;
-    mvArchive archive_;
-};
 
 /// Loads `value` and expects that no byte is left.
 template <class T>
 void load(const std::string& bytes, T& value) {
     Loading loading(bytes);
-    loading.get() || value;
+    loading.archive() || value;
     EXPECT_EQ(loading.rest(), 0U);
 }
 
@@ -112,20 +97,8 @@ template <class T>
 std::string loadingThrows(const std::string& bytes, T& value) {
     return loadingThrows([&] {
         Loading loading(bytes);
-        loading.get() || value;
+        loading.archive() || value;
     });
-}
-
-inline std::string hex(std::string_view bytes) {
-    constexpr char digits[] = "0123456789abcdef";
-    std::string text;
-    for (const char c : bytes) {
-        const auto byte = static_cast<unsigned char>(c);
-        if (!text.empty()) text += ' ';
-        text += digits[byte / 16];
-        text += digits[byte % 16];
-    }
-    return text;
 }
 
 }  // namespace archive

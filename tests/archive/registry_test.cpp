@@ -73,27 +73,22 @@ TEST(ImageFilterPointer, ComesBackAsItself) {
 TEST(Registry, ASecondPointerIsAReference) {
     mvFrequencyFilterBandPass filter;
     archive::load(archive::RingRecord().record().bytes(), filter);
-    std::ostringstream out;
-    mvArchive ar(out);
     mvPersistent* pointer = &filter;
-    ar || pointer || pointer;
-    EXPECT_EQ(archive::hex(out.str()), archive::hex(Record()
-                                                        .u8(1)
-                                                        .text("mvFrequencyFilterBandPass")
-                                                        .then(archive::RingRecord().record())
-                                                        .u8(2)
-                                                        .u32(0)
-                                                        .bytes()));
+    EXPECT_EQ(archive::hex(archive::stored(pointer, pointer)),
+              archive::hex(Record()
+                               .u8(1)
+                               .text("mvFrequencyFilterBandPass")
+                               .then(archive::RingRecord().record())
+                               .u8(2)
+                               .u32(0)
+                               .bytes()));
 }
 
 TEST(Registry, APointerAfterTheObjectItselfIsAReference) {
     mvFrequencyFilterGabor filter;
     archive::load(archive::LobeRecord().record().bytes(), filter);
-    std::ostringstream out;
-    mvArchive ar(out);
     mvFrequencyFilter* pointer = &filter;
-    ar || filter || pointer;
-    EXPECT_EQ(archive::hex(out.str()),
+    EXPECT_EQ(archive::hex(archive::stored(filter, pointer)),
               archive::hex(archive::LobeRecord().record().u8(2).u32(0).bytes()));
 }
 

@@ -1,51 +1,16 @@
-// Archives in memory, and their bytes as text.
+// The bytes of base library values.
 #pragma once
 
-#include <base/archive.h>
-
-#include <sstream>
 #include <string>
-#include <string_view>
 
-/// The bytes that `store(archive)` leaves in the stream.
-template <class Store>
-std::string storedBy(Store store) {
-    std::ostringstream out;
-    mvArchive ar(out);
-    store(ar);
-    return out.str();
-}
+#include "support/archive_bytes.h"
+
+using support::hex;
+using support::Loading;
+using support::storedBy;
 
 /// The bytes of one value.
 template <class Value>
 std::string bytesOf(Value value) {
     return storedBy([&](mvArchive& ar) { ar || value; });
-}
-
-/// An archive that loads from a text.
-class Loading {
-  public:
-    explicit Loading(const std::string& bytes) : in_(bytes), archive_(in_) {}
-
-    mvArchive& archive() { return archive_; }
-
-    /// How many bytes have not been read.
-    std::size_t rest() { return static_cast<std::size_t>(in_.rdbuf()->in_avail()); }
-
-  private:
-    std::istringstream in_;
-    mvArchive archive_;
-};
-
-/// Two hexadecimal digits a byte, separated by blanks.
-inline std::string hex(std::string_view bytes) {
-    constexpr char digits[] = "0123456789abcdef";
-    std::string text;
-    for (const char c : bytes) {
-        const auto byte = static_cast<unsigned char>(c);
-        if (!text.empty()) text += ' ';
-        text += digits[byte / 16];
-        text += digits[byte % 16];
-    }
-    return text;
 }

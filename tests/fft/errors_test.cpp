@@ -7,6 +7,8 @@
 #include <string>
 #include <typeinfo>
 
+#include "support/archive_bytes.h"
+
 namespace {
 
 template <class E>
@@ -35,10 +37,7 @@ using Leaves = testing::Types<mvFrequencyDefs::InvalidArgument, mvFrequencyDefs:
 TYPED_TEST_SUITE(ErrorTest, Leaves, );
 
 std::string stored(mvPersistent& object) {
-    std::ostringstream out;
-    mvArchive ar(out);
-    ar || object;
-    return out.str();
+    return support::storedBy([&](mvArchive& ar) { ar || object; });
 }
 
 // The text and number of the UnknownVersion that loading the bytes throws.

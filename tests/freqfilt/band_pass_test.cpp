@@ -170,19 +170,6 @@ TEST(BandPass, ASpentBufferIsFilteredUnlessASquareIsToBeRemoved) {
     EXPECT_FALSE(mf_BufferAccess::inverseComputed(buffer));
 }
 
-TEST(BandPass, TheDestinationKeepsItsOwnPlacement) {
-    const Filter filter(0.05, 0.02, 0.2, Size(16, 8), 0);
-    const mvFrequencyBuffer src =
-        support::bufferOf(support::someSpectrum(support::randomPlane(16, 8, 1)));
-    mvFrequencyBuffer dst(3, 3);
-    filter.apply(src, dst);
-    EXPECT_EQ(mf_BufferAccess::offset(dst), Size(0, 0));
-    EXPECT_EQ(mf_BufferAccess::xform(dst).linearXform(), mv2XformLinear());
-    EXPECT_EQ(mf_BufferAccess::imageWidth(dst), 16);
-    EXPECT_EQ(mf_BufferAccess::imageHeight(dst), 8);
-    EXPECT_EQ(mf_BufferAccess::imageWidth(src), 15);
-}
-
 TEST(BandPass, ASideThatPassesTheChecksIsHeldTo32Bits) {
     // Only the width enters the profile.
     const Filter filter(0.05, 0.0, 0.25, Size(8, 1L << 40), 0);

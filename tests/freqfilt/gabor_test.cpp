@@ -170,18 +170,6 @@ TEST(Gabor, PlateauIsFlat) {
     }
 }
 
-TEST(Gabor, TheDestinationKeepsItsOwnPlacement) {
-    const Filter filter = round(0.05, 0.5, 0.2, Size(16, 8));
-    const mvFrequencyBuffer src =
-        support::bufferOf(support::someSpectrum(support::randomPlane(16, 8, 1)));
-    mvFrequencyBuffer dst(3, 3);
-    filter.apply(src, dst);
-    EXPECT_EQ(mf_BufferAccess::offset(dst), Size(0, 0));
-    EXPECT_EQ(mf_BufferAccess::xform(dst).linearXform(), mv2XformLinear());
-    EXPECT_EQ(mf_BufferAccess::imageWidth(dst), 16);
-    EXPECT_EQ(mf_BufferAccess::imageHeight(dst), 8);
-}
-
 TEST(Gabor, ARemovalSquareThatReachesOutIsFoundAfterFiltering) {
     mvFrequencyBuffer buffer = support::bufferOf(support::constantPlane(8, 8, {1, 1}));
     EXPECT_EQ(thrownBy([&] { round(1, 0, 0, Size(8, 8), 5).apply(buffer); }),
