@@ -80,8 +80,8 @@ std::string Fftw::wisdomFile(const std::string& key, Rigor rigor) const {
     return wisdom_ + "/" + name_ + "-" + nameOf(rigor) + "-" + key;
 }
 
-// A patient search that ran out of time leaves the best plan of less patience, so that is what is
-// looked for next.
+// The wisdom of a search that ran out of time is not kept: it would lead to far worse plans than
+// the search itself.
 Fftw::Plan Fftw::plan(const std::string& key, Rigor rigor,
                       const std::function<fftwf_plan(unsigned)>& make) const {
     const std::string file = wisdomFile(key, rigor);
@@ -91,11 +91,12 @@ Fftw::Plan Fftw::plan(const std::string& key, Rigor rigor,
     fftwf_plan found = nullptr;
     if (!file.empty() && importWisdom_(file.c_str()) != 0) {
         found = make(flagsOf(rigor) | FFTW_WISDOM_ONLY);
-        if (found == nullptr) found = make(FFTW_MEASURE | FFTW_WISDOM_ONLY);
     }
     if (found == nullptr) {
+        const auto begin = Clock::now();
         found = make(flagsOf(rigor));
-        if (!file.empty()) exportWisdom_(file.c_str());
+        const bool ended = rigor != Rigor::Patient || nanosecondsSince(begin) < planSeconds_ * 1e9;
+        if (!file.empty() && ended) exportWisdom_(file.c_str());
     }
     if (found == nullptr) throw std::runtime_error("FFTW has no plan for " + key);
     return {found, [destroy = destroyPlan_, library = library_](fftwf_plan p) { destroy(p); }};

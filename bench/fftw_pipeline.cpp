@@ -1,5 +1,6 @@
 // The pipelines as a careful engineer writes them with FFTW: real transforms where the filter
-// allows, plans and responses made beforehand, the scale folded into the response.
+// allows, plans and responses made beforehand, the scale folded into the response. The bounds of
+// the loops that write pels are local, since bytes might overlap anything that is a member.
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -96,10 +97,11 @@ class RealFilter : public FromImage<T> {
             multiplyReal();
         }
         this->build_->execute(inverse_.get());
-        for (long y = 0; y < this->image_.height; ++y) {
+        const Size image = this->image_;
+        for (long y = 0; y < image.height; ++y) {
             const float* const from = this->real_.data() + y * this->padded_.width;
-            T* const to = this->out_.data() + y * this->image_.width;
-            for (long x = 0; x < this->image_.width; ++x) to[x] = this->pelOf(std::abs(from[x]));
+            T* const to = this->out_.data() + y * image.width;
+            for (long x = 0; x < image.width; ++x) to[x] = this->pelOf(std::abs(from[x]));
         }
     }
 

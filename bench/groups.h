@@ -15,7 +15,8 @@ bool isWanted(const Settings& settings, const std::string& group);
 /// Those of `sizes` that the command line asks for.
 std::vector<Size> wantedOf(const Settings& settings, std::vector<Size> sizes);
 
-/// Groups c2c, real and path: the kernel beside the peers, and its paths beside each other.
+/// Groups c2c, real, path and band: the kernel beside the peers, its paths beside each other, and
+/// what a band of rows saves.
 void holdTransforms(const Settings& settings);
 
 /// Groups pipeline8 and pipeline16.

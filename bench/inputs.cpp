@@ -37,10 +37,10 @@ Values columnsOf(const reference::DoublePlane& plane, Size size, long columns) {
 
 }  // namespace
 
-Values expectedComplex(const Values& values, Size size) {
+Values expectedComplex(const Values& values, Size size, int direction) {
     reference::Plane plane = planeOf(size);
     std::copy(values.begin(), values.end(), plane.floats());
-    return columnsOf(reference::fastDFT2D(plane, 1), size, size.width);
+    return columnsOf(reference::fastDFT2D(plane, direction), size, size.width);
 }
 
 Values expectedReal(const Values& image, Size size) {

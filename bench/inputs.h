@@ -27,9 +27,9 @@ inline Values randomPels(long count, unsigned top) {
     return values;
 }
 
-/// The forward transform in double precision of a complex plane, and columns 0 to W/2 of that of a
-/// real one.
-Values expectedComplex(const Values& plane, Size size);
+/// The transform in double precision of a complex plane (direction -1: inverse), and columns 0 to
+/// W/2 of the forward one of a real one.
+Values expectedComplex(const Values& plane, Size size, int direction = 1);
 Values expectedReal(const Values& image, Size size);
 
 /// The pipeline's pels up to `top`, computed in double precision.

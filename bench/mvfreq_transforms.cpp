@@ -63,7 +63,33 @@ class Real : public Peer {
     AlignedFloats plane_;
 };
 
+// Rows outside the band come cleared, as a filter leaves them.
+class BandedInverse : public Peer {
+  public:
+    BandedInverse(std::string name, Size size, long rowLow, long rowHigh)
+        : Peer(std::move(name)),
+          size_(size),
+          low_(static_cast<int>(rowLow)),
+          high_(static_cast<int>(rowHigh)),
+          plane_(2 * size.count()) {}
+
+    void load(const Values& input) override {
+        std::copy(input.begin(), input.end(), plane_.data());
+    }
+    void run() override { mf_FFT2D(plane_.data(), {size_.width, size_.height}, -1, low_, high_); }
+    Values result() const override { return {plane_.data(), plane_.data() + plane_.size()}; }
+
+  private:
+    Size size_;
+    int low_, high_;
+    AlignedFloats plane_;
+};
+
 }  // namespace
+
+std::unique_ptr<Peer> mvfreqInverse(std::string name, Size size, long rowLow, long rowHigh) {
+    return std::make_unique<BandedInverse>(std::move(name), size, rowLow, rowHigh);
+}
 
 std::unique_ptr<Peer> mvfreqComplex(Size size, const mf_KernelPath& path) {
     return std::make_unique<Complex>(size, path);

@@ -15,7 +15,7 @@ long paddedSide(long side) {
 mvFrequencyBuffer kernelSpectrum(Size size) {
     mvPelBuffer<double> kernel(size.width, size.height);
     for (long y = 0; y < 5; ++y) {
-        for (long x = 0; x < 5; ++x) kernel.pointToRow(y)[x] = static_cast<double>(x + 2 * y) / 75;
+        for (long x = 0; x < 5; ++x) kernel.pointToRow(y)[x] = static_cast<double>(x + 2 * y) / 150;
     }
     mvFrequencyBuffer spectrum;
     mfForwardFFT(kernel, spectrum);

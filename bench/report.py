@@ -151,6 +151,14 @@ def path_table(results, work):
                   "baseline / FFTW with SSE2", "plain / baseline"], rows)
 
 
+def band_table(results):
+    rows = []
+    for (_, width, height), times in results.group("band").items():
+        band, whole = times["mvfreq an eighth"], times["mvfreq all rows"]
+        rows.append([size_text(width, height), micro(band), micro(whole), ratio(band, whole)])
+    return table(["size", "an eighth of the rows, us", "all rows, us", "ratio"], rows)
+
+
 def pipeline_table(results, group):
     rows = []
     for (work, width, height), times in sorted(results.group(group).items()):
@@ -236,8 +244,8 @@ def save(figure, name):
 
 
 def fill(page, name, text):
-    block = re.compile(rf"(<!-- {name} -->\n).*?(\n<!-- end -->)", re.S)
-    page, count = block.subn(lambda m: m[1] + text + m[2], page)
+    block = re.compile(rf"(<!-- {name} -->\n).*?(<!-- end -->)", re.S)
+    page, count = block.subn(lambda m: m[1] + text + "\n" + m[2], page)
     if count != 1:
         raise SystemExit(f"{PAGE} has {count} places for {name}")
     return page
@@ -254,6 +262,7 @@ def main():
         "real floors": floor_table(results, "real"),
         "c2c paths": path_table(results, "c2c"),
         "real paths": path_table(results, "real"),
+        "band": band_table(results),
         "pipeline8": pipeline_table(results, "pipeline8"),
         "pipeline16": pipeline_table(results, "pipeline16"),
         "operations": operation_table(results),

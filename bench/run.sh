@@ -3,8 +3,8 @@
 #   bench/run.sh [--quick]
 # It needs libfftw3-dev, libkissfft-dev, libopencv-core-dev, python3-matplotlib, and root or the
 # right to real-time priority (without, it measures at common priority). FFTW with all instruction
-# sets is built at first into MVFREQ_BENCH_FFTW_ROOT. Plans are kept in the build folder, so that
-# later runs take about five minutes; --quick takes the square transforms and 1024 x 1024 alone.
+# sets is built at first into MVFREQ_BENCH_FFTW_ROOT. A run takes about six minutes; --quick takes the square
+# transforms and the 8-bit pipelines of 1024 x 1024 alone, and only prints.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
@@ -40,7 +40,7 @@ echo 'group,work,width,height,peer,samples,median_ns,p10_ns,p90_ns,error' >"$res
 } >"$results/machine.txt.new"
 bench --group memory --group first --csv "$results/times.csv.new"
 bench --group c2c --group real --seconds 1 --csv "$results/times.csv.new"
-bench --group path --group pipeline8 --group pipeline16 --seconds 1 --csv "$results/times.csv.new"
+bench --group path --group band --group pipeline8 --group pipeline16 --seconds 1 --csv "$results/times.csv.new"
 bench --group operation --seconds 0.5 --csv "$results/times.csv.new"
 for file in times.csv machine.txt; do mv "$results/$file.new" "$results/$file"; done
 

@@ -9,7 +9,7 @@ namespace {
 const char* const kUsage =
     "usage: mvfreq_bench [--group G]... [--size WxH]... [--csv FILE] [--wisdom FOLDER]\n"
     "                    [--seconds S] [--plan-seconds S] [--core N] [--real-time]\n"
-    "groups: c2c real path pipeline8 pipeline16 operation first memory machine";
+    "groups: c2c real path band pipeline8 pipeline16 operation first memory machine";
 
 }  // namespace
 

@@ -1,4 +1,6 @@
 // The kernel beside the peers, and its paths beside each other.
+#include <algorithm>
+
 #include "contest.h"
 #include "groups.h"
 #include "inputs.h"
@@ -92,6 +94,19 @@ void holdPaths(Size size, const Settings& settings) {
     hold(real, settings);
 }
 
+// An eighth of the rows holds data, as after a filter of one lobe.
+void holdBand(Size size, const Settings& settings) {
+    const long low = size.height / 2, high = low + size.height / 8 - 1;
+    Contest contest{
+        "band", "inverse", size, randomValues(2 * size.count()), {}, relativeError(kAllowedError),
+        {}};
+    std::fill(contest.input.begin() + (high - low + 1) * 2 * size.width, contest.input.end(), 0.0f);
+    contest.expected = expectedComplex(contest.input, size, -1);
+    contest.peers.push_back(mvfreqInverse("mvfreq an eighth", size, low, high));
+    contest.peers.push_back(mvfreqInverse("mvfreq all rows", size, 0, size.height));
+    hold(contest, settings);
+}
+
 }  // namespace
 
 void holdTransforms(const Settings& settings) {
@@ -102,6 +117,7 @@ void holdTransforms(const Settings& settings) {
     each("c2c", squaresAndOblongs(), holdComplex);
     each("real", kSquares, holdReal);
     each("path", kSquares, holdPaths);
+    each("band", {{512, 512}, {1024, 1024}, {2048, 2048}}, holdBand);
 }
 
 }  // namespace bench

@@ -26,6 +26,9 @@ void addFftwRealTwoStep(Peers& peers, Size size, const std::shared_ptr<const Fft
 std::unique_ptr<Peer> opencvReal(Size size);
 /// @}
 
+/// Complex, in place, inverse, of the rows rowLow .. rowHigh in shifted coordinates.
+std::unique_ptr<Peer> mvfreqInverse(std::string name, Size size, long rowLow, long rowHigh);
+
 /// Copies `bytes` bytes; with `toNewMemory` to memory that is allocated every time.
 std::unique_ptr<Peer> copy(long bytes, bool toNewMemory = false);
 
