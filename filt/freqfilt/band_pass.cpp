@@ -25,23 +25,21 @@ void mvFrequencyFilterBandPass::create(const mvRingParameters& wanted) {
 
 void mvFrequencyFilterBandPass::apply(mvFrequencyBuffer& buf) const {
     mf_RequireApplicable(buf, response_, parameters_.size);
-    maskFrequencyBuffer(buf, false, 0, 0);
-    keepRing(buf, buf);
+    mf_Ring ring(parameters_, response_, mf_Ring::Inside::bySquares);
+    keepRing(ring, buf, buf);
 }
 
 void mvFrequencyFilterBandPass::apply(const mvFrequencyBuffer& src, mvFrequencyBuffer& dst) const {
     mf_RequireApplicable(src, response_, parameters_.size);
     mf_RequirePowersOfTwo(parameters_.size);
+    mf_Ring ring(parameters_, response_, mf_Ring::Inside::bySquares);
     setAndAllocateFrequencyBuffer(dst, src.width(), src.height());
-    maskFrequencyBuffer(dst, false, 0, 0);
-    keepRing(src, dst);
+    keepRing(ring, src, dst);
 }
 
-void mvFrequencyFilterBandPass::keepRing(const mvFrequencyBuffer& src,
+void mvFrequencyFilterBandPass::keepRing(mf_Ring& ring, const mvFrequencyBuffer& src,
                                          mvFrequencyBuffer& dst) const {
-    const mf_Ring ring(parameters_, response_);
-    mf_ApplyRing(
-        ring, getFrequencyBufferData(src), getFrequencyBufferData(dst),
-        [&](std::int64_t r2) { return ring.isInsideBySquares(r2); }, mf_ClearOutside());
+    maskFrequencyBuffer(dst, false, 0, 0);
+    mf_ApplyRing(ring, getFrequencyBufferData(src), getFrequencyBufferData(dst), mf_ClearOutside());
     mf_ClearDcSquare(dst, parameters_.dcRadius);
 }

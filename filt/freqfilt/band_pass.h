@@ -4,6 +4,8 @@
 #include <filt/export.h>
 #include <filt/freqfilt/ring_filter.h>
 
+class mf_Ring;
+
 /// Keeps the frequencies on a ring around DC and clears the others: 1 on the flat top, falling as
 /// exp(-(distance - plateau)^2 / (2 sigma^2)) beyond it, 0 from about four sigmas on. A frequency
 /// of 0 makes a low-pass filter.
@@ -62,7 +64,7 @@ class MVFREQ_API mvFrequencyFilterBandPass : public mvRingFilter {
 
   private:
     void create(const mvRingParameters& wanted) override;
-    void keepRing(const mvFrequencyBuffer& src, mvFrequencyBuffer& dst) const;
+    void keepRing(mf_Ring& ring, const mvFrequencyBuffer& src, mvFrequencyBuffer& dst) const;
 
     static mvPersistent* make();
     static mv_Instantiator sExemplar;

@@ -26,13 +26,11 @@ void mvFrequencyFilterBandReject::create(const mvRingParameters& wanted) {
 
 void mvFrequencyFilterBandReject::apply(mvFrequencyBuffer& buf) const {
     mf_RequireApplicable(buf, response_, parameters_.size);
+    mf_Ring ring(parameters_, response_, mf_Ring::Inside::bySquares);
     const mf_DcSquare dcSquare(buf, parameters_.dcRadius);
     maskFrequencyBuffer(buf, false, 0, 0);
     float* const plane = getFrequencyBufferData(buf);
-    const mf_Ring ring(parameters_, response_);
-    mf_ApplyRing(
-        ring, plane, plane, [&](std::int64_t r2) { return ring.isInsideBySquares(r2); },
-        mf_KeepOutside());
+    mf_ApplyRing(ring, plane, plane, mf_KeepOutside());
     dcSquare.restore(buf);
 }
 
@@ -40,12 +38,10 @@ void mvFrequencyFilterBandReject::apply(const mvFrequencyBuffer& src,
                                         mvFrequencyBuffer& dst) const {
     mf_RequireApplicable(src, response_, parameters_.size);
     mf_RequirePowersOfTwo(parameters_.size);
+    mf_Ring ring(parameters_, response_, mf_Ring::Inside::byProfile);
     setAndAllocateFrequencyBuffer(dst, src.width(), src.height());
     maskFrequencyBuffer(dst, false, 0, 0);
     const mf_DcSquare dcSquare(src, parameters_.dcRadius);
-    const mf_Ring ring(parameters_, response_);
-    mf_ApplyRing(
-        ring, getFrequencyBufferData(src), getFrequencyBufferData(dst),
-        [&](std::int64_t r2) { return ring.isInsideByProfile(r2); }, mf_KeepOutside());
+    mf_ApplyRing(ring, getFrequencyBufferData(src), getFrequencyBufferData(dst), mf_KeepOutside());
     dcSquare.restore(dst);
 }

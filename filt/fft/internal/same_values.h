@@ -15,10 +15,17 @@ constexpr bool mf_SameValue(const mvPair<T>& a, const mvPair<T>& b) {
     return mf_SameValue(a.x, b.x) && mf_SameValue(a.y, b.y);
 }
 
-/// True when no pair of the `count` values differs.
+/// True when no pair of the `count` values differs. Runs are compared as a whole, so that the loop
+/// over them becomes vector code.
 inline bool mf_SameFloats(const float* a, const float* b, std::size_t count) {
-    for (std::size_t i = 0; i < count; ++i) {
-        if (!mf_SameValue(a[i], b[i])) return false;
+    constexpr std::size_t kRun = 1024;
+    for (std::size_t first = 0; first < count; first += kRun) {
+        const std::size_t end = first + kRun < count ? first + kRun : count;
+        int differences = 0;
+        for (std::size_t i = first; i < end; ++i) {
+            differences |= static_cast<int>(a[i] < b[i]) | static_cast<int>(a[i] > b[i]);
+        }
+        if (differences != 0) return false;
     }
     return true;
 }

@@ -16,3 +16,11 @@ struct mf_KeepOutside {
         if (src != dst) std::copy_n(src, 2 * count, dst);
     }
 };
+
+/// Inside, `count` elements are multiplied by one gain each.
+inline void mf_MultiplyRun(const float* src, float* dst, const float* gains, long count) {
+    for (long i = 0; i < count; ++i) {
+        dst[2 * i] = src[2 * i] * gains[i];
+        dst[2 * i + 1] = src[2 * i + 1] * gains[i];
+    }
+}

@@ -38,11 +38,9 @@ void mf_ApplyPatch(const mf_PatchPlacement& at, const mvFilterResponse& patch, c
         const long begin = std::clamp(colBegin, low, high);
         const long end = std::clamp(colEnd, begin, high);
         outside(from, to, begin - low);
-        for (long x = begin; x < end; ++x) {
-            const float gain = patch.data()[firstGain + x - at.colMin];
-            const long i = 2 * (x - low);
-            to[i] = from[i] * gain;
-            to[i + 1] = from[i + 1] * gain;
+        if (begin < end) {
+            mf_MultiplyRun(from + 2 * (begin - low), to + 2 * (begin - low),
+                           patch.data() + firstGain + begin - at.colMin, end - begin);
         }
         outside(from + 2 * (end - low), to + 2 * (end - low), high - end);
     };

@@ -3,7 +3,7 @@
 #include <filt/freqfilt/internal/ring.h>
 #include <filt/freqfilt/internal/support.h>
 #include <algorithm>
-#include <cstdlib>
+#include <cmath>
 
 std::int32_t mf_RingSupport(const mvRingParameters& ring) {
     const auto width = static_cast<double>(ring.size.x);
@@ -25,13 +25,15 @@ void mf_FillRingProfile(const mvRingParameters& ring, bool complement, mvFilterR
     }
 }
 
-mf_Ring::mf_Ring(const mvRingParameters& ring, const mvFilterResponse& profile)
+mf_Ring::mf_Ring(const mvRingParameters& ring, const mvFilterResponse& profile, Inside inside)
     : width_(ring.size.x),
       height_(ring.size.y),
-      gains_(profile.data()),
+      profile_(profile.data()),
       count_(static_cast<std::int64_t>(profile.size())),
+      inside_(inside),
       radius_(static_cast<float>(static_cast<double>(width_) * ring.frequency)),
-      samplesPerBin_(static_cast<float>(profile.height())) {
+      samplesPerBin_(static_cast<float>(profile.height())),
+      line_(static_cast<std::size_t>(width_)) {
     const double aspect = static_cast<double>(height_) * (1.0 / static_cast<double>(width_));
     rowScale_ = 1.0 / (aspect * aspect);
     rowLimit_ = mf_Truncate<std::int32_t>(static_cast<double>(radius_) * aspect +
@@ -43,13 +45,52 @@ mf_Ring::mf_Ring(const mvRingParameters& ring, const mvFilterResponse& profile)
     inner2_ = inner >= 0.0f ? mf_Truncate<std::int32_t>(inner * inner) : -1;
 }
 
-std::int64_t mf_Ring::rowTerm(long y) const {
-    const long dy = y < height_ / 2 ? y : y - height_;
-    return mf_Truncate<std::int32_t>(static_cast<double>(dy * dy) * rowScale_);
+// The part of the squared distance that the row contributes, truncated.
+std::int64_t mf_Ring::rowTerm(long rowDistance) const {
+    return mf_Truncate<std::int32_t>(static_cast<double>(rowDistance * rowDistance) * rowScale_);
 }
 
-std::int64_t mf_Ring::index(std::int64_t r2) const {
-    const double distance = std::sqrt(static_cast<double>(r2)) - static_cast<double>(radius_);
-    return std::abs(static_cast<std::int64_t>(
-        mf_Truncate<std::int32_t>(distance * static_cast<double>(samplesPerBin_))));
+// Where in the profile an element of squared distance r2 finds its gain; negative inside the ring's
+// radius.
+double mf_Ring::position(std::int64_t r2) const {
+    return (std::sqrt(static_cast<double>(r2)) - static_cast<double>(radius_)) *
+           static_cast<double>(samplesPerBin_);
+}
+
+bool mf_Ring::isInside(std::int64_t r2) const {
+    if (inside_ == Inside::bySquares) return r2 > inner2_ && r2 < outer2_;
+    return !(std::abs(position(r2)) >= static_cast<double>(count_)) && count_ > 0;
+}
+
+// Outside and nearer to DC than the ring.
+bool mf_Ring::isBelow(std::int64_t r2) const {
+    return !isInside(r2) && (inside_ == Inside::bySquares ? r2 <= inner2_ : position(r2) < 0.0);
+}
+
+// The zero behind the profile's last gain stands for all beyond it; a NaN finds the first gain.
+float mf_Ring::gain(std::int64_t r2) const {
+    const double index = std::abs(position(r2));
+    const double held = index < static_cast<double>(count_) ? index : static_cast<double>(count_);
+    return profile_[index == index ? static_cast<std::int64_t>(held) : 0];
+}
+
+mf_Ring::Runs mf_Ring::prepareLine(long rowDistance) {
+    const std::int64_t term = rowTerm(rowDistance);
+    const long half = width_ / 2, farthest = width_ - half;
+    const auto r2 = [&](std::int64_t x) { return x * x + term; };
+
+    // The column distances begin .. end - 1 are inside.
+    long begin = 0;
+    while (begin <= farthest && isBelow(r2(begin))) ++begin;
+    long end = begin;
+    while (end <= farthest && isInside(r2(end))) ++end;
+
+    const Runs runs{std::min(begin, half), std::min(end, half), std::min(width_, width_ - end + 1),
+                    std::min(width_, width_ - begin + 1)};
+    for (long x = begin; x < end; ++x) {
+        const float value = gain(r2(x));
+        if (x < half) line_[static_cast<std::size_t>(x)] = value;
+        if (x > 0) line_[static_cast<std::size_t>(width_ - x)] = value;
+    }
+    return runs;
 }

@@ -4,8 +4,8 @@
 #include <filt/freqfilt/internal/outside.h>
 #include <filt/freqfilt/response.h>
 #include <filt/freqfilt/ring_filter.h>
-#include <cmath>
 #include <cstdint>
+#include <vector>
 
 /// Gains per frequency bin in a profile.
 inline constexpr std::int32_t mf_kSamplesPerBin = 32;
@@ -20,66 +20,86 @@ void mf_FillRingProfile(const mvRingParameters& ring, bool complement, mvFilterR
 
 /// The ring on a plane of one size. Distances from DC are in x bins, so that the ring is round in
 /// cycles per pixel.
+///
+/// A gain depends on the squares of both coordinates alone, so one line of gains serves the two
+/// rows at the same distance from DC, and mirrors itself left and right. On such a line the squared
+/// distance grows with the distance of the column: inside and outside are runs.
 class mf_Ring {
   public:
-    mf_Ring(const mvRingParameters& ring, const mvFilterResponse& profile);
+    /// How the two forms of a filter tell inside from outside.
+    enum class Inside {
+        bySquares,  ///< between the truncated squares of the ring's inner and outer radius
+        byProfile   ///< wherever the profile has a gain
+    };
+
+    mf_Ring(const mvRingParameters& ring, const mvFilterResponse& profile, Inside inside);
 
     long width() const { return width_; }
     long height() const { return height_; }
 
-    /// True for the rows that lie beyond the ring as a whole. The limit is the ring's radius in y
-    /// bins plus the support, not both scaled: on planes that are taller than wide it clears rows
-    /// that the outer flank still reaches.
-    bool isRowBeyond(long y) const { return (y < height_ / 2 ? y : height_ - y) > rowLimit_; }
+    /// True for the rows at this distance from DC that lie beyond the ring as a whole. The limit is
+    /// the ring's radius in y bins plus the support, not both scaled: on planes that are taller
+    /// than wide it clears rows that the outer flank still reaches.
+    bool isBeyond(long rowDistance) const { return rowDistance > rowLimit_; }
 
-    /// The part of the squared distance that the row contributes, truncated.
-    std::int64_t rowTerm(long y) const;
+    /// Columns `begin` to `end` - 1 of the first and of the second half of a row.
+    struct Runs {
+        long firstBegin, firstEnd, secondBegin, secondEnd;
+    };
 
-    /// Where an element of squared distance r2 finds its gain; may lie behind the profile.
-    std::int64_t index(std::int64_t r2) const;
+    /// Prepares the gains of the rows at this distance from DC and tells which columns have one.
+    Runs prepareLine(long rowDistance);
 
-    /// The gain there: the zero behind the profile's last one when there is none.
-    float gain(std::int64_t r2) const { return gains_[std::min(index(r2), count_)]; }
-
-    /// Inside by squared distance: between the truncated squares of the ring's inner and outer
-    /// radius.
-    bool isInsideBySquares(std::int64_t r2) const { return r2 > inner2_ && r2 < outer2_; }
-
-    /// Inside by profile: wherever there is a gain.
-    bool isInsideByProfile(std::int64_t r2) const { return index(r2) < count_; }
+    /// The gains of the prepared line by column.
+    const float* gains() const { return line_.data(); }
 
   private:
+    bool isInside(std::int64_t r2) const;
+    bool isBelow(std::int64_t r2) const;
+    std::int64_t rowTerm(long rowDistance) const;
+    double position(std::int64_t r2) const;
+    float gain(std::int64_t r2) const;
+
     long width_, height_;
-    const float* gains_;
+    const float* profile_;
     std::int64_t count_;
+    Inside inside_;
     float radius_;
     float samplesPerBin_;
     double rowScale_;
     std::int64_t rowLimit_, outer2_, inner2_;
+    std::vector<float> line_;
 };
 
 /// Writes src times the ring's gains to dst, which may be src; outside the ring goes through
 /// `outside`.
-template <class IsInside, class Outside>
-void mf_ApplyRing(const mf_Ring& ring, const float* src, float* dst, IsInside isInside,
-                  Outside outside) {
-    const long width = ring.width();
-    for (long y = 0; y < ring.height(); ++y, src += 2 * width, dst += 2 * width) {
-        if (ring.isRowBeyond(y)) {
-            outside(src, dst, width);
+template <class Outside>
+void mf_ApplyRing(mf_Ring& ring, const float* src, float* dst, Outside outside) {
+    const long width = ring.width(), height = ring.height();
+
+    const auto applyHalf = [&](long offset, long low, long begin, long end, long high) {
+        outside(src + offset + 2 * low, dst + offset + 2 * low, begin - low);
+        mf_MultiplyRun(src + offset + 2 * begin, dst + offset + 2 * begin, ring.gains() + begin,
+                       end - begin);
+        outside(src + offset + 2 * end, dst + offset + 2 * end, high - end);
+    };
+    const auto applyRow = [&](long y, const mf_Ring::Runs& runs) {
+        const long offset = 2 * width * y;
+        applyHalf(offset, 0, runs.firstBegin, runs.firstEnd, width / 2);
+        applyHalf(offset, width / 2, runs.secondBegin, runs.secondEnd, width);
+    };
+
+    // Row `distance` of the first half and row `height - distance` of the second.
+    for (long distance = 0; distance <= height - height / 2; ++distance) {
+        const bool hasFirst = distance<height / 2, hasSecond = distance> 0;
+        if (ring.isBeyond(distance)) {
+            const long first = 2 * width * distance, second = 2 * width * (height - distance);
+            if (hasFirst) outside(src + first, dst + first, width);
+            if (hasSecond) outside(src + second, dst + second, width);
             continue;
         }
-        const std::int64_t rowTerm = ring.rowTerm(y);
-        for (long x = 0; x < width; ++x) {
-            const std::int64_t dx = x < width / 2 ? x : x - width;
-            const std::int64_t r2 = dx * dx + rowTerm;
-            if (isInside(r2)) {
-                const float gain = ring.gain(r2);
-                dst[2 * x] = src[2 * x] * gain;
-                dst[2 * x + 1] = src[2 * x + 1] * gain;
-            } else {
-                outside(src + 2 * x, dst + 2 * x, 1);
-            }
-        }
+        const mf_Ring::Runs runs = ring.prepareLine(distance);
+        if (hasFirst) applyRow(distance, runs);
+        if (hasSecond) applyRow(height - distance, runs);
     }
 }

@@ -15,26 +15,27 @@ struct mf_Elements {
     V re, im;
 };
 
-/// Forward split-radix transform of N elements, decimation in frequency.
+/// Forward split-radix transform, decimation in frequency.
 ///
 /// One L-shaped butterfly per four elements turns a block of n into a half, to be transformed at
 /// length n/2, and two quarters of length n/4. Every lane runs the very same operations in the same
 /// order as a single line would. Two stages go through the registers at once; blocks are finished
 /// depth first, while they are in the nearest cache; the last sweep stores each element under its
 /// natural index, so that no bit reversal is left to do.
-template <class V, long N>
+template <class V>
 class mf_LineTransform {
   public:
     typedef mf_Elements<V> Z;
 
-    /// `load(i)` gives element i, `store(k, z)` takes frequency k. `scratch` holds N elements.
-    template <class Load, class Store>
+    /// Transforms N elements: `load(i)` gives element i, `store(k, z)` takes frequency k. `scratch`
+    /// holds N elements.
+    template <long N, class Load, class Store>
     static void transform(Z* scratch, const Load& load, const Store& store) {
         if constexpr (N <= kLeaf) {
-            leaf<N, 1>(load, 0, store);
+            leaf<N>(load, 0, 1, store);
         } else {
             twoStages<N>(load, [scratch](long i, Z z) { scratch[i] = z; });
-            finishParts<N, 1>(scratch, 0, store);
+            finishParts<N>(scratch, 0, 1, store);
         }
     }
 
@@ -76,31 +77,32 @@ class mf_LineTransform {
 
     // What two stages leave of a block of n. The frequency of a part's first element, in units of
     // the step between the block's frequencies, is the position of the part with its bits reversed.
-    template <long n, long step, class Store>
-    static void finishParts(Z* z, long first, const Store& store) {
-        finish<n / 4, 4 * step>(z, first, store);
-        finish<n / 8, 8 * step>(z + n / 4, first + 2 * step, store);
-        finish<n / 8, 8 * step>(z + n / 4 + n / 8, first + 6 * step, store);
-        finish<n / 4, 4 * step>(z + n / 2, first + step, store);
-        finish<n / 4, 4 * step>(z + n / 2 + n / 4, first + 3 * step, store);
+    template <long n, class Store>
+    static void finishParts(Z* z, long first, long step, const Store& store) {
+        finish<n / 4>(z, first, 4 * step, store);
+        finish<n / 8>(z + n / 4, first + 2 * step, 8 * step, store);
+        finish<n / 8>(z + n / 4 + n / 8, first + 6 * step, 8 * step, store);
+        finish<n / 4>(z + n / 2, first + step, 4 * step, store);
+        finish<n / 4>(z + n / 2 + n / 4, first + 3 * step, 4 * step, store);
     }
 
-    template <long n, long step, class Store>
-    static void finish(Z* z, long first, const Store& store) {
+    template <long n, class Store>
+    static void finish(Z* z, long first, long step, const Store& store) {
+        const auto load = [z](long i) { return z[i]; };
         if constexpr (n <= kLeaf) {
-            leaf<n, step>([z](long i) { return z[i]; }, first, store);
+            leaf<n>(load, first, step, store);
         } else {
-            twoStages<n>([z](long i) { return z[i]; }, [z](long i, Z value) { z[i] = value; });
-            finishParts<n, step>(z, first, store);
+            twoStages<n>(load, [z](long i, Z value) { z[i] = value; });
+            finishParts<n>(z, first, step, store);
         }
     }
 
-    template <long n, long step, class Load, class Store>
-    MF_ALWAYS_INLINE static void leaf(const Load& load, long first, const Store& store) {
+    template <long n, class Load, class Store>
+    MF_ALWAYS_INLINE static void leaf(const Load& load, long first, long step, const Store& store) {
         Z z[n];
         loadAll<n, 0>(z, load);
         inRegisters<n>(z);
-        storeAll<n, step, 0>(z, first, store);
+        storeAll<n, 0>(z, first, step, store);
     }
 
     // A whole block of n elements, stage after stage; the loops are unrolled by recursion, so that
@@ -132,10 +134,10 @@ class mf_LineTransform {
         if constexpr (i + 1 < n) loadAll<n, i + 1>(z, load);
     }
 
-    template <long n, long step, long i, class Store>
-    MF_ALWAYS_INLINE static void storeAll(const Z* z, long first, const Store& store) {
+    template <long n, long i, class Store>
+    MF_ALWAYS_INLINE static void storeAll(const Z* z, long first, long step, const Store& store) {
         store(first + step * reversed(i, n), z[i]);
-        if constexpr (i + 1 < n) storeAll<n, step, i + 1>(z, first, store);
+        if constexpr (i + 1 < n) storeAll<n, i + 1>(z, first, step, store);
     }
 
     static constexpr long reversed(long i, long n) {

@@ -62,6 +62,16 @@ class mf_Passes {
   private:
     typedef mf_Elements<V> Z;
 
+    // Elements of a row that fill one vector.
+    static constexpr long kBlock = kLanes / 2;
+
+    // Rows of this width and more are written in long runs.
+    static constexpr long kWideRow = 512;
+
+    // How far ahead of its use a row of a column panel is asked for; no processor foresees such
+    // strides.
+    static constexpr long kRowsAhead = 4;
+
     // Up to kLanes rows; the lanes beyond repeat the first row and are not stored.
     struct Rows {
         Rows(const float* const* src, float* const* dst, long available)
@@ -85,6 +95,8 @@ class mf_Passes {
 
         Z load(long y) const {
             const float* const row = first + y * pitch;
+            mf_Prefetch(row + kRowsAhead * pitch);
+            mf_Prefetch(row + kRowsAhead * pitch + kLanes);
             if (count == kLanes) return unzipped(row);
             float padded[2 * kLanes] = {};
             for (long i = 0; i < 2 * count; ++i) padded[i] = row[i];
@@ -124,7 +136,7 @@ class mf_Passes {
     // Lengths are powers of two up to 2048; each has a program of its own.
     template <long N = 2048, class Load, class Store>
     static void transformLines(long n, Z* scratch, const Load& load, const Store& store) {
-        if (n == N) return mf_LineTransform<V, N>::transform(scratch, load, store);
+        if (n == N) return mf_LineTransform<V>::template transform<N>(scratch, load, store);
         if constexpr (N > 1) transformLines<N / 2>(n, scratch, load, store);
     }
 
@@ -145,7 +157,6 @@ class mf_Passes {
 
     // Half a vector of elements of each row makes, transposed, as many elements of all rows.
     static void loadRows(const Rows& rows, Z* lines, long width) {
-        constexpr long kBlock = kLanes / 2;
         long x = 0;
         for (; x + kBlock <= width; x += kBlock) {
             V block[kLanes];
@@ -163,19 +174,38 @@ class mf_Passes {
         }
     }
 
+    // Rows a power of two apart compete for the same cache lines; each row is written in long runs,
+    // where the lanes are as many rows as the cache has ways.
     static void storeRows(const Rows& rows, const Z* lines, long width) {
-        constexpr long kBlock = kLanes / 2;
+        constexpr long kRun = 64, kPitch = 2 * kRun + 16;
+        alignas(64) float run[kLanes][kPitch];
         long x = 0;
+        for (; kLanes >= 8 && width >= kWideRow && x + kRun <= width; x += kRun) {
+            for (long i = 0; i < kRun; i += kBlock) {
+                V block[kLanes];
+                transposedBlock(lines + x + i, block);
+                for (long r = 0; r < kLanes; ++r) block[r].store(run[r] + 2 * i);
+            }
+            for (long r = 0; r < rows.count; ++r) {
+                for (long i = 0; i < 2 * kRun; i += kLanes) {
+                    V::load(run[r] + i).store(rows.to[r] + 2 * x + i);
+                }
+            }
+        }
         for (; x + kBlock <= width; x += kBlock) {
             V block[kLanes];
-            for (long i = 0; i < kBlock; ++i) {
-                block[2 * i] = lines[x + i].re;
-                block[2 * i + 1] = lines[x + i].im;
-            }
-            V::transpose(block);
+            transposedBlock(lines + x, block);
             for (long r = 0; r < rows.count; ++r) block[r].store(rows.to[r] + 2 * x);
         }
         storeElements(rows, lines, x, width);
+    }
+
+    MF_ALWAYS_INLINE static void transposedBlock(const Z* lines, V (&block)[kLanes]) {
+        for (long i = 0; i < kBlock; ++i) {
+            block[2 * i] = lines[i].re;
+            block[2 * i + 1] = lines[i].im;
+        }
+        V::transpose(block);
     }
 
     static void storeElements(const Rows& rows, const Z* lines, long x, long end) {

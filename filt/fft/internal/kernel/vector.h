@@ -4,6 +4,13 @@
 // translation units of different sets: all types, and through them all functions, differ.
 #pragma once
 
+// A hint to bring what stands at an address, if there is anything, into the cache.
+#if defined(__GNUC__)
+#define mf_Prefetch(address) __builtin_prefetch(address)
+#else
+#define mf_Prefetch(address) static_cast<void>(address)
+#endif
+
 /// L lanes as plain floats, for the compiler to vectorise as it can.
 template <int L>
 struct mf_PlainVector {
