@@ -26,12 +26,8 @@ class mf_OutputImage {
     template <class Pel>
     void fill(const mvFrequencyBuffer& plane, Pel pel) {
         for (long y = 0; y < target_.height(); ++y) {
-            const float* const row =
-                mf_BufferAccess::data(plane) + 2 * mf_BufferAccess::width(plane) * y;
-            T* const out = target_.pointToRow(y);
-            for (long x = 0; x < target_.width(); ++x) {
-                out[x] = static_cast<T>(pel(row[2 * x], row[2 * x + 1]));
-            }
+            fillRow(mf_BufferAccess::data(plane) + 2 * mf_BufferAccess::width(plane) * y,
+                    target_.width(), target_.pointToRow(y), pel);
         }
     }
 
@@ -54,6 +50,11 @@ class mf_OutputImage {
     void copyXformToOutput() { out_.copyXforms(xform_); }
 
   private:
+    template <class Pel>
+    static void fillRow(const float* row, long count, T* out, Pel pel) {
+        for (long x = 0; x < count; ++x) out[x] = static_cast<T>(pel(row[2 * x], row[2 * x + 1]));
+    }
+
     void place(mvPelBuffer<T>& image) const {
         image.offset(offset_);
         image.copyXforms(xform_);
