@@ -10,10 +10,10 @@
 /// ones the same with e^(+2 pi i k n / N). The kernel never scales; pel outputs of the inverse
 /// multiply by 1 / (W H), the inverse into a buffer does not.
 ///
-/// All of them poll the calling thread's attention handler, before every 16 rows and every 64 columns
-/// that they transform; the conversion to pels that follows an inverse has one poll at its begin.
-/// What a failing poll throws leaves the destination, or a source that is transformed in place, with
-/// a partly transformed plane that must be filled again.
+/// All of them poll the calling thread's attention handler, before every 16 rows and every 64
+/// columns that they transform; the conversion to pels that follows an inverse has one poll at its
+/// begin. What a failing poll throws leaves the destination, or a source that is transformed in
+/// place, with a partly transformed plane that must be filled again.
 ///
 /// Buffers with sides that are no powers of two, or above 2048, can come out of an archive; every
 /// transform of one throws mvFrequencyDefs::InvalidSize, "Size must be a power of 2.", right after
