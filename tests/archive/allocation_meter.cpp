@@ -44,6 +44,8 @@ void forget(void* block) {
 
 }  // namespace
 
+// The sanitizers' run time refers to them too.
+#pragma GCC visibility push(default)
 extern "C" {
 void* __real_malloc(std::size_t size);
 void* __real_calloc(std::size_t count, std::size_t size);
@@ -70,6 +72,7 @@ void __wrap_free(void* block) {
     __real_free(block);
 }
 }
+#pragma GCC visibility pop
 
 void* operator new(std::size_t size) {
     void* const block = std::malloc(size);
