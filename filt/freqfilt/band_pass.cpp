@@ -13,16 +13,6 @@ mvFrequencyFilterBandPass::mvFrequencyFilterBandPass(double sigma, double platea
     set(sigma, plateau, frequency, size, dcRemovalRadius);
 }
 
-void mvFrequencyFilterBandPass::set(double sigma, double plateau, double frequency,
-                                    const mvPair<long>& size, long dcRemovalRadius) {
-    create({sigma, plateau, frequency, size, dcRemovalRadius});
-}
-
-void mvFrequencyFilterBandPass::create(const mvRingParameters& wanted) {
-    requireValid(wanted, "DC Removal Radius cannot be negative.");
-    build(wanted, false);
-}
-
 void mvFrequencyFilterBandPass::apply(mvFrequencyBuffer& buf) const {
     mf_RequireApplicable(buf, response_, parameters_.size);
     mf_Ring ring(parameters_, response_, mf_Ring::Inside::bySquares);

@@ -18,7 +18,12 @@ class mf_Ring;
 ///
 /// `apply(src, dst)` keeps dst's client transform and offset; its image size becomes the padded
 /// size.
+///
+/// `==` holds for equal flags, parameters and profiles; filters without response are equal when
+/// their flags are.
 class MVFREQ_API mvFrequencyFilterBandPass : public mvRingFilter {
+    MVFREQ_FILTER_MEMBERS(mvFrequencyFilterBandPass)
+
   public:
     /// A filter without response.
     mvFrequencyFilterBandPass();
@@ -27,45 +32,14 @@ class MVFREQ_API mvFrequencyFilterBandPass : public mvRingFilter {
     mvFrequencyFilterBandPass(double sigma, double plateau, double frequency,
                               const mvPair<long>& size, long dcRemovalRadius);
 
-    mvFrequencyFilterBandPass(const mvFrequencyFilterBandPass& other);
-    mvFrequencyFilterBandPass(mvFrequencyFilterBandPass&& other) noexcept;
-
-    /// Copies everything; from a filter without response only that is taken, and the flag and the
-    /// parameters stay.
-    mvFrequencyFilterBandPass& operator=(const mvFrequencyFilterBandPass& other);
-    mvFrequencyFilterBandPass& operator=(mvFrequencyFilterBandPass&& other) noexcept;
-    ~mvFrequencyFilterBandPass() override;
-
-    /// Equal flags, parameters and profiles; filters without response are equal when their flags
-    /// are.
-    bool operator==(const mvFrequencyFilterBandPass& other) const;
-
-    mvFrequencyFilter* clone() const override;
-
-    /// Builds the filter for buffers of the padded size `size`.
-    ///
-    /// Throws, in this order and before anything changes, mvFrequencyDefs::InvalidArgument for a
-    /// frequency outside 0.0 .. 0.5, a sigma that is not positive, a plateau or a radius below 0;
-    /// mvFrequencyDefs::InvalidSize for a width, then a height, that is no power of two;
-    /// std::length_error for a profile that is too long.
-    void set(double sigma, double plateau, double frequency, const mvPair<long>& size,
-             long dcRemovalRadius);
-
     /// The radius of the DC removal square, 0 or more.
     long dcRemovalRadius() const { return parameters().dcRadius; }
     void dcRemovalRadius(long value) { dcRadius(value); }
 
-    void apply(const mvFrequencyBuffer& src, mvFrequencyBuffer& dst) const override;
-    void apply(mvFrequencyBuffer& buf) const override;
-
   protected:
     void serialize_(mvArchive& ar, unsigned char version) override;
-    void dispatchSerialize(mvArchive& ar) override;
+    bool rejects() const override { return false; }
 
   private:
-    void create(const mvRingParameters& wanted) override;
     void keepRing(mf_Ring& ring, const mvFrequencyBuffer& src, mvFrequencyBuffer& dst) const;
-
-    static mvPersistent* make();
-    static mv_Instantiator sExemplar;
 };

@@ -14,16 +14,6 @@ mvFrequencyFilterBandReject::mvFrequencyFilterBandReject(double sigma, double pl
     set(sigma, plateau, frequency, size, dcProtectionRadius);
 }
 
-void mvFrequencyFilterBandReject::set(double sigma, double plateau, double frequency,
-                                      const mvPair<long>& size, long dcProtectionRadius) {
-    create({sigma, plateau, frequency, size, dcProtectionRadius});
-}
-
-void mvFrequencyFilterBandReject::create(const mvRingParameters& wanted) {
-    requireValid(wanted, "DC Protection Radius cannot be negative.");
-    build(wanted, true);
-}
-
 void mvFrequencyFilterBandReject::apply(mvFrequencyBuffer& buf) const {
     mf_RequireApplicable(buf, response_, parameters_.size);
     mf_Ring ring(parameters_, response_, mf_Ring::Inside::bySquares);

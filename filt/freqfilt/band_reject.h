@@ -18,7 +18,12 @@
 /// buffers, those that have a gain in the profile. Both agree but for rounding at the edges.
 /// `apply(src, dst)` keeps dst's client transform and offset; its image size becomes the padded
 /// size.
+///
+/// `==` holds for equal flags, parameters and profiles; filters without response are equal when
+/// their flags are.
 class MVFREQ_API mvFrequencyFilterBandReject : public mvRingFilter {
+    MVFREQ_FILTER_MEMBERS(mvFrequencyFilterBandReject)
+
   public:
     /// A filter without response.
     mvFrequencyFilterBandReject();
@@ -27,44 +32,11 @@ class MVFREQ_API mvFrequencyFilterBandReject : public mvRingFilter {
     mvFrequencyFilterBandReject(double sigma, double plateau, double frequency,
                                 const mvPair<long>& size, long dcProtectionRadius);
 
-    mvFrequencyFilterBandReject(const mvFrequencyFilterBandReject& other);
-    mvFrequencyFilterBandReject(mvFrequencyFilterBandReject&& other) noexcept;
-
-    /// Copies everything; from a filter without response only that is taken, and the flag and the
-    /// parameters stay.
-    mvFrequencyFilterBandReject& operator=(const mvFrequencyFilterBandReject& other);
-    mvFrequencyFilterBandReject& operator=(mvFrequencyFilterBandReject&& other) noexcept;
-    ~mvFrequencyFilterBandReject() override;
-
-    /// Equal flags, parameters and profiles; filters without response are equal when their flags
-    /// are.
-    bool operator==(const mvFrequencyFilterBandReject& other) const;
-
-    mvFrequencyFilter* clone() const override;
-
-    /// Builds the filter for buffers of the padded size `size`.
-    ///
-    /// Throws, in this order and before anything changes, mvFrequencyDefs::InvalidArgument for a
-    /// frequency outside 0.0 .. 0.5, a sigma that is not positive, a plateau or a radius below 0;
-    /// mvFrequencyDefs::InvalidSize for a width, then a height, that is no power of two;
-    /// std::length_error for a profile that is too long.
-    void set(double sigma, double plateau, double frequency, const mvPair<long>& size,
-             long dcProtectionRadius);
-
     /// The radius of the DC protection square, 0 or more.
     long dcProtectionRadius() const { return parameters().dcRadius; }
     void dcProtectionRadius(long value) { dcRadius(value); }
 
-    void apply(const mvFrequencyBuffer& src, mvFrequencyBuffer& dst) const override;
-    void apply(mvFrequencyBuffer& buf) const override;
-
   protected:
     void serialize_(mvArchive& ar, unsigned char version) override;
-    void dispatchSerialize(mvArchive& ar) override;
-
-  private:
-    void create(const mvRingParameters& wanted) override;
-
-    static mvPersistent* make();
-    static mv_Instantiator sExemplar;
+    bool rejects() const override { return true; }
 };

@@ -73,3 +73,18 @@ class MVFREQ_API mvFrequencyFilter : public virtual mvPersistent, public virtual
 
     bool initialized_ = false;
 };
+
+// What every filter declares but cannot inherit, since it names its own class.
+#define MVFREQ_FILTER_MEMBERS(Filter)                                                \
+  public:                                                                            \
+    bool operator==(const Filter& other) const;                                      \
+    mvFrequencyFilter* clone() const override;                                       \
+    void apply(const mvFrequencyBuffer& src, mvFrequencyBuffer& dst) const override; \
+    void apply(mvFrequencyBuffer& buf) const override;                               \
+                                                                                     \
+  protected:                                                                         \
+    void dispatchSerialize(mvArchive& ar) override;                                  \
+                                                                                     \
+  private:                                                                           \
+    static mvPersistent* make();                                                     \
+    static mv_Instantiator sExemplar;

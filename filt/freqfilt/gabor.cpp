@@ -14,17 +14,6 @@ mvFrequencyFilterGabor::mvFrequencyFilterGabor(const mvPair<double>& sigma,
     set(sigma, plateau, angle, frequency, size, dcRemovalRadius);
 }
 
-void mvFrequencyFilterGabor::set(const mvPair<double>& sigma, const mvPair<double>& plateau,
-                                 mvRadian angle, double frequency, const mvPair<long>& size,
-                                 long dcRemovalRadius) {
-    create({sigma, plateau, angle, frequency, size, dcRemovalRadius});
-}
-
-void mvFrequencyFilterGabor::create(const mvLobeParameters& wanted) {
-    requireValid(wanted, "DC Removal Radius cannot be negative.");
-    build(wanted, false);
-}
-
 void mvFrequencyFilterGabor::apply(mvFrequencyBuffer& buf) const {
     mf_RequireApplicable(buf, response_, parameters_.size);
     keepLobe(buf, buf);

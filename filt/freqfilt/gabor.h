@@ -18,7 +18,12 @@
 ///
 /// `apply(src, dst)` keeps dst's client transform and offset; its image size becomes the padded
 /// size.
+///
+/// `==` holds for equal flags, parameters and patches, a NaN being equal to anything; filters
+/// without response are equal when their flags are.
 class MVFREQ_API mvFrequencyFilterGabor : public mvLobeFilter {
+    MVFREQ_FILTER_MEMBERS(mvFrequencyFilterGabor)
+
   public:
     /// A filter without response.
     mvFrequencyFilterGabor();
@@ -28,36 +33,9 @@ class MVFREQ_API mvFrequencyFilterGabor : public mvLobeFilter {
                            mvRadian angle, double frequency, const mvPair<long>& size,
                            long dcRemovalRadius);
 
-    mvFrequencyFilterGabor(const mvFrequencyFilterGabor& other);
-    mvFrequencyFilterGabor(mvFrequencyFilterGabor&& other) noexcept;
-
-    /// Copies everything; from a filter without response only that is taken, and the flag and the
-    /// parameters stay.
-    mvFrequencyFilterGabor& operator=(const mvFrequencyFilterGabor& other);
-    mvFrequencyFilterGabor& operator=(mvFrequencyFilterGabor&& other) noexcept;
-    ~mvFrequencyFilterGabor() override;
-
-    /// Equal flags, parameters and patches, a NaN being equal to anything; filters without response
-    /// are equal when their flags are.
-    bool operator==(const mvFrequencyFilterGabor& other) const;
-
-    mvFrequencyFilter* clone() const override;
-
-    /// Builds the filter for buffers of the padded size `size`.
-    ///
-    /// Throws, in this order and before anything changes, mvFrequencyDefs::InvalidArgument for a
-    /// frequency outside 0.0 .. 0.5, a sigma that is not positive, a plateau below 0, a radius
-    /// below 0; mvFrequencyDefs::InvalidSize for a width, then a height, that is no power of two;
-    /// std::length_error for a patch that is too large.
-    void set(const mvPair<double>& sigma, const mvPair<double>& plateau, mvRadian angle,
-             double frequency, const mvPair<long>& size, long dcRemovalRadius);
-
     /// The radius of the DC removal square, 0 or more.
     long dcRemovalRadius() const { return parameters().dcRadius; }
     void dcRemovalRadius(long value) { dcRadius(value); }
-
-    void apply(const mvFrequencyBuffer& src, mvFrequencyBuffer& dst) const override;
-    void apply(mvFrequencyBuffer& buf) const override;
 
     /// The patch row by row; null when there is none.
     using mvLobeFilter::data;
@@ -65,12 +43,8 @@ class MVFREQ_API mvFrequencyFilterGabor : public mvLobeFilter {
     void serialize_(mvArchive& ar, unsigned char version) override;
 
   protected:
-    void dispatchSerialize(mvArchive& ar) override;
+    bool rejects() const override { return false; }
 
   private:
-    void create(const mvLobeParameters& wanted) override;
     void keepLobe(const mvFrequencyBuffer& src, mvFrequencyBuffer& dst) const;
-
-    static mvPersistent* make();
-    static mv_Instantiator sExemplar;
 };

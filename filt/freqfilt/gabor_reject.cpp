@@ -15,17 +15,6 @@ mvFrequencyFilterGaborReject::mvFrequencyFilterGaborReject(const mvPair<double>&
     set(sigma, plateau, angle, frequency, size, dcProtectionRadius);
 }
 
-void mvFrequencyFilterGaborReject::set(const mvPair<double>& sigma, const mvPair<double>& plateau,
-                                       mvRadian angle, double frequency, const mvPair<long>& size,
-                                       long dcProtectionRadius) {
-    create({sigma, plateau, angle, frequency, size, dcProtectionRadius});
-}
-
-void mvFrequencyFilterGaborReject::create(const mvLobeParameters& wanted) {
-    requireValid(wanted, "DC Protection Radius cannot be negative.");
-    build(wanted, true);
-}
-
 void mvFrequencyFilterGaborReject::apply(mvFrequencyBuffer& buf) const {
     mf_RequireApplicable(buf, response_, parameters_.size);
     const mf_DcSquare dcSquare(buf, parameters_.dcRadius);

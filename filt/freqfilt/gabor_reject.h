@@ -15,7 +15,12 @@
 ///
 /// The band of rows of the filtered buffer is cleared. `apply(src, dst)` keeps dst's client
 /// transform and offset; its image size becomes the padded size.
+///
+/// `==` holds for equal flags, parameters and patches, a NaN being equal to anything; filters
+/// without response are equal when their flags are.
 class MVFREQ_API mvFrequencyFilterGaborReject : public mvLobeFilter {
+    MVFREQ_FILTER_MEMBERS(mvFrequencyFilterGaborReject)
+
   public:
     /// A filter without response.
     mvFrequencyFilterGaborReject();
@@ -25,45 +30,14 @@ class MVFREQ_API mvFrequencyFilterGaborReject : public mvLobeFilter {
                                  mvRadian angle, double frequency, const mvPair<long>& size,
                                  long dcProtectionRadius);
 
-    mvFrequencyFilterGaborReject(const mvFrequencyFilterGaborReject& other);
-    mvFrequencyFilterGaborReject(mvFrequencyFilterGaborReject&& other) noexcept;
-
-    /// Copies everything; from a filter without response only that is taken, and the flag and the
-    /// parameters stay.
-    mvFrequencyFilterGaborReject& operator=(const mvFrequencyFilterGaborReject& other);
-    mvFrequencyFilterGaborReject& operator=(mvFrequencyFilterGaborReject&& other) noexcept;
-    ~mvFrequencyFilterGaborReject() override;
-
-    /// Equal flags, parameters and patches, a NaN being equal to anything; filters without response
-    /// are equal when their flags are.
-    bool operator==(const mvFrequencyFilterGaborReject& other) const;
-
-    mvFrequencyFilter* clone() const override;
-
-    /// Builds the filter for buffers of the padded size `size`.
-    ///
-    /// Throws, in this order and before anything changes, mvFrequencyDefs::InvalidArgument for a
-    /// frequency outside 0.0 .. 0.5, a sigma that is not positive, a plateau below 0, a radius
-    /// below 0; mvFrequencyDefs::InvalidSize for a width, then a height, that is no power of two;
-    /// std::length_error for a patch that is too large.
-    void set(const mvPair<double>& sigma, const mvPair<double>& plateau, mvRadian angle,
-             double frequency, const mvPair<long>& size, long dcProtectionRadius);
-
     /// The radius of the DC protection square, 0 or more.
     long dcProtectionRadius() const { return parameters().dcRadius; }
     void dcProtectionRadius(long value) { dcRadius(value); }
 
-    void apply(const mvFrequencyBuffer& src, mvFrequencyBuffer& dst) const override;
-    void apply(mvFrequencyBuffer& buf) const override;
-
   protected:
     void serialize_(mvArchive& ar, unsigned char version) override;
-    void dispatchSerialize(mvArchive& ar) override;
+    bool rejects() const override { return true; }
 
   private:
-    void create(const mvLobeParameters& wanted) override;
     void rejectLobe(const mvFrequencyBuffer& src, mvFrequencyBuffer& dst) const;
-
-    static mvPersistent* make();
-    static mv_Instantiator sExemplar;
 };

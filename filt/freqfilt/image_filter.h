@@ -6,7 +6,17 @@
 
 /// Multiplies by any complex frequency image, for instance the spectrum of a kernel image: a
 /// convolution.
+///
+/// `==` holds for equal flags and equal images, as frequency buffers compare. `apply(src, dst)`
+/// makes `dst` a copy of `src` in every respect, multiplied and unmasked.
+///
+/// Both forms of `apply` throw, in this order and before anything changes,
+/// mvFrequencyDefs::Uninitialized for a source without data, the same for a filter without image,
+/// mvFrequencyDefs::InvalidSize for a source of another padded size. A source, or an image, that an
+/// inverse has overwritten ends in mvFrequencyDefs::InvalidBuffer, with `dst` assigned already.
 class MVFREQ_API mvFrequencyFilterImage : public mvFrequencyFilter {
+    MVFREQ_FILTER_MEMBERS(mvFrequencyFilterImage)
+
   public:
     /// A filter without image.
     mvFrequencyFilterImage();
@@ -22,11 +32,6 @@ class MVFREQ_API mvFrequencyFilterImage : public mvFrequencyFilter {
     mvFrequencyFilterImage& operator=(mvFrequencyFilterImage&& other) noexcept;
     ~mvFrequencyFilterImage() override;
 
-    /// Equal flags and equal images, as frequency buffers compare.
-    bool operator==(const mvFrequencyFilterImage& other) const;
-
-    mvFrequencyFilter* clone() const override;
-
     /// Takes a full copy of `image`. Throws mvFrequencyDefs::Uninitialized for an image without
     /// data and then changes nothing.
     void setImage(const mvFrequencyBuffer& image);
@@ -35,26 +40,13 @@ class MVFREQ_API mvFrequencyFilterImage : public mvFrequencyFilter {
     long supportWidth() const { return image_.width(); }
     long supportHeight() const { return image_.height(); }
 
-    /// Makes `dst` a copy of `src` in every respect, multiplied and unmasked.
-    ///
-    /// Throws, in this order and before anything changes, mvFrequencyDefs::Uninitialized for a
-    /// source without data, the same for a filter without image, mvFrequencyDefs::InvalidSize for a
-    /// source of another padded size. A source, or an image, that an inverse has overwritten ends
-    /// in mvFrequencyDefs::InvalidBuffer, with `dst` assigned already.
-    void apply(const mvFrequencyBuffer& src, mvFrequencyBuffer& dst) const override;
-    void apply(mvFrequencyBuffer& buf) const override;
-
   protected:
     void serialize_(mvArchive& ar, unsigned char version) override;
-    void dispatchSerialize(mvArchive& ar) override;
 
   private:
     void create(const mvFrequencyBuffer& image);
     void requireApplicable(const mvFrequencyBuffer& buf) const;
     void multiply(mvFrequencyBuffer& buf) const;
-
-    static mvPersistent* make();
-    static mv_Instantiator sExemplar;
 
     mvFrequencyBuffer image_;
 };

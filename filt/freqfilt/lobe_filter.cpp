@@ -7,7 +7,12 @@
 
 template class mvResponseFilter<mvLobeParameters>;
 
-void mvLobeFilter::requireValid(const mvLobeParameters& wanted, const char* radiusMessage) {
+void mvLobeFilter::set(const mvPair<double>& sigma, const mvPair<double>& plateau, mvRadian angle,
+                       double frequency, const mvPair<long>& size, long dcRadius) {
+    create({sigma, plateau, angle, frequency, size, dcRadius});
+}
+
+void mvLobeFilter::create(const mvLobeParameters& wanted) {
     using InvalidArgument = mvFrequencyDefs::InvalidArgument;
     if (!(wanted.frequency >= 0.0 && wanted.frequency <= 0.5)) {
         throw InvalidArgument("Frequency must be between 0.0 and 0.5.");
@@ -18,14 +23,11 @@ void mvLobeFilter::requireValid(const mvLobeParameters& wanted, const char* radi
     if (wanted.plateau.x < 0.0 || wanted.plateau.y < 0.0) {
         throw InvalidArgument("Plateau values cannot be negative.");
     }
-    if (wanted.dcRadius < 0) throw InvalidArgument(radiusMessage);
+    requireRadius(wanted);
     mf_RequirePowersOfTwo(wanted.size);
-}
-
-void mvLobeFilter::build(const mvLobeParameters& wanted, bool complement) {
     const mvPair<std::int32_t> support = mf_LobeSupport(wanted);
     rebuild(wanted, support.x, support.y);
-    mf_FillLobePatch(wanted, complement, response_);
+    mf_FillLobePatch(wanted, rejects(), response_);
 }
 
 long mvLobeFilter::supportWidth() const {

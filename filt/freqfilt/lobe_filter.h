@@ -32,6 +32,16 @@ extern template class mvResponseFilter<mvLobeParameters>;
 /// throws.
 class MVFREQ_API mvLobeFilter : public mvResponseFilter<mvLobeParameters> {
   public:
+    /// Builds the filter for buffers of the padded size `size`; `dcRadius` is that of the square
+    /// around DC which is removed or protected.
+    ///
+    /// Throws, in this order and before anything changes, mvFrequencyDefs::InvalidArgument for a
+    /// frequency outside 0.0 .. 0.5, a sigma that is not positive, a plateau below 0, a radius
+    /// below 0; mvFrequencyDefs::InvalidSize for a width, then a height, that is no power of two;
+    /// std::length_error for a patch that is too large.
+    void set(const mvPair<double>& sigma, const mvPair<double>& plateau, mvRadian angle,
+             double frequency, const mvPair<long>& size, long dcRadius);
+
     /// The Gaussian widths in cycles per pixel, along and across, above 0.
     mvPair<double> sigma() { return parameters().sigma; }
     void sigma(const mvPair<double>& value);
@@ -57,12 +67,7 @@ class MVFREQ_API mvLobeFilter : public mvResponseFilter<mvLobeParameters> {
     long supportHeight() const;
 
   protected:
-    /// The checks that come before `create` changes anything; the message is that of the radius.
-    static void requireValid(const mvLobeParameters& wanted, const char* radiusMessage);
-
-    /// Builds the patch of valid parameters, or its complement to 1.
-    void build(const mvLobeParameters& wanted, bool complement);
-
+    void create(const mvLobeParameters& wanted) override;
     void dcRadius(long value);
     bool sameAs(const mvLobeFilter& other) const;
     void exchange(mvArchive& ar);

@@ -21,8 +21,15 @@ class MVFREQ_API mvResponseFilter : public mvFrequencyFilter {
     mvResponseFilter& operator=(mvResponseFilter&& other) noexcept;
     ~mvResponseFilter() override;
 
+    /// Whether the response is 1 less the shape that the parameters describe, and the square around
+    /// DC is protected, not removed.
+    virtual bool rejects() const = 0;
+
     /// Checks the parameters and builds the response; nothing changes when a check fails.
     virtual void create(const Parameters& wanted) = 0;
+
+    /// Throws mvFrequencyDefs::InvalidArgument for a radius below 0.
+    void requireRadius(const Parameters& wanted) const;
 
     /// Announces the change, makes room for width x height gains and takes the parameters over;
     /// the caller writes the gains.

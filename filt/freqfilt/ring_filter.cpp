@@ -8,20 +8,22 @@
 
 template class mvResponseFilter<mvRingParameters>;
 
-void mvRingFilter::requireValid(const mvRingParameters& wanted, const char* radiusMessage) {
+void mvRingFilter::set(double sigma, double plateau, double frequency, const mvPair<long>& size,
+                       long dcRadius) {
+    create({sigma, plateau, frequency, size, dcRadius});
+}
+
+void mvRingFilter::create(const mvRingParameters& wanted) {
     using InvalidArgument = mvFrequencyDefs::InvalidArgument;
     if (!(wanted.frequency >= 0.0 && wanted.frequency <= 0.5)) {
         throw InvalidArgument("Frequency must be between 0.0 and 0.5.");
     }
     if (!(wanted.sigma > 0.0)) throw InvalidArgument("Sigma must be positive.");
     if (!(wanted.plateau >= 0.0)) throw InvalidArgument("Plateau cannot be negative.");
-    if (wanted.dcRadius < 0) throw InvalidArgument(radiusMessage);
+    requireRadius(wanted);
     mf_RequirePowersOfTwo(wanted.size);
-}
-
-void mvRingFilter::build(const mvRingParameters& wanted, bool complement) {
     rebuild(wanted, mf_RingSupport(wanted), mf_kSamplesPerBin);
-    mf_FillRingProfile(wanted, complement, response_);
+    mf_FillRingProfile(wanted, rejects(), response_);
 }
 
 long mvRingFilter::supportWidth() const {

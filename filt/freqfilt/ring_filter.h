@@ -26,6 +26,16 @@ extern template class mvResponseFilter<mvRingParameters>;
 /// throws.
 class MVFREQ_API mvRingFilter : public mvResponseFilter<mvRingParameters> {
   public:
+    /// Builds the filter for buffers of the padded size `size`; `dcRadius` is that of the square
+    /// around DC which is removed or protected.
+    ///
+    /// Throws, in this order and before anything changes, mvFrequencyDefs::InvalidArgument for a
+    /// frequency outside 0.0 .. 0.5, a sigma that is not positive, a plateau or a radius below 0;
+    /// mvFrequencyDefs::InvalidSize for a width, then a height, that is no power of two;
+    /// std::length_error for a profile that is too long.
+    void set(double sigma, double plateau, double frequency, const mvPair<long>& size,
+             long dcRadius);
+
     /// The radius of the ring in cycles per pixel, 0.0 to 0.5.
     double frequency() const { return parameters().frequency; }
     void frequency(double value);
@@ -46,12 +56,7 @@ class MVFREQ_API mvRingFilter : public mvResponseFilter<mvRingParameters> {
     long supportWidth() const;
 
   protected:
-    /// The checks that come before `create` changes anything; the message is that of the radius.
-    static void requireValid(const mvRingParameters& wanted, const char* radiusMessage);
-
-    /// Builds the profile of valid parameters, or its complement to 1.
-    void build(const mvRingParameters& wanted, bool complement);
-
+    void create(const mvRingParameters& wanted) override;
     void dcRadius(long value);
     bool sameAs(const mvRingFilter& other) const;
     void exchange(mvArchive& ar);

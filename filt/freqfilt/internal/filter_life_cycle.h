@@ -3,15 +3,10 @@
 
 #include <filt/fft/internal/archive_routines.h>
 
-/// Construction, copying, comparison, cloning and the archive pattern of the class `Filter`;
+/// Default construction, comparison, cloning and the archive pattern of the class `Filter`;
 /// `line` is the number that its version errors carry.
 #define MVFREQ_FILTER_LIFE_CYCLE(Filter, line)                                          \
     Filter::Filter() = default;                                                         \
-    Filter::Filter(const Filter&) = default;                                            \
-    Filter::Filter(Filter&&) noexcept = default;                                        \
-    Filter& Filter::operator=(const Filter&) = default;                                 \
-    Filter& Filter::operator=(Filter&&) noexcept = default;                             \
-    Filter::~Filter() = default;                                                        \
     bool Filter::operator==(const Filter& other) const {                                \
         return sameAs(other);                                                           \
     }                                                                                   \

@@ -51,6 +51,13 @@ mvResponseFilter<P>& mvResponseFilter<P>::operator=(mvResponseFilter&& other) no
 }
 
 template <class P>
+void mvResponseFilter<P>::requireRadius(const P& wanted) const {
+    if (wanted.dcRadius >= 0) return;
+    throw mvFrequencyDefs::InvalidArgument(rejects() ? "DC Protection Radius cannot be negative."
+                                                     : "DC Removal Radius cannot be negative.");
+}
+
+template <class P>
 void mvResponseFilter<P>::rebuild(const P& wanted, std::int32_t width, std::int32_t height) {
     mf_RequireAddressable(width, height);
     mutating_();
