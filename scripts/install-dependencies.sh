@@ -1,10 +1,19 @@
 #!/usr/bin/env bash
-# Installs the Debian packages that are missing: those for building and testing, and with the
-# argument "ci" also those for the checks of .ci/run.
+# Installs the Debian packages that are missing: those for building and testing, and those of the
+# groups that are named.
+#
+#     ci       for the checks of .ci/run
+#     checks   for the longer checks: other machines, coverage, static analysis, the interface
 set -euo pipefail
 
 packages=(cmake ninja-build g++ libcli11-dev libpng-dev libgtest-dev)
-if [[ ${1:-} == ci ]]; then packages+=(git clang clang-format pkgconf); fi
+for group in "$@"; do
+    case $group in
+    ci) packages+=(git clang clang-format pkgconf) ;;
+    checks) packages+=(clang g++-aarch64-linux-gnu qemu-user gcovr cppcheck clang-tidy abigail-tools) ;;
+    *) echo "There is no group $group." >&2; exit 1 ;;
+    esac
+done
 
 installed() { [[ $(dpkg-query --show --showformat='${db:Status-Status}' "$1" 2>/dev/null) == installed ]]; }
 

@@ -1,6 +1,6 @@
 // The record of a frequency buffer: bytes, versions, round trips, failed loads.
-#include "archive/filter_records.h"
-#include "archive/record.h"
+#include "archive/filter_classes.h"
+#include "archive/loading.h"
 #include "archive/use.h"
 #include "support/random_planes.h"
 #include "support/spectra.h"

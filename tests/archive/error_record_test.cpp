@@ -4,7 +4,7 @@
 
 #include <filt/fft.h>
 
-#include "archive/record.h"
+#include "archive/loading.h"
 #include "support/thrown.h"
 
 namespace {

@@ -1,6 +1,6 @@
 // The record of the filter base, and direct calls of the exchange.
-#include "archive/filter_records.h"
-#include "archive/record.h"
+#include "archive/filter_classes.h"
+#include "archive/loading.h"
 
 namespace {
 

@@ -1,8 +1,8 @@
 // The records of the filters: bytes, versions, visits, round trips, failed loads.
 #include <memory>
 
-#include "archive/filter_records.h"
-#include "archive/record.h"
+#include "archive/filter_classes.h"
+#include "archive/loading.h"
 #include "archive/use.h"
 #include "support/random_planes.h"
 #include "support/spectra.h"

@@ -10,8 +10,8 @@
 #include <map>
 #include <memory>
 
-#include "archive/filter_records.h"
-#include "archive/record.h"
+#include "archive/filter_classes.h"
+#include "archive/loading.h"
 #include "archive/use.h"
 
 namespace {

@@ -4,8 +4,8 @@
 #include <new>
 
 #include "archive/allocation_meter.h"
-#include "archive/filter_records.h"
-#include "archive/record.h"
+#include "archive/filter_classes.h"
+#include "archive/loading.h"
 #include "archive/use.h"
 #include "support/buffer_record.h"
 #include "support/spectra.h"

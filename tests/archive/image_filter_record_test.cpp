@@ -1,6 +1,6 @@
 // The record of the image filter.
-#include "archive/filter_records.h"
-#include "archive/record.h"
+#include "archive/filter_classes.h"
+#include "archive/loading.h"
 #include "archive/use.h"
 #include "support/buffer_probe.h"
 

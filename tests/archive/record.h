@@ -1,8 +1,7 @@
-// Archive records laid byte by byte, and archives that load from them.
+// Archive records laid byte by byte.
 #pragma once
 
 #include <base/archive.h>
-#include <gtest/gtest.h>
 
 #include <bit>
 #include <cstdint>
@@ -14,9 +13,6 @@
 #include "support/archive_bytes.h"
 
 namespace archive {
-
-using support::hex;
-using support::Loading;
 
 /// Bytes in the order in which they are laid.
 class Record {
@@ -63,42 +59,6 @@ class Record {
 template <class... T>
 std::string stored(T&... values) {
     return support::storedBy([&](mvArchive& ar) { (static_cast<void>(ar || values), ...); });
-}
-
-/// Loads `value` and expects that no byte is left.
-template <class T>
-void load(const std::string& bytes, T& value) {
-    Loading loading(bytes);
-    loading.archive() || value;
-    EXPECT_EQ(loading.rest(), 0U);
-}
-
-/// What loading throws: "UnknownVersion <text or null> <number>", "Truncated", "BadValue",
-/// "UnknownClass", "nothing".
-template <class Call>
-std::string loadingThrows(Call call) {
-    try {
-        call();
-    } catch (const mvArchive::UnknownVersion& error) {
-        const char* text = error.text();
-        return std::string("UnknownVersion ") + (text ? text : "null") + " " +
-               std::to_string(error.number());
-    } catch (const mvArchive::Truncated&) {
-        return "Truncated";
-    } catch (const mvArchive::BadValue&) {
-        return "BadValue";
-    } catch (const mvArchive::UnknownClass&) {
-        return "UnknownClass";
-    }
-    return "nothing";
-}
-
-template <class T>
-std::string loadingThrows(const std::string& bytes, T& value) {
-    return loadingThrows([&] {
-        Loading loading(bytes);
-        loading.archive() || value;
-    });
 }
 
 }  // namespace archive

@@ -4,8 +4,8 @@
 #include <typeinfo>
 #include <vector>
 
-#include "archive/filter_records.h"
-#include "archive/record.h"
+#include "archive/filter_classes.h"
+#include "archive/loading.h"
 #include "support/random_planes.h"
 #include "support/spectra.h"
 

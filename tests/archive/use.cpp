@@ -5,7 +5,7 @@
 #include <stdexcept>
 #include <utility>
 
-#include "archive/record.h"
+#include "archive/loading.h"
 #include "support/buffer_record.h"
 
 namespace archive {

@@ -162,7 +162,7 @@ archive::LobeRecord makeLobe(Numbers& numbers, mvPair<std::int32_t> size) {
 template <class Filter>
 void addFilter(Digest& digest, const archive::Record& record, mvFrequencyBuffer src) {
     Filter filter;
-    archive::load(record.bytes(), filter);
+    support::Loading(record.bytes()).archive() || filter;
     mvFrequencyBuffer dst;
     filter.apply(src, dst);
     filter.apply(src);

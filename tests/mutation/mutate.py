@@ -1,0 +1,311 @@
+#!/usr/bin/env python3
+"""Changes the library in small ways, one at a time, and tells whether the tests notice.
+
+    tests/mutation/mutate.py                          300 mutants of filt/, drawn with seed 1
+    tests/mutation/mutate.py --sample 50 --seed 7     another draw
+    tests/mutation/mutate.py --files filt/freqfilt    only files whose path begins so
+    tests/mutation/mutate.py --list                   prints the mutants, runs none
+
+A copy of the tree is built in build/mutation at -O1, with static libraries. A mutant changes one
+place of one source there; what depends on it is built again and the test programs run, until one
+fails. A program that takes far longer than it did on the unchanged tree counts as one that fails.
+Mutants that no compiler accepts are drawn again.
+
+Survivors that no test can tell from the original stand in equivalent.txt, with the reason. Any other
+survivor makes the exit code 1. Verdicts are kept in build/mutation/results.txt: a run goes on where
+the last one stopped, and what was killed is not tried again as long as its source is the same.
+"""
+import argparse
+import collections
+import hashlib
+import os
+import random
+import re
+import resource
+import signal
+import subprocess
+import sys
+import time
+from pathlib import Path
+
+ROOT = Path(__file__).resolve().parents[2]
+WORK = ROOT / "build" / "mutation"
+TREE = WORK / "tree"
+BUILD = WORK / "build"
+EQUIVALENT = Path(__file__).with_name("equivalent.txt")
+MEMORY = 6 << 30
+
+# The test programs, those that most mutants fail first.
+PROGRAMS = ["arithmetic_test", "freqfilt_test", "fft_buffer_test", "archive_test", "numbers_test",
+            "fft_transforms_test", "results_digest", "faults_test", "fft_kernel_test",
+            "fft_round_trip_test"]
+ARGUMENTS = {"results_digest": [str(TREE / "tests/digest/results.digest")]}
+
+# The programs that stand first for a source, in place of the order above.
+FIRST = [
+    ("filt/fft/internal/kernel", ["fft_kernel_test", "results_digest", "fft_transforms_test"]),
+    ("filt/fft/internal/twiddles", ["fft_kernel_test"]),
+    ("filt/fft/internal/archive", ["archive_test"]),
+    ("filt/fft/internal", ["fft_transforms_test", "fft_buffer_test"]),
+    ("filt/fft/arithmetic", ["arithmetic_test"]),
+    ("filt/fft/map_image", ["arithmetic_test"]),
+    ("filt/fft/buffer_archive", ["archive_test"]),
+    ("filt/fft/errors", ["fft_buffer_test", "archive_test"]),
+    ("filt/fft/forward", ["fft_transforms_test"]),
+    ("filt/fft/inverse", ["fft_transforms_test"]),
+    ("filt/fft/phase_images", ["fft_transforms_test"]),
+    ("filt/fft", ["fft_buffer_test"]),
+    ("filt/freqfilt", ["freqfilt_test", "archive_test"]),
+    ("filt/registration", ["archive_test"]),
+]
+
+# Replacements of what stands between blanks; the layout keeps template brackets and unary operators
+# away from blanks.
+OPERATORS = {
+    "<": ["<=", ">"], "<=": ["<", ">"], ">": [">=", "<"], ">=": [">", "<"],
+    "==": ["!="], "!=": ["=="], "&&": ["||"], "||": ["&&"],
+    "+": ["-"], "-": ["+"], "*": ["/"], "/": ["*"], "%": ["/"],
+    "+=": ["-="], "-=": ["+="], "*=": ["/="], "/=": ["*="],
+    "<<": [">>"], ">>": ["<<"], "&": ["|"], "|": ["&"], "^": ["|"],
+}
+WORDS = {"true": ["false"], "false": ["true"], "min": ["max"], "max": ["min"], "cos": ["sin"],
+         "sin": ["cos"]}
+
+OPERATOR = re.compile(r"(?<= )(" + "|".join(re.escape(o) for o in
+                                            sorted(OPERATORS, key=len, reverse=True)) + r")(?= )")
+WORD = re.compile(r"\b(" + "|".join(WORDS) + r")\b")
+STEP = re.compile(r"\+\+|--")
+NOT = re.compile(r"(?<=[( ])!(?=[\w(])")
+NUMBER = re.compile(r"(?<![\w.])(\d+)(\.\d+(?:e[+-]?\d+)?)?([UL]*F?)(?![\w.])")
+STATEMENT = re.compile(r"^( +)(?!return\b|using\b|static_assert\b|friend\b|public\b|private\b)"
+                       r"((?:throw\b|[\w\]\[.>*()&-]+(?:\(| [-+*/|&^]?= |\+\+|--)|\+\+|--|break;|continue;)"
+                       r".*;)$")
+CONDITION = re.compile(r"\bif \((.*)\)(?= |$)")
+# Nothing that runs: the preprocessor, static assertions, names from elsewhere.
+PASSIVE = re.compile(r"^\s*(#|static_assert|using\b|template\b|friend\b|extern\b)")
+
+Mutant = collections.namedtuple("Mutant", "file line old new")
+
+
+def without_comments_and_texts(line):
+    """The line with blanks in place of comments and of what is quoted."""
+    line = re.sub(r'"(?:[^"\\]|\\.)*"', lambda m: '"' + "_" * (len(m[0]) - 2) + '"', line)
+    return re.sub(r"//.*", lambda m: "_" * len(m[0]), line)
+
+
+def variants(line):
+    """Every way in which the line can be changed."""
+    code = without_comments_and_texts(line)
+    if PASSIVE.match(code):
+        return
+
+    def replaced(match, text, group=0):
+        return line[:match.start(group)] + text + line[match.end(group):]
+
+    for match in OPERATOR.finditer(code):
+        for other in OPERATORS[match[0]]:
+            yield replaced(match, other)
+    for match in WORD.finditer(code):
+        for other in WORDS[match[0]]:
+            yield replaced(match, other)
+    for match in STEP.finditer(code):
+        yield replaced(match, "--" if match[0] == "++" else "++")
+    for match in NOT.finditer(code):
+        yield replaced(match, "")
+    for match in NUMBER.finditer(code):
+        yield replaced(match, str(int(match[1]) + 1), 1)
+        if int(match[1]) > 0:
+            yield replaced(match, str(int(match[1]) - 1), 1)
+    for match in CONDITION.finditer(code):
+        for other in ("true", "false"):
+            yield replaced(match, other, 1)
+    match = STATEMENT.match(code)
+    if match:
+        yield match[1] + ";"
+
+
+def mutants(prefixes):
+    """All of them, in the order of the tree."""
+    for path in sorted((ROOT / "filt").rglob("*")):
+        file = str(path.relative_to(ROOT))
+        if path.suffix not in (".cpp", ".h"):
+            continue
+        # Public headers hold declarations, and changing them builds every test again.
+        if not file.startswith(prefixes) or not (path.suffix == ".cpp" or "/internal/" in file):
+            continue
+        for number, line in enumerate(path.read_text(encoding="utf-8").splitlines(), 1):
+            for new in dict.fromkeys(variants(line)):
+                if new != line:
+                    yield Mutant(file, number, line, new)
+
+
+def key(mutant):
+    """How a mutant is named in files: without its line number, which moves."""
+    return f"{mutant.file}: {mutant.old.strip()} -> {mutant.new.strip()}"
+
+
+def copy_tree():
+    """Brings the copy up to date, and leaves alone what is the same."""
+    files = subprocess.run(["git", "ls-files", "--cached", "--others", "--exclude-standard"],
+                           cwd=ROOT, check=True, capture_output=True, text=True).stdout.split()
+    for file in files:
+        source, target = ROOT / file, TREE / file
+        if not source.exists():
+            continue
+        content = source.read_bytes()
+        if not target.exists() or target.read_bytes() != content:
+            target.parent.mkdir(parents=True, exist_ok=True)
+            target.write_bytes(content)
+            target.chmod(source.stat().st_mode)
+
+
+def configure():
+    subprocess.run(["cmake", "-S", TREE, "-B", BUILD, "-G", "Ninja", "-DBUILD_SHARED_LIBS=OFF",
+                    "-DMVFREQ_BUILD_TOOLS=OFF", "-DCMAKE_BUILD_TYPE=Debug",
+                    "-DCMAKE_CXX_FLAGS_DEBUG=-O1", "-DCMAKE_DISABLE_FIND_PACKAGE_Python3=ON"],
+                   check=True, stdout=subprocess.DEVNULL)
+
+
+def build(target, jobs):
+    return subprocess.run(["cmake", "--build", BUILD, "-j", str(jobs), "--target", target],
+                          stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
+                          check=False).returncode == 0
+
+
+def find_programs():
+    return {name: next(BUILD.glob(f"tests/*/{name}")) for name in PROGRAMS}
+
+
+def limit_memory():
+    resource.setrlimit(resource.RLIMIT_AS, (MEMORY, MEMORY))
+
+
+def run(program, limit):
+    """True when the program passes in time and in some GiB of memory."""
+    command = [str(program)] + ARGUMENTS.get(program.name, ["--gtest_fail_fast", "--gtest_brief=1"])
+    with subprocess.Popen(command, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
+                          cwd=WORK, start_new_session=True, preexec_fn=limit_memory) as process:
+        try:
+            return process.wait(timeout=limit) == 0
+        except subprocess.TimeoutExpired:
+            os.killpg(process.pid, signal.SIGKILL)
+            return False
+
+
+def measure(programs):
+    """The time limit of each program, from a run on the unchanged tree."""
+    limits = {}
+    for name, path in programs.items():
+        begin = time.monotonic()
+        if not run(path, 900):
+            sys.exit(f"{name} fails on the unchanged tree")
+        limits[name] = 5 * (time.monotonic() - begin) + 10
+    return limits
+
+
+def order_for(file):
+    first = next((programs for prefix, programs in FIRST if file.startswith(prefix)), [])
+    return first + [name for name in PROGRAMS if name not in first]
+
+
+def verdict_of(mutant, programs, limits, jobs):
+    """"rejected" by the compiler, "survived", or the name of the program that failed."""
+    path = TREE / mutant.file
+    original = path.read_text(encoding="utf-8")
+    lines = original.splitlines(keepends=True)
+    lines[mutant.line - 1] = mutant.new + "\n"
+    path.write_text("".join(lines), encoding="utf-8")
+    try:
+        for name in order_for(mutant.file):
+            if not build(name, jobs):
+                return "rejected"
+            if not run(programs[name], limits[name]):
+                return name
+        return "survived"
+    finally:
+        path.write_text(original, encoding="utf-8")
+
+
+class Results:
+    """The verdicts so far."""
+
+    def __init__(self):
+        self.path = WORK / "results.txt"
+        lines = self.path.read_text(encoding="utf-8").splitlines() if self.path.exists() else []
+        self.verdicts = dict(reversed(line.split("\t", 1)) for line in lines)
+
+    @staticmethod
+    def name(mutant):
+        state = hashlib.sha256((ROOT / mutant.file).read_bytes()).hexdigest()[:12]
+        return f"{state} {mutant.line} {key(mutant)}"
+
+    def note(self, mutant, verdict):
+        with open(self.path, "a", encoding="utf-8") as file:
+            file.write(f"{verdict}\t{self.name(mutant)}\n")
+
+    def known(self, mutant):
+        """None where there is no verdict, or where new tests may change it."""
+        verdict = self.verdicts.get(self.name(mutant))
+        return None if verdict == "survived" else verdict
+
+
+def explained():
+    """The mutants of equivalent.txt: lines that are no comment and not indented."""
+    if not EQUIVALENT.exists():
+        return set()
+    lines = EQUIVALENT.read_text(encoding="utf-8").splitlines()
+    return {line for line in lines if line and line[0] not in "# "}
+
+
+def main():
+    parser = argparse.ArgumentParser(description="Mutates filt/ and runs the tests.")
+    parser.add_argument("--sample", type=int, default=300, help="how many mutants to judge")
+    parser.add_argument("--seed", type=int, default=1)
+    parser.add_argument("--files", nargs="+", default=["filt/"],
+                        help="how the paths to mutate begin")
+    parser.add_argument("--jobs", type=int, default=1, help="compilers at once")
+    parser.add_argument("--list", action="store_true", help="print the mutants and stop")
+    options = parser.parse_args()
+
+    candidates = list(mutants(tuple(options.files)))
+    if options.list:
+        for mutant in candidates:
+            print(f"{mutant.line:4} {key(mutant)}")
+        print(len(candidates), "mutants")
+        return 0
+
+    WORK.mkdir(parents=True, exist_ok=True)
+    results = Results()
+    copy_tree()
+    configure()
+    for name in PROGRAMS:
+        if not build(name, options.jobs):
+            sys.exit(f"{name} does not build")
+    programs = find_programs()
+    limits = measure(programs)
+
+    random.Random(options.seed).shuffle(candidates)
+    equivalents = explained()
+    counts = collections.Counter()
+    for mutant in candidates:
+        if counts["killed"] + counts["explained"] + counts["survived"] == options.sample:
+            break
+        verdict = results.known(mutant)
+        if verdict is None:
+            verdict = verdict_of(mutant, programs, limits, options.jobs)
+            results.note(mutant, verdict)
+        kind = verdict if verdict in ("rejected", "survived") else "killed"
+        if kind == "survived" and key(mutant) in equivalents:
+            kind = "explained"
+        counts[kind] += 1
+        if kind == "survived":
+            print(f"survived: line {mutant.line} of {key(mutant)}", flush=True)
+
+    judged = counts["killed"] + counts["survived"]
+    print(f"{counts['killed']} of {judged} killed, {counts['explained']} equivalent and explained, "
+          f"{counts['rejected']} rejected by the compiler, of {len(candidates)} possible")
+    return 1 if counts["survived"] else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())
