@@ -1,8 +1,8 @@
 // Forward transforms: from images and planes to spectra.
+#include <filt/fft/internal/attention.h>
 #include <filt/fft/internal/buffer_access.h>
 #include <filt/fft/internal/kernel.h>
 #include <filt/fft/internal/wrap_copy.h>
-#include <filt/fft/internal/zero_padding.h>
 #include <filt/fft/transforms.h>
 #include <algorithm>
 
@@ -36,36 +36,44 @@ mvPelBuffer_const<T> pelsToRead(const mvPelBuffer_const<T>& image, mvPair<long> 
     return wrapped;
 }
 
-// Packs each row's pels into the first floats of its row of the plane, the rest of them zero.
+// Images as rows of packed reals.
 template <class T>
-void fillPackedReals(const mvPelBuffer_const<T>& pels, float* plane, mvPair<long> size) {
-    const long floatsUsed = size.x == 1 ? 2 : size.x;
-    for (long y = 0; y < size.y; ++y) {
-        float* const row = plane + 2 * size.x * y;
-        float* end = row;
-        if (y < pels.height()) {
-            const T* const first = pels.pointToRow(y);
-            end = std::transform(first, first + pels.width(), row,
-                                 [](T pel) { return static_cast<float>(pel); });
-        }
-        std::fill(end, row + floatsUsed, 0.0f);
-    }
-}
+class RealRows : public mf_RowSource {
+  public:
+    RealRows(const mvPelBuffer_const<T>& pels, long width)
+        : pels_(pels), floats_(width == 1 ? 2 : width) {}
 
-template <class T>
-void fillComplex(const mvPelBuffer_const<T>& real, const mvPelBuffer_const<T>& imaginary,
-                 float* plane, mvPair<long> size) {
-    for (long y = 0; y < real.height(); ++y) {
-        const T* const re = real.pointToRow(y);
-        const T* const im = imaginary.pointToRow(y);
-        float* out = plane + 2 * size.x * y;
-        for (long x = 0; x < real.width(); ++x) {
-            *out++ = static_cast<float>(re[x]);
-            *out++ = static_cast<float>(im[x]);
-        }
+    long rows() const override { return pels_.height(); }
+
+    void write(long y, float* row) const override {
+        mf_BestKernelPath().pels<T>().toReals(pels_.pointToRow(y), pels_.width(), row);
+        std::fill(row + pels_.width(), row + floats_, 0.0f);
     }
-    mf_ClearPadding(plane, real.width(), real.height(), size.x, size.y);
-}
+
+  private:
+    mvPelBuffer_const<T> pels_;
+    long floats_;
+};
+
+// Two images as rows of complex elements.
+template <class T>
+class ComplexRows : public mf_RowSource {
+  public:
+    ComplexRows(const mvPelBuffer_const<T>& real, const mvPelBuffer_const<T>& imaginary, long width)
+        : real_(real), imaginary_(imaginary), width_(width) {}
+
+    long rows() const override { return real_.height(); }
+
+    void write(long y, float* row) const override {
+        mf_BestKernelPath().pels<T>().toElements(real_.pointToRow(y), imaginary_.pointToRow(y),
+                                                 real_.width(), row);
+        std::fill(row + 2 * real_.width(), row + 2 * width_, 0.0f);
+    }
+
+  private:
+    mvPelBuffer_const<T> real_, imaginary_;
+    long width_;
+};
 
 template <class T>
 void forward(const mvPelBuffer_const<T>& image, mvFrequencyBuffer& dst) {
@@ -73,8 +81,7 @@ void forward(const mvPelBuffer_const<T>& image, mvFrequencyBuffer& dst) {
     Access::setAndAllocate(dst, image.width(), image.height());
     Access::setPlacement(dst, image);
     const mvPair<long> size = planeSize(dst);
-    fillPackedReals(pelsToRead(image, size), Access::data(dst), size);
-    mf_RealFFT2D(Access::data(dst), size, +1, 0, static_cast<int>(size.y));
+    mf_RealFFT2D(RealRows<T>(pelsToRead(image, size), size.x), Access::data(dst), size);
 }
 
 template <class T>
@@ -86,19 +93,22 @@ void forward(const mvPelBuffer_const<T>& real, const mvPelBuffer_const<T>& imagi
     Access::setAndAllocate(dst, real.width(), real.height());
     Access::setPlacement(dst, real);
     const mvPair<long> size = planeSize(dst);
-    fillComplex(pelsToRead(real, size), pelsToRead(imaginary, size), Access::data(dst), size);
-    mf_FFT2D(Access::data(dst), size, +1, 0, static_cast<int>(size.y));
+    const ComplexRows<T> rows(pelsToRead(real, size), pelsToRead(imaginary, size), size.x);
+    // The padding has a poll of its own.
+    mf_PollAttention();
+    mf_FFT2D(rows, Access::data(dst), size);
 }
 
 }  // namespace
 
 void mfForwardFFT(const mvFrequencyBuffer& src, mvFrequencyBuffer& dst) {
     Access::requireTransformable(src);
-    dst = src;
+    Access::takeShape(dst, src);
     Access::setInverseComputed(dst, false);
     Access::setMasked(dst, 0);
     const mvPair<long> size = planeSize(dst);
-    mf_FFT2D(Access::data(dst), size, +1, 0, static_cast<int>(size.y));
+    mf_FFT2D(Access::data(src), Access::data(dst), size, +1, 0, static_cast<int>(size.y), size.x,
+             nullptr);
 }
 
 #define MVFREQ_FORWARD_OF(Pel)                                                               \

@@ -105,7 +105,14 @@ mvFrequencyBuffer::~mvFrequencyBuffer() = default;
 
 mvFrequencyBuffer& mvFrequencyBuffer::operator=(const mvFrequencyBuffer& src) {
     if (this == &src || dropIfEmpty(src)) return *this;
-    // The padded size is taken as it is: a reduced copy's may be larger than its image asks for.
+    takeShape(src);
+    std::copy_n(src.data_, mf_BufferAccess::floats(src), data_);
+    return *this;
+}
+
+// Everything but the floats of a buffer with data. The padded size is taken as it is: a reduced
+// copy's may be larger than its image asks for.
+void mvFrequencyBuffer::takeShape(const mvFrequencyBuffer& src) {
     allocatePlane(src.width_, src.height_);
     imageWidth_ = src.imageWidth_;
     imageHeight_ = src.imageHeight_;
@@ -115,8 +122,6 @@ mvFrequencyBuffer& mvFrequencyBuffer::operator=(const mvFrequencyBuffer& src) {
     masked_ = src.masked_;
     maskedMiny_ = src.maskedMiny_;
     maskedMaxy_ = src.maskedMaxy_;
-    std::copy_n(src.data_, mf_BufferAccess::floats(src), data_);
-    return *this;
 }
 
 mvFrequencyBuffer& mvFrequencyBuffer::operator=(mvFrequencyBuffer&& src) noexcept {

@@ -143,6 +143,7 @@ class MVFREQ_API mvFrequencyBuffer {
     void maskedMaxy(long row);
 
     bool dropIfEmpty(const mvFrequencyBuffer& src) noexcept;
+    void takeShape(const mvFrequencyBuffer& src);
     void allocatePlane(std::int32_t width, std::int32_t height);
     bool exchangeFields(mvArchive& ar, unsigned char version);
     void store(mvArchive& ar);

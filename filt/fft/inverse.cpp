@@ -1,35 +1,50 @@
 // Inverse transforms: from spectra to planes and images.
 #include <filt/fft/internal/attention.h>
 #include <filt/fft/internal/buffer_access.h>
+#include <filt/fft/internal/image_columns.h>
 #include <filt/fft/internal/kernel.h>
 #include <filt/fft/internal/output_image.h>
-#include <filt/fft/internal/pel_conversion.h>
 #include <filt/fft/internal/quadrant.h>
 #include <filt/fft/transforms.h>
 #include <cmath>
 #include <limits>
-#include <optional>
 #include <type_traits>
 
 namespace {
 
 using Access = mf_BufferAccess;
 
-void transformPlane(mvFrequencyBuffer& plane) {
-    const mvPair<long> size(Access::width(plane), Access::height(plane));
-    const bool masked = Access::masked(plane) != 0;
-    const long rowLow = masked ? Access::maskedMiny(plane) : 0;
-    const long rowHigh = masked ? Access::maskedMaxy(plane) : size.y;
-    mf_FFT2D(Access::data(plane), size, -1, static_cast<int>(rowLow), static_cast<int>(rowHigh));
+// The inverse transform of `src` with its band, into `dst`.
+void transformPlane(const mvFrequencyBuffer& src, float* dst, long columns, mf_ColumnSink* sink) {
+    const mvPair<long> size(Access::width(src), Access::height(src));
+    const bool masked = Access::masked(src) != 0;
+    const long rowLow = masked ? Access::maskedMiny(src) : 0;
+    const long rowHigh = masked ? Access::maskedMaxy(src) : size.y;
+    mf_FFT2D(Access::data(src), dst, size, -1, static_cast<int>(rowLow), static_cast<int>(rowHigh),
+             columns, sink);
 }
 
-// The spatial plane of a buffer: the buffer's own, transformed in place, or a private copy's.
+// The spatial plane of a buffer: the buffer's own, transformed in place, or a private one.
 class SpatialPlane {
   public:
     SpatialPlane(mvFrequencyBuffer& buf, bool destroy)
-        : buf_(buf), inPlace_(Access::inverseComputed(buf) || destroy) {
-        if (!inPlace_) copy_ = buf;
-        if (!Access::inverseComputed(buf)) transformPlane(inPlace_ ? buf_ : copy_);
+        : buf_(buf), inPlace_(Access::inverseComputed(buf) || destroy) {}
+
+    /// Calls visit(x, y, elements, count) for runs of all rows of the image, which may have gone
+    /// when it returns unless they are to be kept.
+    template <class Visit>
+    void compute(bool keep, Visit visit) {
+        mf_RunSink<Visit> sink(Access::imageHeight(buf_), visit);
+        if (Access::inverseComputed(buf_)) return sink.take(imageColumns());
+        if (!inPlace_ && keep) Access::takeShape(copy_, buf_);
+        transformPlane(buf_, Access::data(inPlace_ ? buf_ : copy_), Access::imageWidth(buf_),
+                       &sink);
+    }
+
+    /// Visits a plane that was kept.
+    template <class Visit>
+    void visit(Visit visit) const {
+        mf_RunSink<Visit>(Access::imageHeight(buf_), visit).take(imageColumns());
     }
 
     const mvFrequencyBuffer& plane() const { return inPlace_ ? buf_ : copy_; }
@@ -40,6 +55,10 @@ class SpatialPlane {
     }
 
   private:
+    mf_FinishedColumns imageColumns() const {
+        return {0, Access::imageWidth(buf_), Access::data(plane()), 2 * Access::width(buf_)};
+    }
+
     mvFrequencyBuffer& buf_;
     bool inPlace_;
     mvFrequencyBuffer copy_;
@@ -54,43 +73,22 @@ float inverseScale(const mvFrequencyBuffer& buf) {
     return static_cast<float>(1.0 / static_cast<double>(Access::width(buf) * Access::height(buf)));
 }
 
-// The range of magnitudes in the image area, found in squares.
-mf_PelScale rangeScale(const mvFrequencyBuffer& plane, float scale, float full) {
-    float least = 1e20f, greatest = -1e20f;
-    for (long y = 0; y < Access::imageHeight(plane); ++y) {
-        const float* const row = Access::data(plane) + 2 * Access::width(plane) * y;
-        for (long x = 0; x < Access::imageWidth(plane); ++x) {
-            const float square = row[2 * x] * row[2 * x] + row[2 * x + 1] * row[2 * x + 1];
-            if (square < least) least = square;
-            if (square > greatest) greatest = square;
-        }
+// The linear map of magnitudes onto the whole range of integer pels.
+struct PelMap {
+    PelMap(const mf_SquareRange& range, float scale, float full)
+        : low(std::sqrt(range.least) * scale) {
+        const float high = std::sqrt(range.greatest) * scale;
+        factor = high == low ? full : full / (high - low);
     }
-    const float low = std::sqrt(least) * scale, high = std::sqrt(greatest) * scale;
-    return {low, high == low ? full : full / (high - low)};
-}
+    float low, factor;
+};
 
-template <class T>
-void writeMagnitudes(mf_OutputImage<T>& output, const mvFrequencyBuffer& plane, bool rescale) {
-    const float scale = inverseScale(plane);
-    if constexpr (std::is_same_v<T, double>) {
-        output.fill(plane,
-                    [scale](float re, float im) { return mf_ScaledMagnitude(re, im, scale); });
-    } else if (rescale) {
-        const mf_PelScale map = rangeScale(plane, scale, std::numeric_limits<T>::max());
-        output.fill(plane, [scale, map](float re, float im) {
-            return mf_RoundToPel<T>((mf_ScaledMagnitude(re, im, scale) - map.low) * map.factor);
-        });
-    } else {
-        output.fill(plane, [scale](float re, float im) {
-            return mf_RoundToPel<T>(mf_ScaledMagnitude(re, im, scale));
-        });
-    }
-}
-
-// The angles that may accompany the magnitudes.
+// The angles that may accompany the magnitudes: made as by a call of their own.
 struct AngleOutput {
     mvPelBuffer<double>* angle;
 
+    bool needsPlane() const { return angle != nullptr; }
+    void visit(long, long, const float*, long) {}
     void write(const mvFrequencyBuffer& plane) {
         if (angle != nullptr) mf_ComputeAngleImage(plane, *angle);
     }
@@ -98,11 +96,14 @@ struct AngleOutput {
     void deliver() {}
 };
 
-// The quadrants that accompany integer magnitudes: made as by a call of their own.
+// The quadrants that accompany integer magnitudes: likewise.
 template <class T>
 struct QuadrantOutput {
+    QuadrantOutput(const mvFrequencyBuffer&, mvPelBuffer<unsigned char>& out) : quadrant(out) {}
     mvPelBuffer<unsigned char>& quadrant;
 
+    bool needsPlane() const { return true; }
+    void visit(long, long, const float*, long) {}
     void write(const mvFrequencyBuffer& plane) { mf_ComputeQuadrantImage(plane, quadrant); }
     void wrap() {}
     void deliver() {}
@@ -111,25 +112,48 @@ struct QuadrantOutput {
 // The quadrants that accompany double magnitudes: an output like the magnitudes themselves.
 template <>
 struct QuadrantOutput<double> {
-    mvPelBuffer<unsigned char>& quadrant;
-    std::optional<mf_OutputImage<unsigned char>> image = {};
+    QuadrantOutput(const mvFrequencyBuffer& buf, mvPelBuffer<unsigned char>& out)
+        : image(buf, out) {}
+    mf_OutputImage<unsigned char> image;
 
-    void write(const mvFrequencyBuffer& plane) {
-        image.emplace(plane, quadrant);
-        image->fill(plane, mf_Quadrant);
+    bool needsPlane() const { return false; }
+    void visit(long x, long y, const float* elements, long count) {
+        mf_WriteQuadrants(elements, count, image.row(y) + x);
     }
-    void wrap() { image->wrap(); }
-    void deliver() { image->deliver(); }
+    void write(const mvFrequencyBuffer&) { image.bind(); }
+    void wrap() { image.wrap(); }
+    void deliver() { image.deliver(); }
 };
 
 template <class T, class SecondOutput>
 void inverseToMagnitudes(mvFrequencyBuffer& buf, mvPelBuffer<T>& out, SecondOutput second,
                          bool rescale, bool destroy) {
-    requirePelOutput(buf);
-    SpatialPlane spatial(buf, destroy);
+    const mf_KernelPath& path = mf_BestKernelPath();
+    const mf_PelRuns<T>& runs = path.pels<T>();
+    const bool mapped = rescale && !std::is_same_v<T, double>;
+    const float scale = inverseScale(buf);
+
     mf_OutputImage<T> magnitudes(buf, out);
+    SpatialPlane spatial(buf, destroy);
+    mf_SquareRange range;
+    spatial.compute(mapped || second.needsPlane(),
+                    [&](long x, long y, const float* elements, long count) {
+                        if (mapped) {
+                            path.squareRange(elements, count, range);
+                        } else {
+                            runs.fromMagnitudes(elements, count, scale, magnitudes.row(y) + x);
+                        }
+                        second.visit(x, y, elements, count);
+                    });
+    magnitudes.bind();
     mf_PollAttention();
-    writeMagnitudes(magnitudes, spatial.plane(), rescale);
+    if (mapped) {
+        const PelMap map(range, scale, static_cast<float>(std::numeric_limits<T>::max()));
+        spatial.visit([&](long x, long y, const float* elements, long count) {
+            runs.fromMagnitudesMapped(elements, count, scale, map.low, map.factor,
+                                      magnitudes.row(y) + x);
+        });
+    }
     second.write(spatial.plane());
     spatial.markInverseComputed();
     magnitudes.wrap();
@@ -149,8 +173,11 @@ void mfInverseFFT(mvFrequencyBuffer& src, mvFrequencyBuffer& dst, bool destroy) 
     Access::requireTransformable(src);
     const bool computed = Access::inverseComputed(src);
     const bool inPlace = computed || destroy;
-    if (!inPlace) dst = src;
-    if (!computed) transformPlane(inPlace ? src : dst);
+    if (!inPlace) Access::takeShape(dst, src);
+    if (!computed) {
+        float* const plane = Access::data(inPlace ? src : dst);
+        transformPlane(src, plane, Access::width(src), nullptr);
+    }
     if (inPlace) dst = src;
     Access::setInverseComputed(dst, false);
     Access::setMasked(dst, 0);
@@ -164,13 +191,21 @@ void mfInverseFFT(const mvFrequencyBuffer& src, mvFrequencyBuffer& dst) {
 void mfInverseFFT(mvFrequencyBuffer& buf, mvPelBuffer<double>& real, mvPelBuffer<double>& imaginary,
                   bool destroy) {
     requirePelOutput(buf);
-    SpatialPlane spatial(buf, destroy);
+    const float scale = inverseScale(buf);
     mf_OutputImage<double> re(buf, real);
     mf_OutputImage<double> im(buf, imaginary);
+    SpatialPlane spatial(buf, destroy);
+    spatial.compute(false, [&](long x, long y, const float* elements, long count) {
+        double* const reals = re.row(y) + x;
+        double* const imaginaries = im.row(y) + x;
+        for (long i = 0; i < count; ++i) {
+            reals[i] = scale * elements[2 * i];
+            imaginaries[i] = scale * elements[2 * i + 1];
+        }
+    });
+    re.bind();
+    im.bind();
     mf_PollAttention();
-    const float scale = inverseScale(buf);
-    re.fill(spatial.plane(), [scale](float value, float) { return scale * value; });
-    im.fill(spatial.plane(), [scale](float, float value) { return scale * value; });
     re.copyXformToOutput();
     im.copyXformToOutput();
     re.wrap();
@@ -222,11 +257,13 @@ void mfInverseFFTQuadrant(const mvFrequencyBuffer& buf, mvPelBuffer<T>& out,
 #define MVFREQ_INVERSE_OF(Pel)                                                                    \
     void mf_InverseFFT(mvFrequencyBuffer& buf, mvPelBuffer<Pel>& out, mvPelBuffer<double>* angle, \
                        bool rescale, bool destroy) {                                              \
+        requirePelOutput(buf);                                                                    \
         inverseToMagnitudes(buf, out, AngleOutput{angle}, rescale, destroy);                      \
     }                                                                                             \
     void mf_InverseFFT(mvFrequencyBuffer& buf, mvPelBuffer<Pel>& out,                             \
                        mvPelBuffer<unsigned char>& quadrant, bool rescale, bool destroy) {        \
-        inverseToMagnitudes(buf, out, QuadrantOutput<Pel>{quadrant}, rescale, destroy);           \
+        requirePelOutput(buf);                                                                    \
+        inverseToMagnitudes(buf, out, QuadrantOutput<Pel>(buf, quadrant), rescale, destroy);      \
     }                                                                                             \
     template void mfInverseFFT(mvFrequencyBuffer&, mvPelBuffer<Pel>&, bool, bool);                \
     template void mfInverseFFT(const mvFrequencyBuffer&, mvPelBuffer<Pel>&, bool);                \

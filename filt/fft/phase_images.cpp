@@ -8,23 +8,33 @@
 
 namespace {
 
-template <class T, class Pel>
-void phaseImage(const mvFrequencyBuffer& buf, mvPelBuffer<T>& out, Pel pel) {
-    mf_BufferAccess::requireData(buf);
-    mf_BufferAccess::requireImageInPlane(buf);
+// write(elements, count, pels) makes a run of pels.
+template <class T, class Write>
+void phaseImage(const mvFrequencyBuffer& buf, mvPelBuffer<T>& out, Write write) {
+    using Access = mf_BufferAccess;
+    Access::requireData(buf);
+    Access::requireImageInPlane(buf);
     mf_PollAttention();
     mf_OutputImage<T> output(buf, out);
-    output.fill(buf, pel);
+    output.bind();
+    for (long y = 0; y < Access::imageHeight(buf); ++y) {
+        write(Access::data(buf) + 2 * Access::width(buf) * y, Access::imageWidth(buf),
+              output.row(y));
+    }
     output.wrap();
     output.deliver();
+}
+
+void writeAngles(const float* elements, long count, double* angles) {
+    for (long i = 0; i < count; ++i) angles[i] = std::atan2(elements[2 * i + 1], elements[2 * i]);
 }
 
 }  // namespace
 
 void mf_ComputeAngleImage(const mvFrequencyBuffer& buf, mvPelBuffer<double>& angle) {
-    phaseImage(buf, angle, [](float re, float im) { return std::atan2(im, re); });
+    phaseImage(buf, angle, writeAngles);
 }
 
 void mf_ComputeQuadrantImage(const mvFrequencyBuffer& buf, mvPelBuffer<unsigned char>& quadrant) {
-    phaseImage(buf, quadrant, mf_Quadrant);
+    phaseImage(buf, quadrant, mf_WriteQuadrants);
 }

@@ -30,6 +30,10 @@ struct mf_BufferAccess {
     static void setAndAllocate(mvFrequencyBuffer& b, long width, long height) {
         b.setAndAllocate(width, height);
     }
+    /// Assigns everything but the floats of `src`, which has data; `b` may be `src`.
+    static void takeShape(mvFrequencyBuffer& b, const mvFrequencyBuffer& src) {
+        if (&b != &src) b.takeShape(src);
+    }
     static void setPlacement(mvFrequencyBuffer& b, const mv_PelBuffer& image);
     static void setMasked(mvFrequencyBuffer& b, long flag) { b.masked(flag); }
     static void setInverseComputed(mvFrequencyBuffer& b, bool flag) { b.inverseComputed_ = flag; }

@@ -1,10 +1,8 @@
 // The two-dimensional transforms: a pass over the rows, then one over the columns.
 #include <filt/fft/internal/attention.h>
 #include <filt/fft/internal/kernel.h>
+#include <filt/fft/internal/row_band.h>
 #include <algorithm>
-#include <bit>
-#include <cstdint>
-#include <cstring>
 #include <memory>
 #include <new>
 #include <utility>
@@ -18,14 +16,35 @@ constexpr long kLinesPerPoll = 16;
 // Columns go through the passes in steps of whole cache lines of each row.
 constexpr long kColumnsPerStep = 64;
 
+// Rows of a plane of our own stand apart by a cache line more than a power of two, since addresses
+// that far apart compete for the same places in the caches.
+constexpr long kPitchPadding = 16;
+
 struct AlignedDelete {
     void operator()(float* floats) const { ::operator delete[](floats, std::align_val_t(64)); }
 };
-using Scratch = std::unique_ptr<float[], AlignedDelete>;
+using Floats = std::unique_ptr<float[], AlignedDelete>;
 
-Scratch makeScratch(mvPair<long> size) {
-    return Scratch(new (std::align_val_t(64)) float[mf_KernelScratchFloats(size.x, size.y)]);
+Floats makeFloats(std::size_t count) {
+    return Floats(new (std::align_val_t(64)) float[count]);
 }
+
+// Sizes and memory of one transform.
+struct Work {
+    Work(const mf_KernelPath& kernelPath, mvPair<long> planeSize)
+        : path(kernelPath),
+          size(planeSize),
+          scratch(makeFloats(mf_KernelScratchFloats(size.x, size.y))),
+          rows(new const float*[static_cast<std::size_t>(size.y + mf_kRowsAhead)]()) {}
+
+    // Where the column pass finds row y.
+    const float*& row(long y) { return rows[static_cast<std::size_t>(y)]; }
+
+    const mf_KernelPath& path;
+    mvPair<long> size;
+    Floats scratch;
+    std::unique_ptr<const float*[]> rows;
+};
 
 // The poll that a blocked transposition between the passes makes: small planes go without. The
 // passes here need no transposition, but the number of polls of a call is part of its contract.
@@ -33,31 +52,17 @@ void pollTransposition(mvPair<long> size, long smallest) {
     if (size.x >= smallest && size.y >= smallest) mf_PollAttention();
 }
 
-// The rows of a band, inclusive limits in shifted coordinates.
-class RowBand {
-  public:
-    RowBand(long height, long low, long high) : half_(height / 2), low_(low), high_(high) {}
-
-    bool contains(long row) const {
-        const long shifted = row < half_ ? row + half_ : row - half_;
-        return shifted >= low_ && shifted <= high_;
-    }
-
-  private:
-    long half_, low_, high_;
-};
-
-// Calls transform(rows, count) for the rows of a plane that are in the band, a few at a time.
-template <class Contains, class Transform>
-void passRows(float* plane, mvPair<long> size, Contains contains, Transform transform) {
-    for (long first = 0; first < size.y; first += kLinesPerPoll) {
-        float* rows[kLinesPerPoll];
+// Calls transform(rows, count) with the numbers of a few rows of the band at a time.
+template <class Transform>
+void passRows(long height, const mf_RowBand& band, Transform transform) {
+    for (long first = 0; first < height; first += kLinesPerPoll) {
+        long rows[kLinesPerPoll];
         long count = 0;
-        for (long y = first; y < std::min(first + kLinesPerPoll, size.y); ++y) {
-            if (contains(y)) rows[count++] = plane + 2 * size.x * y;
+        for (long y = first; y < std::min(first + kLinesPerPoll, height); ++y) {
+            if (band.contains(y)) rows[count++] = y;
         }
         if (count == 0) continue;
-        if (contains(first)) mf_PollAttention();
+        if (band.contains(first)) mf_PollAttention();
         transform(rows, count);
     }
 }
@@ -72,87 +77,226 @@ void passColumns(long end, Transform transform) {
     }
 }
 
-// True for +0 alone, of which a filter leaves whole rows.
-bool isAllZero(const float* floats, long count) {
-    const auto bytes = static_cast<std::size_t>(count - 1) * sizeof(float);
-    return std::bit_cast<std::uint32_t>(floats[0]) == 0 &&
-           std::memcmp(floats, floats + 1, bytes) == 0;
+// Writes row y of a source and tells the column pass where it is; the rows behind those of the
+// source are alike, and the first of them serves for all. Returns whether there is a row to
+// transform.
+bool writeRow(Work& work, const mf_RowSource& source, float* plane, long y) {
+    const long filled = source.rows(), pitch = 2 * work.size.x;
+    float* const row = plane + pitch * std::min(y, filled);
+    work.row(y) = row;
+    if (y < filled) source.write(y, row);
+    if (y == filled) std::fill_n(row, pitch, 0.0f);
+    return y <= filled;
 }
 
-// Between the passes a square plane used to be transposed by tiles of 4 x 4, and the contract keeps
-// its coarse rule for a band: pairs of tiles whose rows and columns both lie outside stay where
-// they are. What such tiles hold enters the second pass with rows and columns exchanged; zeros, of
-// course, are no matter.
-void exchangeUnmovedTiles(float* data, long n, long rowLow, long rowHigh) {
-    if (n < 4 || (rowLow <= 0 && rowHigh >= n)) return;
-    const auto isOutside = [&](long base) {
-        const long toStored = base < n / 2 ? -n / 2 : n / 2;
-        return base + 4 < rowLow + toStored || base > rowHigh + toStored;
-    };
-    const auto row = [&](long y) { return data + 2 * n * y; };
-    bool isZero = true;
-    for (long y = 0; y < n && isZero; ++y)
-        isZero = !isOutside(y / 4 * 4) || isAllZero(row(y), 2 * n);
-    if (isZero) return;
-    const auto exchange = [&](long a, long b) {
-        std::swap(data[2 * a], data[2 * b]);
-        std::swap(data[2 * a + 1], data[2 * b + 1]);
-    };
-    for (long y = 0; y < n; ++y) {
-        if (!isOutside(y / 4 * 4)) continue;
-        for (long x = 0; x < y; ++x) {
-            if (isOutside(x / 4 * 4)) exchange(y * n + x, x * n + y);
+// The row pass of a source; transform(rows, count) transforms rows in place.
+template <class Transform>
+void passSourceRows(Work& work, const mf_RowSource& source, float* plane, Transform transform) {
+    passRows(work.size.y, mf_RowBand(work.size.y), [&](const long* numbers, long count) {
+        float* rows[kLinesPerPoll];
+        long rowCount = 0;
+        for (long i = 0; i < count; ++i) {
+            const bool isNew = writeRow(work, source, plane, numbers[i]);
+            if (isNew) rows[rowCount++] = plane + 2 * work.size.x * numbers[i];
         }
-    }
+        if (rowCount > 0) transform(rows, rowCount);
+    });
 }
 
-// F(-u, -v) = conj F(u, v) gives the columns beyond W/2.
-void fillHermitian(float* plane, mvPair<long> size) {
-    mf_PollAttention();
+// The row pass of a real source. Single samples are their own transforms.
+void passRealRows(Work& work, const mf_RowSource& source, float* plane) {
+    if (work.size.x == 1) {
+        for (long y = 0; y < work.size.y; ++y) writeRow(work, source, plane, y);
+        return;
+    }
+    passSourceRows(work, source, plane, [&](float* const* rows, long count) {
+        work.path.realRows(rows, rows, count, work.size.x, work.scratch.get());
+    });
+}
+
+// F(-u, -v) = conj F(u, v) gives the columns beyond W/2 from those that were just finished.
+void fillMirrored(const Work& work, float* plane, long x, long count) {
+    const mvPair<long> size = work.size;
+    const long first = std::max(x, 1L), end = std::min(x + count, size.x / 2);
+    if (first >= end) return;
     for (long y = 0; y < size.y; ++y) {
-        const float* const mirror = plane + (y == 0 ? 0 : size.y - y) * 2 * size.x;
-        float* const row = plane + y * 2 * size.x;
-        for (long x = 1; x < size.x / 2; ++x) {
-            row[2 * (size.x - x)] = mirror[2 * x];
-            row[2 * (size.x - x) + 1] = -mirror[2 * x + 1];
-        }
+        float* const mirror = plane + 2 * size.x * (y == 0 ? 0 : size.y - y);
+        work.path.mirrored(plane + 2 * (size.x * y + first), end - first,
+                           mirror + 2 * (size.x - first + 1));
     }
 }
+
+// Lets the column pass find a row of zeros in the place of every row outside the band that is one.
+// Returns whether the contract wants rows exchanged that are not.
+bool findZeroRows(Work& work, const mf_RowBand& band, const float* zeroRow) {
+    const mvPair<long> size = work.size;
+    const bool isSquare = size.x == size.y && size.x >= 4;
+    bool mustExchange = false;
+    for (long y = 0; y < size.y; ++y) {
+        const bool isZero = !band.contains(y) && mf_IsAllZero(work.row(y), 2 * size.x);
+        if (isZero) work.row(y) = zeroRow;
+        if (!isZero && isSquare && band.excludesTile(y / 4 * 4)) mustExchange = true;
+    }
+    return mustExchange;
+}
+
+// Lets the column pass find all rows outside the band in `dst`, which may be `src`.
+void copyRowsOutside(Work& work, const mf_RowBand& band, const float* src, float* dst) {
+    const long width = 2 * work.size.x;
+    for (long y = 0; y < work.size.y; ++y) {
+        if (band.contains(y)) continue;
+        if (src != dst) std::copy_n(src + width * y, width, dst + width * y);
+        work.row(y) = dst + width * y;
+    }
+}
+
+// Lanes that are not wanted cost less than columns that fill no panel.
+long wholePanels(long columns) {
+    return (columns + kLinesPerPoll - 1) / kLinesPerPoll * kLinesPerPoll;
+}
+
+// A complex transform with a band, of a plane into another or into itself, or of what `columns`
+// and `sink` ask for alone.
+class ComplexTransform {
+  public:
+    ComplexTransform(const mf_KernelPath& path, mvPair<long> size, const mf_RowBand& band,
+                     bool inverse)
+        : work_(path, size), band_(band), inverse_(inverse) {}
+
+    // `dst` may be `src`.
+    void between(const float* src, float* dst, long columns, mf_ColumnSink* sink) {
+        const bool mustExchange = findRows(src);
+        if (mustExchange) copyRowsOutside(work_, band_, src, dst);
+        const long pitch = 2 * work_.size.x;
+        passBandRows([=](long y) { return dst + pitch * y; });
+        if (mustExchange) mf_ExchangeUnmovedTiles(dst, work_.size.x, band_);
+        passColumnsTo(src == dst ? work_.size.x : columns, columns, sink, pitch,
+                      [=](long x) { return dst + 2 * x; });
+    }
+
+    void toSink(const float* src, long columns, mf_ColumnSink& sink) {
+        const mvPair<long> size = work_.size;
+        if (findRows(src)) {
+            const Floats plane = makeFloats(static_cast<std::size_t>(2 * size.x * size.y));
+            return between(src, plane.get(), columns, &sink);
+        }
+        const long rowPitch = 2 * size.x + kPitchPadding;
+        const long panelPitch = 2 * std::min(kColumnsPerStep, size.x) + kPitchPadding;
+        const Floats rows = makeFloats(static_cast<std::size_t>(rowPitch * band_.rowCount()));
+        const Floats panel = makeFloats(static_cast<std::size_t>(panelPitch * size.y));
+        passBandRows([rowPitch, next = rows.get()](long) mutable {
+            return std::exchange(next, next + rowPitch);
+        });
+        passColumnsTo(columns, columns, &sink, panelPitch, [&](long) { return panel.get(); });
+    }
+
+    void of(const mf_RowSource& source, float* dst) {
+        passSourceRows(work_, source, dst, [&](float* const* rows, long count) {
+            work_.path.complexRows(rows, rows, count, work_.size.x, inverse_, work_.scratch.get());
+        });
+        passColumnsTo(work_.size.x, 0, nullptr, 2 * work_.size.x,
+                      [=](long x) { return dst + 2 * x; });
+    }
+
+  private:
+    // Says where the rows are; true when some must be exchanged between the passes.
+    bool findRows(const float* src) {
+        for (long y = 0; y < work_.size.y; ++y) work_.row(y) = src + 2 * work_.size.x * y;
+        if (band_.isFull()) return false;
+        zeroRow_ = makeFloats(static_cast<std::size_t>(2 * work_.size.x));
+        std::fill_n(zeroRow_.get(), 2 * work_.size.x, 0.0f);
+        return findZeroRows(work_, band_, zeroRow_.get());
+    }
+
+    // The row pass from where the rows are to to(y), where the column pass will find them.
+    template <class To>
+    void passBandRows(To to) {
+        passRows(work_.size.y, band_, [&](const long* numbers, long count) {
+            const float* sources[kLinesPerPoll];
+            float* results[kLinesPerPoll];
+            for (long i = 0; i < count; ++i) {
+                const float*& row = work_.row(numbers[i]);
+                sources[i] = row;
+                row = results[i] = to(numbers[i]);
+            }
+            work_.path.complexRows(sources, results, count, work_.size.x, inverse_,
+                                   work_.scratch.get());
+        });
+    }
+
+    // Transforms the first `computed` columns, to(x) being where the row 0 of column x goes, and
+    // hands the first `sunk` of them on. The attention is polled for all columns.
+    template <class To>
+    void passColumnsTo(long computed, long sunk, mf_ColumnSink* sink, long pitch, To to) {
+        pollTransposition(work_.size, 4);
+        passColumns(work_.size.x, [&](long x, long count) {
+            if (x >= computed) return;
+            float* const first = to(x);
+            work_.path.complexColumns(work_.rows.get(), first, pitch, work_.size.y, x,
+                                      std::min(count, wholePanels(computed - x)), inverse_,
+                                      work_.scratch.get());
+            if (sink != nullptr && x < sunk) {
+                sink->take({x, std::min(count, sunk - x), first, pitch});
+            }
+        });
+        pollTransposition(work_.size, 4);
+    }
+
+    Work work_;
+    mf_RowBand band_;
+    bool inverse_;
+    Floats zeroRow_;
+};
+
+// Rows that are in the plane already.
+class RowsOfThePlane : public mf_RowSource {
+  public:
+    explicit RowsOfThePlane(long rows) : rows_(rows) {}
+    long rows() const override { return rows_; }
+    void write(long, float*) const override {}
+
+  private:
+    long rows_;
+};
 
 }  // namespace
 
 void mf_FFT2D(float* data, mvPair<long> size, int direction, int rowLow, int rowHigh,
               const mf_KernelPath& path) {
-    const bool inverse = direction < 0;
-    const RowBand band(size.y, rowLow, rowHigh);
-    const Scratch scratch = makeScratch(size);
-    passRows(
-        data, size, [&](long y) { return band.contains(y); },
-        [&](float* const* rows, long count) {
-            path.complexRows(rows, rows, count, size.x, inverse, scratch.get());
-        });
-    pollTransposition(size, 4);
-    if (size.x == size.y) exchangeUnmovedTiles(data, size.x, rowLow, rowHigh);
-    passColumns(size.x, [&](long x, long count) {
-        path.complexColumns(data, size.x, size.y, x, count, inverse, scratch.get());
-    });
-    pollTransposition(size, 4);
+    mf_FFT2D(data, data, size, direction, rowLow, rowHigh, size.x, nullptr, path);
+}
+
+void mf_FFT2D(const mf_RowSource& source, float* data, mvPair<long> size,
+              const mf_KernelPath& path) {
+    ComplexTransform(path, size, mf_RowBand(size.y), false).of(source, data);
+}
+
+void mf_FFT2D(const float* src, float* dst, mvPair<long> size, int direction, int rowLow,
+              int rowHigh, long columns, mf_ColumnSink* sink, const mf_KernelPath& path) {
+    ComplexTransform transform(path, size, {size.y, rowLow, rowHigh}, direction < 0);
+    if (dst == nullptr) {
+        transform.toSink(src, columns, *sink);
+    } else {
+        transform.between(src, dst, columns, sink);
+    }
 }
 
 void mf_RealFFT2D(float* data, mvPair<long> size, int, int, int, const mf_KernelPath& path) {
+    mf_RealFFT2D(RowsOfThePlane(size.y), data, size, path);
+}
+
+void mf_RealFFT2D(const mf_RowSource& source, float* data, mvPair<long> size,
+                  const mf_KernelPath& path) {
+    Work work(path, size);
+    passRealRows(work, source, data);
     const long transpositionLimit = size.x == size.y ? 8 : 4;
-    const Scratch scratch = makeScratch(size);
-    if (size.x > 1) {
-        passRows(
-            data, size, [](long) { return true; },
-            [&](float* const* rows, long count) {
-                path.realRows(rows, rows, count, size.x, scratch.get());
-            });
-    }
     pollTransposition(size, transpositionLimit);
     passColumns(size.x / 2 + 1, [&](long x, long count) {
-        path.complexColumns(data, size.x, size.y, x, count, false, scratch.get());
+        path.complexColumns(work.rows.get(), data + 2 * x, 2 * size.x, size.y, x, count, false,
+                            work.scratch.get());
+        fillMirrored(work, data, x, count);
     });
     pollTransposition(size, transpositionLimit);
-    fillHermitian(data, size);
+    // The filling of the mirrored half has a poll of its own.
+    mf_PollAttention();
 }

@@ -9,6 +9,37 @@
 /// of at most 2048. DC is element (0, 0). Nothing is scaled. What an attention poll throws leaves a
 /// partly transformed plane. All paths give the same bits.
 
+/// Rows that are written just before the row pass transforms them.
+class mf_RowSource {
+  public:
+    /// How many rows there are; those that follow are zero.
+    virtual long rows() const = 0;
+
+    /// Writes a row: complex elements, or packed reals for the transform of a real plane.
+    virtual void write(long y, float* row) const = 0;
+
+  protected:
+    ~mf_RowSource() = default;
+};
+
+/// A few neighbouring columns of a finished plane, from column `x` on. Their elements of row y
+/// begin at `first` + y * `pitch`.
+struct mf_FinishedColumns {
+    long x;
+    long count;
+    const float* first;
+    long pitch;
+};
+
+/// Takes columns as the column pass finishes them.
+class mf_ColumnSink {
+  public:
+    virtual void take(const mf_FinishedColumns& columns) = 0;
+
+  protected:
+    ~mf_ColumnSink() = default;
+};
+
 /// Transforms a complex plane in place; any negative `direction` is inverse.
 ///
 /// The rows outside the band `rowLow` .. `rowHigh`, inclusive limits in shifted coordinates, are
@@ -21,3 +52,16 @@ void mf_FFT2D(float* data, mvPair<long> size, int direction, int rowLow, int row
 /// Direction and band are not used.
 void mf_RealFFT2D(float* data, mvPair<long> size, int direction, int rowLow, int rowHigh,
                   const mf_KernelPath& path = mf_BestKernelPath());
+
+/// The same two forward transforms of the rows of `source`.
+void mf_FFT2D(const mf_RowSource& source, float* data, mvPair<long> size,
+              const mf_KernelPath& path = mf_BestKernelPath());
+void mf_RealFFT2D(const mf_RowSource& source, float* data, mvPair<long> size,
+                  const mf_KernelPath& path = mf_BestKernelPath());
+
+/// The complex transform of the plane `src` into `dst`: `src` itself, another plane of the size, or
+/// null when nothing is kept. The columns 0 .. `columns` - 1 go to `sink`, unless that is null; of
+/// another plane no more than these are computed.
+void mf_FFT2D(const float* src, float* dst, mvPair<long> size, int direction, int rowLow,
+              int rowHigh, long columns, mf_ColumnSink* sink,
+              const mf_KernelPath& path = mf_BestKernelPath());

@@ -19,16 +19,14 @@ class mf_OutputImage {
           wasBound_(out.isBound()),
           target_(mf_BufferAccess::imageWidth(buf), mf_BufferAccess::imageHeight(buf), 32) {
         place(target_);
-        if (!wasBound_) out_ = target_;
     }
 
-    /// Sets each pel from the real and imaginary part of its element of `plane`.
-    template <class Pel>
-    void fill(const mvFrequencyBuffer& plane, Pel pel) {
-        for (long y = 0; y < target_.height(); ++y) {
-            fillRow(mf_BufferAccess::data(plane) + 2 * mf_BufferAccess::width(plane) * y,
-                    target_.width(), target_.pointToRow(y), pel);
-        }
+    /// Where the pels are written, row by row.
+    T* row(long y) { return target_.pointToRow(y); }
+
+    /// Shows the image to a caller whose output was unbound.
+    void bind() {
+        if (!wasBound_) out_ = target_;
     }
 
     /// Places the pels as the wrap copy does, when the buffer has an offset.
@@ -50,11 +48,6 @@ class mf_OutputImage {
     void copyXformToOutput() { out_.copyXforms(xform_); }
 
   private:
-    template <class Pel>
-    static void fillRow(const float* row, long count, T* out, Pel pel) {
-        for (long x = 0; x < count; ++x) out[x] = static_cast<T>(pel(row[2 * x], row[2 * x + 1]));
-    }
-
     void place(mvPelBuffer<T>& image) const {
         image.offset(offset_);
         image.copyXforms(xform_);

@@ -1,4 +1,4 @@
-// The paths by name, and how each one is put together from its passes.
+// The paths by name.
 #pragma once
 
 #include <filt/fft/internal/kernel/path.h>
@@ -12,8 +12,3 @@ extern const mf_KernelPath mf_kPlainPath;
 extern const mf_KernelPath mf_kBaselinePath;
 extern const mf_KernelPath mf_kAvx2Path;
 extern const mf_KernelPath mf_kAvx512Path;
-
-template <class Passes>
-constexpr mf_KernelPath mf_PathOf(const char* name, bool (*isSupported)()) {
-    return {name, isSupported, Passes::complexRows, Passes::realRows, Passes::complexColumns};
-}

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <filt/fft/internal/kernel/line_transform.h>
+#include <filt/fft/internal/kernel/path.h>
 #include <filt/fft/internal/kernel/vector.h>
 
 /// The passes with the lanes of the vector type V.
@@ -45,11 +46,12 @@ class mf_Passes {
         }
     }
 
-    /// Transforms the `count` columns of the plane from column `x` on, in place.
-    static void complexColumns(float* plane, long width, long height, long x, long count,
-                               bool inverse, float* scratch) {
-        for (const long end = x + count; x < end; x += kLanes) {
-            const Columns columns(plane, width, x, end - x);
+    /// Transforms the columns x .. x + count - 1 of `height` rows; those of row y go to
+    /// dst + y * pitch.
+    static void complexColumns(const float* const* rows, float* dst, long pitch, long height,
+                               long x, long count, bool inverse, float* scratch) {
+        for (long i = 0; i < count; i += kLanes) {
+            const Columns columns(rows, x + i, dst + 2 * i, pitch, count - i);
             Z* const lines = reinterpret_cast<Z*>(scratch);
             if (inverse) {
                 transformColumns<true>(columns, height, lines);
@@ -68,10 +70,6 @@ class mf_Passes {
     // Rows of this width and more are written in long runs.
     static constexpr long kWideRow = 512;
 
-    // How far ahead of its use a row of a column panel is asked for; no processor foresees such
-    // strides.
-    static constexpr long kRowsAhead = 4;
-
     // Up to kLanes rows; the lanes beyond repeat the first row and are not stored.
     struct Rows {
         Rows(const float* const* src, float* const* dst, long available)
@@ -88,15 +86,18 @@ class mf_Passes {
 
     // Up to kLanes columns of a plane.
     struct Columns {
-        Columns(float* plane, long planeWidth, long x, long available)
-            : first(plane + 2 * x),
-              pitch(2 * planeWidth),
+        Columns(const float* const* from, long fromX, float* to, long toPitch, long available)
+            : rows(from),
+              x(fromX),
+              first(to),
+              pitch(toPitch),
               count(available < kLanes ? available : kLanes) {}
 
         Z load(long y) const {
-            const float* const row = first + y * pitch;
-            mf_Prefetch(row + kRowsAhead * pitch);
-            mf_Prefetch(row + kRowsAhead * pitch + kLanes);
+            const float* const row = rows[y] + 2 * x;
+            const float* const ahead = rows[y + mf_kRowsAhead] + 2 * x;
+            mf_Prefetch(ahead);
+            mf_Prefetch(ahead + kLanes);
             if (count == kLanes) return unzipped(row);
             float padded[2 * kLanes] = {};
             for (long i = 0; i < 2 * count; ++i) padded[i] = row[i];
@@ -122,6 +123,8 @@ class mf_Passes {
             return z;
         }
 
+        const float* const* rows;
+        long x;
         float* first;
         long pitch;
         long count;

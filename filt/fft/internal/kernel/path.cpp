@@ -41,10 +41,10 @@ bool mf_Avx512IsSupported() {
 }
 #endif
 
-const mf_KernelPath* const* mf_KernelPathList::begin() const {
+const mf_KernelPath* const* mf_KernelPathList::begin() {
     return kPaths;
 }
-const mf_KernelPath* const* mf_KernelPathList::end() const {
+const mf_KernelPath* const* mf_KernelPathList::end() {
     return kPaths + sizeof(kPaths) / sizeof(kPaths[0]);
 }
 

@@ -1,17 +1,43 @@
-// The passes of the kernel, compiled for one instruction set.
+// The loops of the library that are compiled for each instruction set.
 #pragma once
 
 #include <cstddef>
 
-/// One instruction set's passes. All give the same bits.
+/// How squared magnitudes spread. Starts empty, at limits of its own.
+struct mf_SquareRange {
+    float least = 1e20f;
+    float greatest = -1e20f;
+};
+
+/// Conversions between runs of pels of type T and runs of elements.
 ///
-/// Rows are given by pointers to their first float, source and destination, which may be the same;
-/// at most 16 at a time. Scratch is aligned to 64 bytes and holds mf_KernelScratchFloats floats.
-struct mf_KernelPath {
+/// Integer pels are rounded half up and held to the range of T; NaN gives 0. Runs do not overlap.
+template <class T>
+struct mf_PelRuns {
+    /// out[i] = pels[i].
+    void (*toReals)(const T* pels, long count, float* out);
+
+    /// The elements (re[i], im[i]).
+    void (*toElements)(const T* re, const T* im, long count, float* out);
+
+    /// The magnitudes of elements times `scale`.
+    void (*fromMagnitudes)(const float* elements, long count, float scale, T* pels);
+
+    /// (magnitude * scale - low) * factor.
+    void (*fromMagnitudesMapped)(const float* elements, long count, float scale, float low,
+                                 float factor, T* pels);
+};
+
+/// One instruction set's loops. All give the same bits.
+///
+/// Rows are given by pointers to their first float; at most 16 at a time. Scratch is aligned to 64
+/// bytes and holds mf_KernelScratchFloats floats.
+struct mf_KernelPath : mf_PelRuns<unsigned char>, mf_PelRuns<unsigned short>, mf_PelRuns<double> {
     const char* name;
     bool (*isSupported)();
 
-    /// Complex transforms of `count` rows of `width` elements.
+    /// Complex transforms of `count` rows of `width` elements. A row's source and destination may
+    /// be the same.
     void (*complexRows)(const float* const* src, float* const* dst, long count, long width,
                         bool inverse, float* scratch);
 
@@ -19,15 +45,33 @@ struct mf_KernelPath {
     void (*realRows)(const float* const* src, float* const* dst, long count, long width,
                      float* scratch);
 
-    /// Complex transforms, in place, of `count` columns from column `x` on.
-    void (*complexColumns)(float* plane, long width, long height, long x, long count, bool inverse,
-                           float* scratch);
+    /// Complex transforms of the columns x .. x + count - 1 of `height` rows. The elements of row y
+    /// go to dst + y * pitch, which may be where they are. Behind the rows stand
+    /// mf_kRowsAhead pointers more, to be prefetched only.
+    void (*complexColumns)(const float* const* rows, float* dst, long pitch, long height, long x,
+                           long count, bool inverse, float* scratch);
+
+    /// The conjugates of `count` elements in reverse order; the last one goes before `end`.
+    void (*mirrored)(const float* elements, long count, float* end);
+
+    /// Widens `range` by the squared magnitudes of elements; NaNs do not count.
+    void (*squareRange)(const float* elements, long count, mf_SquareRange& range);
+
+    /// The conversions of pels of type T.
+    template <class T>
+    constexpr const mf_PelRuns<T>& pels() const {
+        return *this;
+    }
 };
+
+/// How far ahead of its use a row of a column panel is asked for; no processor foresees such
+/// strides.
+constexpr long mf_kRowsAhead = 4;
 
 /// All paths that were built, the fastest first; the last one, plain C++, runs everywhere.
 struct mf_KernelPathList {
-    const mf_KernelPath* const* begin() const;
-    const mf_KernelPath* const* end() const;
+    static const mf_KernelPath* const* begin();
+    static const mf_KernelPath* const* end();
 };
 
 /// The fastest path that this processor has.

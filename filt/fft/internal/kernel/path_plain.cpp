@@ -1,6 +1,4 @@
 // Plain C++: runs everywhere.
-#include <filt/fft/internal/kernel/built_paths.h>
-#include <filt/fft/internal/kernel/passes.h>
+#include <filt/fft/internal/kernel/path_of.h>
 
-const mf_KernelPath mf_kPlainPath =
-    mf_PathOf<mf_Passes<mf_PlainVector<8>>>("plain", mf_PlainIsSupported);
+const mf_KernelPath mf_kPlainPath = mf_PathOf<mf_PlainVector<8>>("plain", mf_PlainIsSupported);

@@ -1,0 +1,23 @@
+// How a path is put together from the loops of one vector type.
+#pragma once
+
+#include <filt/fft/internal/kernel/built_paths.h>
+#include <filt/fft/internal/kernel/passes.h>
+#include <filt/fft/internal/kernel/pel_runs.h>
+
+/// The path with the lanes of the vector type V.
+template <class V>
+constexpr mf_KernelPath mf_PathOf(const char* name, bool (*isSupported)()) {
+    typedef mf_Passes<V> Passes;
+    typedef mf_Runs<V> Runs;
+    return {Runs::template ofPels<unsigned char>(),
+            Runs::template ofPels<unsigned short>(),
+            Runs::template ofPels<double>(),
+            name,
+            isSupported,
+            Passes::complexRows,
+            Passes::realRows,
+            Passes::complexColumns,
+            Runs::mirrored,
+            Runs::squareRange};
+}

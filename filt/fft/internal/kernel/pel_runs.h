@@ -1,0 +1,88 @@
+// Conversions between pels and elements, run by run.
+#pragma once
+
+#include <filt/fft/internal/kernel/path.h>
+#include <filt/fft/internal/kernel/vector.h>
+#include <math.h>
+
+/// The loops of mf_PelRuns and their neighbours. They are written for the compiler to vectorise;
+/// that they depend on the vector type V keeps those of different instruction sets apart.
+template <class V>
+class mf_Runs {
+  public:
+    template <class T>
+    static constexpr mf_PelRuns<T> ofPels() {
+        return {toReals<T>, toElements<T>, fromMagnitudes<T>, fromMagnitudesMapped<T>};
+    }
+
+    static void mirrored(const float* elements, long count, float* end) {
+        constexpr long kLanes = V::kLanes;
+        long i = 0;
+        for (; i + kLanes <= count; i += kLanes) {
+            V re, im, a, b;
+            V::unzip(V::load(elements + 2 * i), V::load(elements + 2 * i + kLanes), re, im);
+            V::zip(re.reversed(), -im.reversed(), a, b);
+            float* const out = end - 2 * (i + kLanes);
+            a.store(out), b.store(out + kLanes);
+        }
+        for (; i < count; ++i) {
+            end[-2 * i - 2] = elements[2 * i];
+            end[-2 * i - 1] = -elements[2 * i + 1];
+        }
+    }
+
+    static void squareRange(const float* elements, long count, mf_SquareRange& range) {
+        float least = range.least, greatest = range.greatest;
+        for (long i = 0; i < count; ++i) {
+            const float s = square(elements + 2 * i);
+            least = s < least ? s : least;
+            greatest = s > greatest ? s : greatest;
+        }
+        range = {least, greatest};
+    }
+
+  private:
+    template <class T>
+    static void toReals(const T* pels, long count, float* out) {
+        for (long i = 0; i < count; ++i) out[i] = static_cast<float>(pels[i]);
+    }
+
+    template <class T>
+    static void toElements(const T* re, const T* im, long count, float* out) {
+        for (long i = 0; i < count; ++i) {
+            out[2 * i] = static_cast<float>(re[i]);
+            out[2 * i + 1] = static_cast<float>(im[i]);
+        }
+    }
+
+    template <class T>
+    static void fromMagnitudes(const float* elements, long count, float scale, T* pels) {
+        for (long i = 0; i < count; ++i) pels[i] = toPel<T>(magnitude(elements + 2 * i) * scale);
+    }
+
+    template <class T>
+    static void fromMagnitudesMapped(const float* elements, long count, float scale, float low,
+                                     float factor, T* pels) {
+        for (long i = 0; i < count; ++i) {
+            pels[i] = toPel<T>((magnitude(elements + 2 * i) * scale - low) * factor);
+        }
+    }
+
+    static float square(const float* z) { return z[0] * z[0] + z[1] * z[1]; }
+    static float magnitude(const float* z) { return ::sqrtf(square(z)); }
+
+    // Half up, as if the half were added without rounding. The steps have no branch.
+    template <class T>
+    static T toPel(float value) {
+        if constexpr (T(0.5) != T(0)) {
+            return value;
+        } else {
+            constexpr float kFull = static_cast<T>(-1);
+            const float positive = value > 0.0f ? value : 0.0f;
+            const float held = positive < kFull ? positive : kFull;
+            const int whole = static_cast<int>(held);
+            const bool up = held - static_cast<float>(whole) >= 0.5f;
+            return static_cast<T>(whole + (up ? 1 : 0));
+        }
+    }
+};

@@ -1,0 +1,44 @@
+// The band of rows that alone hold data.
+#pragma once
+
+#include <algorithm>
+
+/// Inclusive limits in shifted coordinates, where the row 0 stands in the middle.
+class mf_RowBand {
+  public:
+    mf_RowBand(long height, long low, long high)
+        : height_(height), half_(height / 2), low_(low), high_(high) {}
+
+    /// Every row.
+    explicit mf_RowBand(long height) : mf_RowBand(height, 0, height) {}
+
+    bool contains(long row) const {
+        const long shifted = row < half_ ? row + half_ : row - half_;
+        return shifted >= low_ && shifted <= high_;
+    }
+
+    /// How many rows it holds.
+    long rowCount() const {
+        return std::max(0L, std::min(high_, height_ - 1) - std::max(low_, 0L) + 1);
+    }
+
+    bool isFull() const { return low_ <= 0 && high_ >= height_; }
+
+    /// Whether the tile of four rows from `base` on lies outside, by the coarse rule of
+    /// mf_ExchangeUnmovedTiles.
+    bool excludesTile(long base) const {
+        const long toStored = base < half_ ? -half_ : half_;
+        return base + 4 < low_ + toStored || base > high_ + toStored;
+    }
+
+  private:
+    long height_, half_, low_, high_;
+};
+
+/// True for +0 alone, of which a filter leaves whole rows.
+bool mf_IsAllZero(const float* floats, long count);
+
+/// Between the passes a square plane used to be transposed by tiles of 4 x 4, and the contract
+/// keeps its coarse rule for a band: pairs of tiles whose rows and columns both lie outside stay
+/// where they are. What such tiles hold enters the second pass with rows and columns exchanged.
+void mf_ExchangeUnmovedTiles(float* data, long n, const mf_RowBand& band);
