@@ -47,16 +47,31 @@ void requireSameSize(const mvFrequencyBuffer& a, const mvFrequencyBuffer& b, con
     }
 }
 
+// A run of elements as the compiler sees it best; `dst` may be `d`, or lie apart from both.
+template <class Operation>
+void applyTo(const float* s, const float* d, float* dst, std::size_t floats, Operation op) {
+    for (std::size_t i = 0; i < floats; i += 2) {
+        const Complex value = op(Complex{s[i], s[i + 1]}, Complex{d[i], d[i + 1]});
+        dst[i] = value.re;
+        dst[i + 1] = value.im;
+    }
+}
+
 // dst = op(src, dst), element by element.
 template <class Operation>
 void accumulate(const mvFrequencyBuffer& src, mvFrequencyBuffer& dst, Operation op) {
-    const float* s = Access::data(src);
-    float* d = Access::data(dst);
-    for (const float* const end = d + Access::floats(dst); d != end; s += 2, d += 2) {
-        const Complex value = op(Complex{s[0], s[1]}, Complex{d[0], d[1]});
-        d[0] = value.re;
-        d[1] = value.im;
-    }
+    float* const d = Access::data(dst);
+    applyTo(Access::data(src), d, d, Access::floats(dst), op);
+}
+
+// result = op(src, first), with all that is not data from `first`. The result is not `src`.
+template <class Operation>
+void assign(const mvFrequencyBuffer& src, const mvFrequencyBuffer& first, mvFrequencyBuffer& result,
+            Operation op) {
+    if (&result == &first) return accumulate(src, result, op);
+    Access::takeShape(result, first);
+    applyTo(Access::data(src), Access::data(first), Access::data(result), Access::floats(result),
+            op);
 }
 
 // For operations in which the operands may change places.
@@ -66,8 +81,7 @@ void combine(const mvFrequencyBuffer& a, const mvFrequencyBuffer& b, mvFrequency
     requireFrequencies(a, b);
     requireSameSize(a, b, Operation::kSizeMessage);
     if (&result == &b) return accumulate(a, result, op);
-    result = a;
-    accumulate(b, result, op);
+    assign(b, a, result, op);
 }
 
 }  // namespace
@@ -88,13 +102,9 @@ void mfFrequencySubtract(const mvFrequencyBuffer& a, const mvFrequencyBuffer& b,
     requireData(a, b);
     requireSameSize(a, b, Difference::kSizeMessage);
     requireFrequencies(a, b);
-    if (&result == &b) {
-        const mvFrequencyBuffer subtrahend(b);
-        result = a;
-        return accumulate(subtrahend, result, Difference());
-    }
-    result = a;
-    accumulate(b, result, Difference());
+    if (&result != &b) return assign(b, a, result, Difference());
+    Access::takeShape(result, a);
+    accumulate(a, result, [](Complex s, Complex d) { return Difference()(d, s); });
 }
 
 void mfFrequencySubtract(const mvFrequencyBuffer& src, mvFrequencyBuffer& dst) {
@@ -122,7 +132,13 @@ void mfFrequencyConjugate(mvFrequencyBuffer& buf) {
 }
 
 void mfFrequencyConjugate(const mvFrequencyBuffer& src, mvFrequencyBuffer& dst) {
+    if (&src == &dst) return mfFrequencyConjugate(dst);
     Access::requireFrequencies(src);
-    dst = src;
-    mfFrequencyConjugate(dst);
+    Access::takeShape(dst, src);
+    const float* const s = Access::data(src);
+    float* const d = Access::data(dst);
+    for (std::size_t i = 0; i < Access::floats(dst); i += 2) {
+        d[i] = s[i];
+        d[i + 1] = -s[i + 1];
+    }
 }
