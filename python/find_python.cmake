@@ -1,0 +1,20 @@
+# Finds the first Python of the path that has numpy and the headers to build modules with.
+#   mvfreq_find_python() sets Python3_EXECUTABLE in the cache, or leaves it unset.
+function(mvfreq_find_python)
+  if(Python3_EXECUTABLE)
+    return()
+  endif()
+  file(TO_CMAKE_PATH "$ENV{PATH}" folders)
+  set(probe "import os, sysconfig, numpy; os.stat(sysconfig.get_path('include') + '/Python.h')")
+  foreach(folder IN LISTS folders)
+    if(NOT EXISTS ${folder}/python3)
+      continue()
+    endif()
+    execute_process(COMMAND ${folder}/python3 -c "${probe}"
+      RESULT_VARIABLE result OUTPUT_QUIET ERROR_QUIET)
+    if(result EQUAL 0)
+      set(Python3_EXECUTABLE ${folder}/python3 CACHE FILEPATH "Python to build the module for")
+      return()
+    endif()
+  endforeach()
+endfunction()

@@ -1,0 +1,145 @@
+// Pel buffers of any pel type upon numpy arrays, and numpy arrays upon pel buffers.
+#include "pel_buffers.h"
+
+namespace py = pybind11;
+
+namespace {
+
+[[noreturn]] void throwPelType(const py::object& dtype) {
+    throw py::type_error("Pels must be uint8, uint16 or float64, not " +
+                         std::string(py::str(dtype)));
+}
+
+// Calls `use` with a value of each pel type until it answers true.
+template <class Use>
+bool anyPelType(Use use) {
+    return use(static_cast<unsigned char>(0)) || use(static_cast<unsigned short>(0)) || use(0.0);
+}
+
+bool isImage(const py::handle& object) {
+    return py::isinstance<Image>(object);
+}
+
+// Keeps a Python object alive from places that do not hold the interpreter lock.
+std::shared_ptr<void> ownerOf(py::object object) {
+    return {object.release().ptr(), [](void* pointer) {
+                if (!Py_IsInitialized()) return;
+                const py::gil_scoped_acquire lock;
+                Py_DECREF(static_cast<PyObject*>(pointer));
+            }};
+}
+
+// The step from row to row in pels, or 0 when the memory is not laid out in rows of pels.
+template <class T>
+long rowStep(const py::array& array) {
+    constexpr auto size = static_cast<py::ssize_t>(sizeof(T));
+    const py::ssize_t height = array.shape(0), width = array.shape(1);
+    const bool aligned = reinterpret_cast<std::uintptr_t>(array.data()) % alignof(T) == 0;
+    if (!aligned || (width > 1 && array.strides(1) != size)) return 0;
+    if (height <= 1) return width;
+    const py::ssize_t step = array.strides(0);
+    return step % size == 0 && step / size >= width ? step / size : 0;
+}
+
+// An empty array has no rows to step; the pel buffer itself refuses it.
+template <class T>
+mvPelBuffer<T> bound(const py::array& array, long step) {
+    auto* const pels = const_cast<T*>(static_cast<const T*>(array.data()));
+    return {pels, array.shape(1), array.shape(0), step, ownerOf(array)};
+}
+
+enum class Layout { required, copied };
+
+Image imageOf(py::array array, Layout layout) {
+    if (array.ndim() != 2) {
+        throw py::type_error("An image must have two dimensions, rows and columns, not " +
+                             std::to_string(array.ndim()));
+    }
+    Image image;
+    const bool found = anyPelType([&](auto pel) {
+        using T = decltype(pel);
+        if (!py::isinstance<py::array_t<T>>(array)) return false;
+        image.writable = array.writeable();
+        if (rowStep<T>(array) == 0 && array.size() != 0) {
+            if (layout == Layout::required) {
+                throw py::value_error(
+                    "The array's memory is not laid out in rows of adjacent pels");
+            }
+            array = py::array_t<T, py::array::c_style>(array.attr("copy")());
+            image.writable = false;
+        }
+        image.pels = bound<T>(array, rowStep<T>(array));
+        return true;
+    });
+    if (!found) throwPelType(array.dtype());
+    return image;
+}
+
+}  // namespace
+
+py::dtype dtypeOf(const Image& image) {
+    return std::visit(
+        []<class T>(const mvPelBuffer<T>&) -> py::dtype { return py::dtype::of<T>(); }, image.pels);
+}
+
+template <class T>
+py::array arrayOf(const mvPelBuffer<T>& pels, bool writable) {
+    auto kept = std::make_unique<mvPelBuffer<T>>(pels);
+    const py::capsule owner(kept.get(),
+                            [](void* pointer) { delete static_cast<mvPelBuffer<T>*>(pointer); });
+    kept.release();
+    constexpr auto size = static_cast<py::ssize_t>(sizeof(T));
+    py::array array(py::dtype::of<T>(), {pels.height(), pels.width()},
+                    {size * pels.rowUpdate(), size}, pels.pointToOffset(), owner);
+    if (!writable) array.attr("setflags")(py::arg("write") = false);
+    return array;
+}
+template py::array arrayOf(const mvPelBuffer<unsigned char>&, bool);
+template py::array arrayOf(const mvPelBuffer<unsigned short>&, bool);
+template py::array arrayOf(const mvPelBuffer<double>&, bool);
+
+py::array arrayOf(const Image& image) {
+    return std::visit([&](const auto& pels) { return arrayOf(pels, image.writable); }, image.pels);
+}
+
+Image unboundImage(const py::dtype& dtype) {
+    Image image;
+    const bool found = anyPelType([&](auto pel) {
+        using T = decltype(pel);
+        if (!dtype.equal(py::dtype::of<T>())) return false;
+        image.pels = mvPelBuffer<T>();
+        return true;
+    });
+    if (!found) throwPelType(dtype);
+    return image;
+}
+
+Image viewOfArray(const py::array& array) {
+    return imageOf(array, Layout::required);
+}
+
+Image inputImage(const py::object& source) {
+    if (isImage(source)) return source.cast<Image&>();
+    if (py::isinstance<py::array>(source)) return imageOf(source, Layout::copied);
+    throw py::type_error("An image must be a numpy array or a PelBuffer, not " +
+                         std::string(py::str(py::type::handle_of(source).attr("__name__"))));
+}
+
+Output::Output(const py::object& out) {
+    if (isImage(out)) {
+        image_ = out.cast<Image&>();
+        given_ = out;
+    } else if (py::isinstance<py::array>(out)) {
+        image_ = viewOfArray(out);
+        given_ = out;
+    } else {
+        image_ = unboundImage(py::dtype::from_args(out));
+    }
+    if (!image_.writable) throw py::value_error("The output's pels are read-only");
+}
+
+py::object Output::result() const {
+    if (!given_) return arrayOf(image_);
+    if (isImage(given_)) given_.cast<Image&>() = image_;
+    return given_;
+}
