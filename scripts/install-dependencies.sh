@@ -6,7 +6,8 @@
 #     checks   for the longer checks: other machines, coverage, static analysis, the interface
 set -euo pipefail
 
-packages=(cmake ninja-build g++ libcli11-dev libpng-dev libgtest-dev)
+packages=(cmake ninja-build g++ libcli11-dev libpng-dev libgtest-dev
+    pybind11-dev python3-dev python3-numpy python3-pil python3-pytest)
 for group in "$@"; do
     case $group in
     ci) packages+=(git clang clang-format pkgconf) ;;
