@@ -39,7 +39,9 @@ MEMORY = 6 << 30
 PROGRAMS = ["arithmetic_test", "freqfilt_test", "fft_buffer_test", "archive_test", "numbers_test",
             "fft_transforms_test", "results_digest", "faults_test", "fft_kernel_test",
             "fft_round_trip_test"]
-ARGUMENTS = {"results_digest": [str(TREE / "tests/digest/results.digest")]}
+# Tests that take seconds: these run last.
+SLOW = {"archive_test": "*AnyTwoIntegers*:*AnyByteFlipped*", "freqfilt_test": "FilterComparison/*",
+        "fft_kernel_test": "*ForAllSizes*:*ComplexKernelOnRealInput*"}
 
 # The programs that stand first for a source, in place of the order above.
 FIRST = [
@@ -172,19 +174,32 @@ def build(target, jobs):
                           check=False).returncode == 0
 
 
-def find_programs():
-    return {name: next(BUILD.glob(f"tests/*/{name}")) for name in PROGRAMS}
+def steps(first=()):
+    """Pairs of a program and its arguments, in the order in which they run."""
+    for name in [*first, *(name for name in PROGRAMS if name not in first)]:
+        if name == "results_digest":
+            yield name, (str(TREE / "tests/digest/results.digest"),)
+        else:
+            yield name, ("--gtest_fail_fast", f"--gtest_filter=-{SLOW.get(name, '')}")
+    for name, tests in SLOW.items():
+        yield name, ("--gtest_fail_fast", f"--gtest_filter={tests}")
+
+
+def steps_for(file):
+    return steps(next((programs for prefix, programs in FIRST if file.startswith(prefix)), ()))
 
 
 def limit_memory():
     resource.setrlimit(resource.RLIMIT_AS, (MEMORY, MEMORY))
 
 
-def run(program, limit):
-    """True when the program passes in time and in some GiB of memory."""
-    command = [str(program)] + ARGUMENTS.get(program.name, ["--gtest_fail_fast", "--gtest_brief=1"])
-    with subprocess.Popen(command, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
-                          cwd=WORK, start_new_session=True, preexec_fn=limit_memory) as process:
+def passes(step, limit):
+    """True when the step passes in time and in some GiB of memory."""
+    name, arguments = step
+    program = next(BUILD.glob(f"tests/*/{name}"))
+    with subprocess.Popen([program, *arguments], stdout=subprocess.DEVNULL,
+                          stderr=subprocess.DEVNULL, cwd=WORK, start_new_session=True,
+                          preexec_fn=limit_memory) as process:
         try:
             return process.wait(timeout=limit) == 0
         except subprocess.TimeoutExpired:
@@ -192,23 +207,18 @@ def run(program, limit):
             return False
 
 
-def measure(programs):
-    """The time limit of each program, from a run on the unchanged tree."""
+def measure():
+    """The time limit of each step, from a run on the unchanged tree."""
     limits = {}
-    for name, path in programs.items():
+    for step in steps():
         begin = time.monotonic()
-        if not run(path, 900):
-            sys.exit(f"{name} fails on the unchanged tree")
-        limits[name] = 5 * (time.monotonic() - begin) + 10
+        if not passes(step, 900):
+            sys.exit(f"{step[0]} fails on the unchanged tree")
+        limits[step] = 5 * (time.monotonic() - begin) + 10
     return limits
 
 
-def order_for(file):
-    first = next((programs for prefix, programs in FIRST if file.startswith(prefix)), [])
-    return first + [name for name in PROGRAMS if name not in first]
-
-
-def verdict_of(mutant, programs, limits, jobs):
+def verdict_of(mutant, limits, jobs):
     """"rejected" by the compiler, "survived", or the name of the program that failed."""
     path = TREE / mutant.file
     original = path.read_text(encoding="utf-8")
@@ -216,11 +226,11 @@ def verdict_of(mutant, programs, limits, jobs):
     lines[mutant.line - 1] = mutant.new + "\n"
     path.write_text("".join(lines), encoding="utf-8")
     try:
-        for name in order_for(mutant.file):
-            if not build(name, jobs):
+        for step in steps_for(mutant.file):
+            if not build(step[0], jobs):
                 return "rejected"
-            if not run(programs[name], limits[name]):
-                return name
+            if not passes(step, limits[step]):
+                return step[0]
         return "survived"
     finally:
         path.write_text(original, encoding="utf-8")
@@ -281,8 +291,7 @@ def main():
     for name in PROGRAMS:
         if not build(name, options.jobs):
             sys.exit(f"{name} does not build")
-    programs = find_programs()
-    limits = measure(programs)
+    limits = measure()
 
     random.Random(options.seed).shuffle(candidates)
     equivalents = explained()
@@ -292,7 +301,7 @@ def main():
             break
         verdict = results.known(mutant)
         if verdict is None:
-            verdict = verdict_of(mutant, programs, limits, options.jobs)
+            verdict = verdict_of(mutant, limits, options.jobs)
             results.note(mutant, verdict)
         kind = verdict if verdict in ("rejected", "survived") else "killed"
         if kind == "survived" and key(mutant) in equivalents:

@@ -17,13 +17,15 @@ std::vector<std::complex<Real>> rootsOfUnity(int n, int direction) {
     return roots;
 }
 
-std::complex<double> product(std::complex<double> a, std::complex<double> b) {
+template <class Real>
+std::complex<Real> product(std::complex<Real> a, std::complex<Real> b) {
     return {a.real() * b.real() - a.imag() * b.imag(), a.real() * b.imag() + a.imag() * b.real()};
 }
 
 // Transforms n elements of `in`, `step` apart, to n consecutive ones of `out`.
-void fastTransform(const std::complex<double>* in, std::size_t step, std::complex<double>* out,
-                   std::size_t n, const std::vector<std::complex<double>>& roots) {
+template <class Real>
+void fastTransform(const std::complex<Real>* in, std::size_t step, std::complex<Real>* out,
+                   std::size_t n, const std::vector<std::complex<Real>>& roots) {
     if (n == 1) {
         out[0] = in[0];
         return;
@@ -40,12 +42,14 @@ void fastTransform(const std::complex<double>* in, std::size_t step, std::comple
 }
 
 // Transforms the rows of `in` (h rows of w) and returns them as columns (w rows of h).
-DoublePlane transformRowsAndTranspose(const DoublePlane& in, int w, int h, int direction) {
+template <class Real>
+std::vector<std::complex<Real>> transformRowsAndTranspose(const std::vector<std::complex<Real>>& in,
+                                                          int w, int h, int direction) {
     const auto width = static_cast<std::size_t>(w);
     const auto height = static_cast<std::size_t>(h);
-    const auto roots = rootsOfUnity<double>(w, direction);
-    DoublePlane out(in.size());
-    DoublePlane row(width);
+    const auto roots = rootsOfUnity<Real>(w, direction);
+    std::vector<std::complex<Real>> out(in.size());
+    std::vector<std::complex<Real>> row(width);
     for (std::size_t y = 0; y < height; ++y) {
         fastTransform(in.data() + y * width, 1, row.data(), width, roots);
         for (std::size_t x = 0; x < width; ++x) out[x * height + y] = row[x];
@@ -75,12 +79,16 @@ DoublePlane definitionDFT2D(const Plane& plane, int direction) {
     return result;
 }
 
-DoublePlane fastDFT2D(const Plane& plane, int direction) {
-    DoublePlane wide;
+template <class Real>
+std::vector<std::complex<Real>> fastDFT2D(const Plane& plane, int direction) {
+    std::vector<std::complex<Real>> wide;
     for (const Complex& z : plane.elements) wide.emplace_back(z.re, z.im);
     wide = transformRowsAndTranspose(wide, plane.width, plane.height, direction);
     return transformRowsAndTranspose(wide, plane.height, plane.width, direction);
 }
+
+template std::vector<std::complex<double>> fastDFT2D(const Plane& plane, int direction);
+template std::vector<std::complex<long double>> fastDFT2D(const Plane& plane, int direction);
 
 double relativeError(const Plane& a, const DoublePlane& b) {
     double difference = 0;

@@ -15,8 +15,9 @@ using DoublePlane = std::vector<std::complex<double>>;
 /// double; direction 1 is forward (minus), -1 inverse (plus). Takes (W H)^2 steps; not scaled.
 DoublePlane definitionDFT2D(const Plane& plane, int direction);
 
-/// The same sum by radix-2 recursion over rows, then columns, in double.
-DoublePlane fastDFT2D(const Plane& plane, int direction);
+/// The same sum by radix-2 recursion over rows, then columns, in double or long double.
+template <class Real = double>
+std::vector<std::complex<Real>> fastDFT2D(const Plane& plane, int direction);
 
 /// Root of the sum of |a - b|^2, divided by that of |b|^2 (or by 1 where b is zero).
 double relativeError(const Plane& a, const DoublePlane& b);
