@@ -246,7 +246,7 @@ class Results:
 
     @staticmethod
     def name(mutant):
-        state = hashlib.sha256((ROOT / mutant.file).read_bytes()).hexdigest()[:12]
+        state = hashlib.sha256((TREE / mutant.file).read_bytes()).hexdigest()[:12]
         return f"{state} {mutant.line} {key(mutant)}"
 
     def note(self, mutant, verdict):
