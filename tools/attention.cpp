@@ -1,15 +1,17 @@
-// Signals and the progress line.
+// Signals and the progress line, both served by the library's attention polls.
 #include "attention.h"
 
 #include <base/exception.h>
-#include <unistd.h>
 
+#include <atomic>
 #include <csignal>
-#include <cstdio>
+
+#include "progress_line.h"
 
 namespace {
 
-volatile std::sig_atomic_t signalReceived = 0;
+std::atomic<int> signalReceived = 0;
+static_assert(std::atomic<int>::is_always_lock_free, "a signal handler writes it");
 
 extern "C" void noteSignal(int signal) {
     signalReceived = signal;
@@ -24,7 +26,7 @@ void catchSignal(int signal) {
 
 }  // namespace
 
-Attention::Attention() : onTerminal_(isatty(STDERR_FILENO) == 1) {
+Attention::Attention(ProgressLine* line) : line_(line) {
     catchSignal(SIGINT);
     catchSignal(SIGTERM);
     former_ = vsys_set_attention_handler(&Attention::poll, this);
@@ -32,21 +34,11 @@ Attention::Attention() : onTerminal_(isatty(STDERR_FILENO) == 1) {
 
 Attention::~Attention() {
     vsys_set_attention_handler(former_.handler, former_.context);
-    if (lineShown_) std::fputs("\r\033[K", stderr);
 }
 
 int Attention::poll(void* self) {
-    static_cast<Attention*>(self)->showProgress();
+    if (ProgressLine* line = static_cast<Attention*>(self)->line_) line->show();
     return signalReceived;
-}
-
-void Attention::showProgress() {
-    const Clock::time_point now = Clock::now();
-    if (!onTerminal_ || now < nextLine_) return;
-    const std::chrono::duration<double> elapsed = now - start_;
-    std::fprintf(stderr, "\rmvfreq: working, %.1f s, Ctrl-C stops", elapsed.count());
-    nextLine_ = now + std::chrono::milliseconds(100);
-    lineShown_ = true;
 }
 
 bool interrupted() {

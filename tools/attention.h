@@ -3,28 +3,22 @@
 
 #include <vsys/attention.h>
 
-#include <chrono>
+class ProgressLine;
 
-/// While it lives, SIGINT and SIGTERM make the attention polls of this thread fail, and work of
-/// more than about a second shows a line on standard error when that is a terminal.
+/// While it lives, SIGINT and SIGTERM make the attention polls of this thread fail, and every poll
+/// gives the progress line, if there is one, its turn.
 class Attention {
   public:
-    Attention();
+    explicit Attention(ProgressLine* line = nullptr);
     ~Attention();
     Attention(const Attention&) = delete;
     Attention& operator=(const Attention&) = delete;
 
   private:
-    using Clock = std::chrono::steady_clock;
-
     static int poll(void* self);
-    void showProgress();
 
+    ProgressLine* line_;
     vsys_attention_state former_;
-    Clock::time_point start_ = Clock::now();
-    Clock::time_point nextLine_ = start_ + std::chrono::seconds(1);
-    bool onTerminal_;
-    bool lineShown_ = false;
 };
 
 /// True once a signal has asked the program to stop.

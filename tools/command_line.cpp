@@ -9,26 +9,66 @@
 #include "archive_report.h"
 #include "failure.h"
 #include "filter_commands.h"
+#include "filter_view.h"
+#include "picture_run.h"
 #include "spectrum.h"
 
 namespace {
 
-struct SpectrumRun {
-    std::string input;
-    std::string output;
+void addAxes(CLI::App& command, bool& axes) {
+    command.add_flag("--axes", axes, "Mark the axes in cycles per pixel");
+}
+
+struct SpectrumCommand {
+    PictureArguments pictures;
     Border border = Border::mirror;
+    bool axes = false;
 };
 
 void addSpectrum(CLI::App& app, Work& work) {
-    const auto run = std::make_shared<SpectrumRun>();
+    const auto run = std::make_shared<SpectrumCommand>();
     CLI::App* command = app.add_subcommand(
         "spectrum", "Write the centred log magnitude of the spectrum as an 8-bit picture");
-    command->add_option("input", run->input, inputHelp)->required();
-    command->add_option("output", run->output, "8-bit grey PNG of the padded size")->required();
+    addPictures(*command, run->pictures, "8-bit grey PNG of the padded size");
+    addAxes(*command, run->axes);
     addBorder(*command, run->border);
-    command->footer("Example:\n  mvfreq spectrum examples/pictures/printed.png spectrum.png");
-    command->callback(
-        [run, &work] { work = [run] { writeSpectrum(run->input, run->output, run->border); }; });
+    command->footer(
+        "Example:\n  mvfreq spectrum --axes examples/pictures/printed.png spectrum.png");
+    command->callback([run, &work] {
+        work = [run] {
+            return runPictures(run->pictures, [&](const PictureFiles& files) {
+                writeSpectrum(files, run->border, run->axes);
+            });
+        };
+    });
+}
+
+struct ViewCommand {
+    std::string archive;
+    std::string output;
+    bool axes = false;
+};
+
+void addView(CLI::App& app, Work& work) {
+    const auto run = std::make_shared<ViewCommand>();
+    CLI::App* command = app.add_subcommand("view", "Draw the response of a filter");
+    command->add_option("archive", run->archive, "Filter that --save wrote")->required();
+    command
+        ->add_option("output", run->output,
+                     "8-bit grey PNG, DC in the middle: black clears, white is the largest gain")
+        ->required();
+    addAxes(*command, run->axes);
+    command->footer(
+        "Example:\n"
+        "  mvfreq gabor --frequency 0.2 --angle 45 --sigma 0.02 --save filter.mva \\\n"
+        "    examples/pictures/printed.png half.png\n"
+        "  mvfreq view --axes filter.mva response.png");
+    command->callback([run, &work] {
+        work = [run] {
+            viewFilter(run->archive, run->output, run->axes);
+            return exitGood;
+        };
+    });
 }
 
 void printReport(const std::string& path) {
@@ -45,7 +85,12 @@ void addInfo(CLI::App& app, Work& work) {
         "  mvfreq bandpass --frequency 0.03 --sigma 0.012 --save filter.mva \\\n"
         "    examples/pictures/woven.png filtered.png\n"
         "  mvfreq info filter.mva");
-    command->callback([path, &work] { work = [path] { printReport(*path); }; });
+    command->callback([path, &work] {
+        work = [path] {
+            printReport(*path);
+            return exitGood;
+        };
+    });
 }
 
 // CLI11 reports help and version as exceptions, too.
@@ -65,9 +110,10 @@ Work readCommandLine(int argc, char** argv) {
     app.set_version_flag("--version", "mvfreq " MVFREQ_VERSION);
     app.require_subcommand(1);
     app.footer("mvfreq COMMAND --help shows the options of a command and an example.");
-    Work work = [] {};
+    Work work = [] { return exitGood; };
     addFilterCommands(app, work);
     addSpectrum(app, work);
+    addView(app, work);
     addInfo(app, work);
     try {
         app.parse(argc, argv);

@@ -2,6 +2,9 @@
 #pragma once
 
 #include <stdexcept>
+#include <string>
+
+enum ExitCode { exitGood = 0, exitFailed = 1, exitBadArguments = 2, exitStopped = 130 };
 
 /// The command line asks for something that cannot be: exit code 2.
 class BadArgument : public std::runtime_error {
@@ -14,3 +17,11 @@ class Failure : public std::runtime_error {
   public:
     using std::runtime_error::runtime_error;
 };
+
+struct Report {
+    std::string text;
+    ExitCode exitCode;
+};
+
+/// What there is to say of the exception that is being handled.
+Report reportOfException();

@@ -9,10 +9,12 @@
 #include "input_file.h"
 #include "output_file.h"
 
-void saveFilter(OutputFile& file, mvFrequencyFilter& filter) {
+void saveFilter(OutputFile& file, const mvFrequencyFilter& filter) {
+    // An archive takes what it could also load: a copy that may change.
+    const std::unique_ptr<mvFrequencyFilter> copy(filter.clone());
     std::ostringstream bytes;
     mvArchive archive(bytes);
-    mvPersistent* object = &filter;
+    mvPersistent* object = copy.get();
     archive || object;
     file.write(bytes.str());
 }

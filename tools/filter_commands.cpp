@@ -12,16 +12,18 @@
 #include "filter_archive.h"
 #include "filter_picture.h"
 #include "kernel_filter.h"
+#include "picture_run.h"
 #include "size_text.h"
 
 namespace {
 
-// A filter command: what all of them read and write, and how this one makes its filter.
+// A filter command: what all of them read and write, and how this one makes its filters.
 struct FilterCommand {
-    FilterRun run;
+    PictureArguments pictures;
+    FilterOptions options;
     virtual ~FilterCommand() = default;
     virtual void addOptions(CLI::App& command) = 0;
-    virtual std::unique_ptr<mvFrequencyFilter> filter(mvPair<long> size) const = 0;
+    virtual MakeFilter makeFilter() const = 0;
 };
 
 // The square around DC: pass filters clear it, reject filters keep it.
@@ -62,8 +64,10 @@ struct RingCommand : FilterCommand {
         radius.addTo(command, radiusHelp<Filter>);
     }
 
-    std::unique_ptr<mvFrequencyFilter> filter(mvPair<long> size) const override {
-        return std::make_unique<Filter>(sigma, plateau, frequency, size, radius.within(size));
+    MakeFilter makeFilter() const override {
+        return [*this](mvPair<long> size, const std::string&) {
+            return std::make_unique<Filter>(sigma, plateau, frequency, size, radius.within(size));
+        };
     }
 };
 
@@ -85,11 +89,13 @@ struct LobeCommand : FilterCommand {
         radius.addTo(command, radiusHelp<Filter>);
     }
 
-    std::unique_ptr<mvFrequencyFilter> filter(mvPair<long> size) const override {
-        return std::make_unique<Filter>(mvPair<double>(sigma, sigmaAcross.value_or(sigma)),
-                                        mvPair<double>(plateau, plateauAcross.value_or(plateau)),
-                                        mvRadian(degrees * std::numbers::pi / 180), frequency, size,
-                                        radius.within(size));
+    MakeFilter makeFilter() const override {
+        return [*this](mvPair<long> size, const std::string&) {
+            return std::make_unique<Filter>(
+                mvPair<double>(sigma, sigmaAcross.value_or(sigma)),
+                mvPair<double>(plateau, plateauAcross.value_or(plateau)),
+                mvRadian(degrees * std::numbers::pi / 180), frequency, size, radius.within(size));
+        };
     }
 };
 
@@ -103,8 +109,10 @@ struct ConvolveCommand : FilterCommand {
             ->required();
     }
 
-    std::unique_ptr<mvFrequencyFilter> filter(mvPair<long> size) const override {
-        return kernelFilter(kernel, size);
+    MakeFilter makeFilter() const override {
+        return [read = Kernel(kernel)](mvPair<long> size, const std::string&) {
+            return read.filter(size);
+        };
     }
 };
 
@@ -115,46 +123,52 @@ struct ApplyCommand : FilterCommand {
         command.add_option("archive", archive, "Filter that --save wrote")->required();
     }
 
-    std::unique_ptr<mvFrequencyFilter> filter(mvPair<long> size) const override {
-        std::unique_ptr<mvFrequencyFilter> loaded = loadFilter(archive);
+    MakeFilter makeFilter() const override {
+        const std::shared_ptr<mvFrequencyFilter> loaded = loadFilter(archive);
         const mvPair<long> built = filterSize(*loaded);
-        if (built == size) return loaded;
-        throw Failure(archive + ": the filter is built for pictures padded to " + sizeText(built) +
-                      ", but " + run.input + " is padded to " + sizeText(size));
+        return [=, name = archive](mvPair<long> size, const std::string& picture) {
+            if (built == size) return std::unique_ptr<mvFrequencyFilter>(loaded->clone());
+            throw Failure(name + ": the filter is built for pictures padded to " + sizeText(built) +
+                          ", but " + picture + " is padded to " + sizeText(size));
+        };
     }
 };
 
-void addRun(CLI::App& command, FilterRun& run) {
-    command.add_option("input", run.input, inputHelp)->required();
-    command.add_option("output", run.output, "Grey PNG of the same depth: the magnitudes")
-        ->required();
-    command.add_flag(
-        "--rescale", run.rescale,
-        "Spread the magnitudes over the whole grey range (else they stay grey levels)");
-    command.add_option("--angle-image", run.angleImage,
-                       "Also write the angles of the complex result: 0 to 255 for a full turn");
-    command.add_option("--quadrant-image", run.quadrantImage,
-                       "Also write its quadrants: 0, 85, 170, 255 for the signs ++, -+, +-, --");
-    addBorder(command, run.border);
+// Adds what is written besides the picture, which there is one file of: not with --out-dir.
+void addOutputs(CLI::App& command, FilterOptions& options, CLI::Option* outDir, bool canSave) {
+    const auto add = [&](const char* name, std::string& path, const char* help) {
+        command.add_option(name, path, help)->excludes(outDir);
+    };
+    add("--angle-image", options.angleImage,
+        "Also write the angles of the complex result: 0 to 255 for a full turn");
+    add("--quadrant-image", options.quadrantImage,
+        "Also write its quadrants: 0, 85, 170, 255 for the signs ++, -+, +-, --");
+    if (canSave)
+        add("--save", options.save, "Also write the filter to an archive, for mvfreq apply");
 }
 
 template <class Command>
-CLI::App& addCommand(CLI::App& app, Work& work, const char* name, const char* purpose,
-                     const char* example) {
+void addCommand(CLI::App& app, Work& work, const char* name, const char* purpose,
+                const char* example) {
     const auto command = std::make_shared<Command>();
     CLI::App& options = *app.add_subcommand(name, purpose);
     command->addOptions(options);
-    addRun(options, command->run);
-    if constexpr (!std::is_same_v<Command, ApplyCommand>)
-        options.add_option("--save", command->run.save,
-                           "Also write the filter to an archive, for mvfreq apply");
+    CLI::Option* outDir =
+        addPictures(options, command->pictures, "grey PNG of the same depth, the magnitudes");
+    options.add_flag(
+        "--rescale", command->options.rescale,
+        "Spread the magnitudes over the whole grey range (else they stay grey levels)");
+    addBorder(options, command->options.border);
+    addOutputs(options, command->options, outDir, !std::is_same_v<Command, ApplyCommand>);
     options.footer(std::string("Example:\n  ") + example);
     options.callback([command, &work] {
         work = [command] {
-            filterPicture(command->run, [&](mvPair<long> size) { return command->filter(size); });
+            SharedFilters filters(command->makeFilter());
+            return runPictures(command->pictures, [&](const PictureFiles& files) {
+                filterPicture(files, command->options, filters);
+            });
         };
     });
-    return options;
 }
 
 }  // namespace
@@ -175,7 +189,9 @@ void addFilterCommands(CLI::App& app, Work& work) {
     addCommand<RingCommand<mvFrequencyFilterBandPass>>(
         app, work, "bandpass", "Keep the frequencies on a ring, of all directions",
         "mvfreq bandpass --frequency 0.03 --sigma 0.012 --dc-radius 1 --rescale \\\n"
-        "    examples/pictures/woven.png defects.png");
+        "    examples/pictures/woven.png defects.png\n"
+        "  mvfreq bandpass --frequency 0.03 --sigma 0.012 --dc-radius 1 --rescale \\\n"
+        "    examples/pictures/*.png --out-dir results/");
     addCommand<RingCommand<mvFrequencyFilterBandReject>>(
         app, work, "bandreject", "Remove the frequencies on a ring, of all directions",
         "mvfreq bandreject --frequency 0.24 --sigma 0.02 --plateau 0.05 \\\n"

@@ -6,8 +6,6 @@
 #include "border.h"
 #include "command_line.h"
 
-inline constexpr char inputHelp[] = "PNG of 8 or 16 bits; colour becomes grey, alpha is ignored";
-
 /// Adds the --border option.
 void addBorder(CLI::App& command, Border& border);
 

@@ -32,28 +32,30 @@ mvPelBuffer<unsigned char> quadrantImage(const mvFrequencyBuffer& spatial,
 }
 
 template <class T>
-void filterPels(const mvPelBuffer<T>& picture, const FilterRun& run, const MakeFilter& makeFilter) {
-    const std::unique_ptr<mvFrequencyFilter> filter = makeFilter(paddedSize(picture));
+void filterPels(const mvPelBuffer<T>& picture, const PictureFiles& files,
+                const FilterOptions& options, SharedFilters& filters) {
+    const mvFrequencyFilter& filter = filters.get(paddedSize(picture), files.input);
 
     mvFrequencyBuffer buffer;
-    mfForwardFFT(withBorder(picture, run.border), buffer);
-    filter->apply(buffer);
+    mfForwardFFT(withBorder(picture, options.border), buffer);
+    filter.apply(buffer);
     mvPelBuffer<T> result;
-    mfInverseFFT(buffer, result, run.rescale, true);
+    mfInverseFFT(buffer, result, options.rescale, true);
 
-    OutputFiles files;
-    writePicture(files.add(run.output), cropped(result, picture));
-    if (!run.angleImage.empty())
-        writePicture(files.add(run.angleImage), angleImage(buffer, picture));
-    if (!run.quadrantImage.empty())
-        writePicture(files.add(run.quadrantImage), quadrantImage(buffer, picture));
-    if (!run.save.empty()) saveFilter(files.add(run.save), *filter);
-    files.publish();
+    OutputFiles outputs;
+    writePicture(outputs.add(files.output), cropped(result, picture));
+    if (!options.angleImage.empty())
+        writePicture(outputs.add(options.angleImage), angleImage(buffer, picture));
+    if (!options.quadrantImage.empty())
+        writePicture(outputs.add(options.quadrantImage), quadrantImage(buffer, picture));
+    if (!options.save.empty()) saveFilter(outputs.add(options.save), filter);
+    outputs.publish();
 }
 
 }  // namespace
 
-void filterPicture(const FilterRun& run, const MakeFilter& makeFilter) {
-    std::visit([&](const auto& picture) { filterPels(picture, run, makeFilter); },
-               readPicture(run.input));
+void filterPicture(const PictureFiles& files, const FilterOptions& options,
+                   SharedFilters& filters) {
+    std::visit([&](const auto& picture) { filterPels(picture, files, options, filters); },
+               readPicture(files.input));
 }

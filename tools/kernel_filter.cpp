@@ -2,7 +2,6 @@
 #include "kernel_filter.h"
 
 #include "failure.h"
-#include "png_picture.h"
 #include "size_text.h"
 
 namespace {
@@ -34,15 +33,15 @@ void divideBySum(mvPelBuffer<double>& plane, const std::string& path) {
 
 }  // namespace
 
-std::unique_ptr<mvFrequencyFilter> kernelFilter(const std::string& path, mvPair<long> size) {
+std::unique_ptr<mvFrequencyFilter> Kernel::filter(mvPair<long> size) const {
     const auto laidOut = [&](const auto& kernel) {
         if (kernel.width() > size.x || kernel.height() > size.y)
-            throw Failure(path + ": a kernel of " + sizeText({kernel.width(), kernel.height()}) +
+            throw Failure(path_ + ": a kernel of " + sizeText({kernel.width(), kernel.height()}) +
                           " does not fit the picture's plane of " + sizeText(size));
         return centredOnOrigin(kernel, size);
     };
-    mvPelBuffer<double> plane = std::visit(laidOut, readPicture(path));
-    divideBySum(plane, path);
+    mvPelBuffer<double> plane = std::visit(laidOut, picture_);
+    divideBySum(plane, path_);
     mvFrequencyBuffer response;
     mfForwardFFT(plane, response);
     return std::make_unique<mvFrequencyFilterImage>(response);

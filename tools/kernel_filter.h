@@ -6,8 +6,20 @@
 #include <memory>
 #include <string>
 
-/// The filter that convolves with the picture in `path`, its weights divided by their sum so that
-/// the mean grey level stays. Pel (width / 2, height / 2), rounded down, is the kernel's centre.
-///
-/// Throws a Failure for a kernel that is larger than `size` or black all over.
-std::unique_ptr<mvFrequencyFilter> kernelFilter(const std::string& path, mvPair<long> size);
+#include "png_picture.h"
+
+/// A convolution whose weights are the pels of a picture, divided by their sum so that the mean
+/// grey level stays. Pel (width / 2, height / 2), rounded down, is the kernel's centre.
+class Kernel {
+  public:
+    /// Throws what readPicture throws.
+    explicit Kernel(const std::string& path) : path_(path), picture_(readPicture(path)) {}
+
+    /// The filter for planes of a padded size. Throws a Failure for a kernel that is larger than
+    /// `size` or black all over.
+    std::unique_ptr<mvFrequencyFilter> filter(mvPair<long> size) const;
+
+  private:
+    std::string path_;
+    Picture picture_;
+};

@@ -7,6 +7,7 @@
 #include <cmath>
 #include <vector>
 
+#include "axes.h"
 #include "output_file.h"
 #include "png_picture.h"
 
@@ -50,11 +51,12 @@ mvPelBuffer<unsigned char> forDisplay(const mvPelBuffer<double>& image) {
 
 }  // namespace
 
-void writeSpectrum(const std::string& input, const std::string& output, Border border) {
+void writeSpectrum(const PictureFiles& files, Border border, bool axes) {
     mvFrequencyBuffer spectrum;
     std::visit([&](const auto& picture) { mfForwardFFT(withBorder(picture, border), spectrum); },
-               readPicture(input));
-    OutputFiles files;
-    writePicture(files.add(output), forDisplay(logMagnitudes(spectrum)));
-    files.publish();
+               readPicture(files.input));
+    const mvPelBuffer<unsigned char> plane = forDisplay(logMagnitudes(spectrum));
+    OutputFiles outputs;
+    writePicture(outputs.add(files.output), axes ? withAxes(plane) : plane);
+    outputs.publish();
 }

@@ -10,8 +10,8 @@
 
 namespace {
 
-constexpr const char* commands[] = {"bandpass", "bandreject", "gabor", "gaborreject",
-                                    "convolve", "spectrum",   "apply", "info"};
+constexpr const char* commands[] = {"bandpass", "bandreject", "gabor", "gaborreject", "convolve",
+                                    "apply",    "spectrum",   "view",  "info"};
 
 using CommandLine = ProgramTest;
 

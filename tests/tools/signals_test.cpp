@@ -31,8 +31,8 @@ TEST_P(Signals, EndTheRunWith130AndWithoutAFile) {
     ASSERT_EQ(::write(pipe, bytes.data(), bytes.size() / 2),
               static_cast<ssize_t>(bytes.size() / 2));
     kill(process, GetParam());
-    const Outcome outcome = wait(process);
     close(pipe);
+    const Outcome outcome = wait(process);
     EXPECT_EQ(outcome.exitCode, 130);
     EXPECT_EQ(outcome.err, "mvfreq: interrupted, nothing was written\n");
     EXPECT_EQ(files(), (std::vector<std::string>{"in.png", "pipe.png"}));

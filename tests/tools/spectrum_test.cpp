@@ -1,6 +1,8 @@
 // The spectrum as a picture.
+#include <algorithm>
 #include <cmath>
 #include <numbers>
+#include <utility>
 
 #include "support/png_file.h"
 #include "support/program.h"
@@ -9,9 +11,11 @@ namespace {
 
 class Spectrum : public ProgramTest {
   protected:
-    PngFile of(const PngFile& picture) {
+    PngFile of(const PngFile& picture, const Arguments& options = {}) {
         writePng(path("in.png"), picture);
-        succeed({"spectrum", "in.png", "out.png"});
+        Arguments arguments{"spectrum", "in.png", "out.png"};
+        arguments.insert(arguments.end(), options.begin(), options.end());
+        succeed(arguments);
         return readPng(path("out.png"));
     }
 };
@@ -46,6 +50,46 @@ TEST_F(Spectrum, IsNotOutshoneByTheMean) {
 TEST_F(Spectrum, OfASinglePelIsASinglePel) {
     const PngFile spectrum = of(noisePng(1, 1, 8));
     EXPECT_EQ(spectrum.samples.size(), 1u);
+}
+
+using Size = std::pair<long, long>;
+class Axes : public Spectrum, public ::testing::WithParamInterface<Size> {};
+
+// The plane stands, unchanged but for a whole factor, within a white margin.
+TEST_P(Axes, StandAroundThePlane) {
+    const auto [width, height] = GetParam();
+    const PngFile picture = noisePng(width, height, 8);
+    const PngFile plane = of(picture);
+    const PngFile plot = of(picture, {"--axes"});
+    const long zoom = std::max(256 / std::max(plane.width, plane.height), 1l);
+    const long letter = std::max(std::max(plane.width, plane.height) / 512, 1l);
+    const long left = 34 * letter, top = 6 * letter;
+    ASSERT_GE(plot.width, left + zoom * plane.width);
+    ASSERT_GE(plot.height, top + zoom * plane.height);
+    for (long y = 0; y < zoom * plane.height; ++y)
+        for (long x = 0; x < zoom * plane.width; ++x)
+            ASSERT_EQ(plot.at(left + x, top + y), plane.at(x / zoom, y / zoom)) << x << ", " << y;
+    for (const long x : {0l, plot.width - 1}) EXPECT_EQ(plot.at(x, 0), 255u);
+}
+
+INSTANTIATE_TEST_SUITE_P(Sizes, Axes,
+                         ::testing::Values(Size{1, 1}, Size{2, 1}, Size{8, 8}, Size{256, 256},
+                                           Size{512, 16}, Size{4, 1024}, Size{2048, 2}),
+                         [](const auto& test) {
+                             return std::to_string(test.param.first) + "x" +
+                                    std::to_string(test.param.second);
+                         });
+
+TEST_F(Spectrum, HasATickAtEveryTenthOfACyclePerPixel) {
+    const PngFile plot = of(noisePng(512, 512, 8), {"--axes"});
+    const long left = 34, below = 6 + 512 + 1;
+    for (long tenths = -5; tenths <= 5; ++tenths) {
+        const long column = left + 256 + tenths * 512 / 10;
+        EXPECT_EQ(plot.at(column, below + 1), 0u) << tenths;
+        EXPECT_EQ(plot.at(column + 5, below + 1), 255u) << tenths;
+        const long row = 6 + 256 + tenths * 512 / 10;
+        EXPECT_EQ(plot.at(left - 3, row), 0u) << tenths;
+    }
 }
 
 }  // namespace

@@ -36,7 +36,7 @@ ProgramTest::~ProgramTest() {
     fs::remove_all(folder_);
 }
 
-pid_t ProgramTest::start(const Arguments& arguments) const {
+pid_t ProgramTest::start(const Arguments& arguments, int errors) const {
     std::string program = MVFREQ_PROGRAM;
     Arguments copies = arguments;
     std::vector<char*> argv{program.data()};
@@ -48,6 +48,7 @@ pid_t ProgramTest::start(const Arguments& arguments) const {
     if (chdir(folder_.c_str()) != 0) _exit(126);
     redirect(STDOUT_FILENO, outName);
     redirect(STDERR_FILENO, errName);
+    if (errors >= 0) dup2(errors, STDERR_FILENO);
     execv(program.c_str(), argv.data());
     _exit(127);
 }

@@ -1,0 +1,50 @@
+// The response of a filter as a picture.
+#include "filter_view.h"
+
+#include <filt/freqfilt.h>
+
+#include <algorithm>
+#include <memory>
+
+#include "axes.h"
+#include "filter_archive.h"
+#include "output_file.h"
+#include "png_picture.h"
+
+namespace {
+
+mvFrequencyBuffer planeOfOnes(mvPair<long> size) {
+    // The largest is asked for before two planes of a size from a file are made.
+    static_cast<void>(mvFrequencyBuffer(size.x, size.y));
+    mvPelBuffer<double> ones(size.x, size.y);
+    mfPelSet(ones, 1.0);
+    return {ones, mvPelBuffer<double>(size.x, size.y)};
+}
+
+// What a filter leaves of ones are its gains, where it lays them and with all that it does.
+mvPelBuffer<double> gains(mvFrequencyFilter& filter) {
+    mvFrequencyBuffer plane = planeOfOnes(filterSize(filter));
+    filter.apply(plane);
+    return plane.getMagnitudeImage(true);
+}
+
+double largest(const mvPelBuffer<double>& image) {
+    double most = 0;
+    for (long y = 0; y < image.height(); ++y) {
+        const double* row = image.pointToRow(y);
+        most = std::max(most, *std::max_element(row, row + image.width()));
+    }
+    return most;
+}
+
+}  // namespace
+
+void viewFilter(const std::string& archive, const std::string& output, bool axes) {
+    const std::unique_ptr<mvFrequencyFilter> filter = loadFilter(archive);
+    const mvPelBuffer<double> response = gains(*filter);
+    const mvPelBuffer<unsigned char> plane =
+        mfFrequencyMapImage(response, mvFrequencyDefs::eMapRange, 0, largest(response));
+    OutputFiles outputs;
+    writePicture(outputs.add(output), axes ? withAxes(plane) : plane);
+    outputs.publish();
+}

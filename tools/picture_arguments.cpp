@@ -1,0 +1,69 @@
+// The pictures on a command line.
+#include "picture_arguments.h"
+
+#include <filesystem>
+#include <map>
+
+#include "failure.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr char noInput[] = "input is required (mvfreq --help tells more)";
+
+PictureFiles single(const std::vector<std::string>& names) {
+    if (names.empty()) throw BadArgument(noInput);
+    if (names.size() == 1)
+        throw BadArgument("output is required, or --out-dir (mvfreq --help tells more)");
+    if (names.size() > 2) throw BadArgument(names[2] + ": more than one input needs --out-dir");
+    return {names[0], names[1]};
+}
+
+std::string inFolder(const std::string& folder, const std::string& input) {
+    return (fs::path(folder) / fs::path(input).filename()).string();
+}
+
+// Results that would meet are refused before the first of them is made.
+void requireRoom(const std::vector<PictureFiles>& files) {
+    std::map<std::string, std::string> inputs;
+    for (const PictureFiles& file : files) {
+        std::error_code ignored;
+        if (fs::equivalent(file.input, file.output, ignored))
+            throw BadArgument(file.input + ": its result would replace it");
+        const auto [former, isNew] = inputs.emplace(file.output, file.input);
+        if (!isNew)
+            throw BadArgument(file.output + ": the results of " + former->second + " and " +
+                              file.input + " have this name");
+    }
+}
+
+}  // namespace
+
+std::vector<PictureFiles> PictureArguments::files() const {
+    if (!outDir) return {single(names)};
+    if (outDir->empty()) throw BadArgument("--out-dir: the name of a folder is missing");
+    if (names.empty()) throw BadArgument(noInput);
+    std::vector<PictureFiles> files;
+    for (const std::string& name : names) files.push_back({name, inFolder(*outDir, name)});
+    requireRoom(files);
+    return files;
+}
+
+CLI::Option* addPictures(CLI::App& command, PictureArguments& pictures, const char* outputHelp) {
+    command.add_option(
+        "pictures", pictures.names,
+        std::string("Input and output; with --out-dir, inputs alone. Input: PNG of 8 or 16 bits; "
+                    "colour becomes grey, alpha is ignored. Output: ") +
+            outputHelp);
+    CLI::Option* outDir = command.add_option(
+        "--out-dir", pictures.outDir,
+        "Filter any number of pictures; the results go there, each under its input's name");
+    command
+        .add_option("--jobs", pictures.jobs,
+                    "Pictures that are worked on at once; as many as there are processors if not "
+                    "given")
+        ->check(CLI::Range(1u, 1024u))
+        ->needs(outDir);
+    return outDir;
+}

@@ -1,0 +1,27 @@
+// The pictures on a command line.
+#pragma once
+
+#include <CLI/CLI.hpp>
+#include <optional>
+#include <string>
+#include <vector>
+
+/// One picture: where it comes from and where its result goes.
+struct PictureFiles {
+    std::string input;
+    std::string output;
+};
+
+/// `input output`, or any number of inputs with --out-dir, each result under its input's name.
+struct PictureArguments {
+    std::vector<std::string> names;
+    std::optional<std::string> outDir;
+    unsigned jobs = 0;
+
+    /// The pictures in the order of the command line. Throws BadArgument for names that are missing
+    /// or too many, for two results of one name, and for a result that would replace its input.
+    std::vector<PictureFiles> files() const;
+};
+
+/// Adds the names, --out-dir and --jobs. Returns --out-dir, for what does not go with it.
+CLI::Option* addPictures(CLI::App& command, PictureArguments& pictures, const char* outputHelp);

@@ -1,0 +1,17 @@
+// One picture, or many of them, several at once.
+#pragma once
+
+#include <functional>
+
+#include "failure.h"
+#include "picture_arguments.h"
+
+/// What is done to one picture; called from several threads at once.
+using PictureWork = std::function<void(const PictureFiles& files)>;
+
+/// Does the work on every picture.
+///
+/// Of a single picture, errors are thrown. With --out-dir, a picture that fails is reported and the
+/// others go on; at the end a line on standard output tells how many are done. Parameters that no
+/// picture can be filtered with end the run as an exception.
+ExitCode runPictures(const PictureArguments& pictures, const PictureWork& work);

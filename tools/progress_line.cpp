@@ -1,0 +1,36 @@
+// A line about work that lasts.
+#include "progress_line.h"
+
+#include <unistd.h>
+
+#include <cstdio>
+#include <utility>
+
+ProgressLine::ProgressLine(std::function<std::string()> state)
+    : state_(std::move(state)), onTerminal_(isatty(STDERR_FILENO) == 1) {}
+
+ProgressLine::~ProgressLine() {
+    clear();
+}
+
+void ProgressLine::show() {
+    if (!onTerminal_) return;
+    const std::lock_guard lock(mutex_);
+    const Clock::time_point now = Clock::now();
+    if (now < nextLine_) return;
+    const std::chrono::duration<double> elapsed = now - start_;
+    std::fprintf(stderr, "\r\033[Kmvfreq: %s, %.1f s, Ctrl-C stops", state_().c_str(),
+                 elapsed.count());
+    nextLine_ = now + std::chrono::milliseconds(100);
+    lineShown_ = true;
+}
+
+void ProgressLine::say(const std::string& text) {
+    const std::lock_guard lock(mutex_);
+    clear();
+    std::fprintf(stderr, "%s\n", text.c_str());
+}
+
+void ProgressLine::clear() {
+    if (std::exchange(lineShown_, false)) std::fputs("\r\033[K", stderr);
+}

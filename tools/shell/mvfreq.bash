@@ -1,0 +1,27 @@
+# Tab completion of mvfreq for bash. Commands and options are those that --help lists.
+
+_mvfreq_commands() { mvfreq --help | sed -n '/^Subcommands:/,/^$/s/^  \([a-z]\+\) .*/\1/p'; }
+
+_mvfreq_options() { mvfreq "$1" --help | sed -n 's/^  \(-h,\)\?\(--[a-z-]\+\).*/\2/p'; }
+
+_mvfreq() {
+    local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD-1]}
+    local command=${COMP_WORDS[1]}
+    compopt +o default
+    if ((COMP_CWORD == 1)); then
+        mapfile -t COMPREPLY < <(compgen -W "$(_mvfreq_commands) --help --version" -- "$current")
+    elif [[ $current == -* ]]; then
+        mapfile -t COMPREPLY < <(compgen -W "$(_mvfreq_options "$command")" -- "$current")
+    elif [[ $previous == --border ]]; then
+        mapfile -t COMPREPLY < <(compgen -W 'mirror zero' -- "$current")
+    elif [[ $previous == --out-dir ]]; then
+        compopt -o filenames
+        mapfile -t COMPREPLY < <(compgen -d -- "$current")
+    else
+        # What is read and written are files: bash completes their names.
+        compopt -o default
+        COMPREPLY=()
+    fi
+}
+
+complete -F _mvfreq mvfreq
