@@ -1,0 +1,50 @@
+// Filters a frame where it lies: own_memory frame.png defects.png
+//
+// A pel buffer is a view: the frame stays in the camera's memory, and the result is laid into
+// memory of the program's own.
+#include <filt/freqfilt.h>
+
+#include <cstring>
+#include <iostream>
+#include <vector>
+
+#include "picture.h"
+
+namespace {
+
+/// Replaces the pels, their rows `stride` bytes apart, by what is wrong with them.
+void showDefects(unsigned char* pels, long width, long height, long stride) {
+    mvPelBuffer<unsigned char> frame(pels, width, height, stride);  // a view, nothing is copied
+    mvFrequencyBuffer spectrum;
+    mfForwardFFT(frame, spectrum);
+
+    const double sigma = 0.012, plateau = 0.0, frequency = 0.03;  // cycles per pixel
+    const mvPair<long> size(spectrum.width(), spectrum.height());
+    const mvFrequencyFilterBandPass filter(sigma, plateau, frequency, size, 1);
+    filter.apply(spectrum);
+    mfInverseFFT(spectrum, frame, true, true);  // bright on black, into the frame itself
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    if (argc != 3) return 2;
+    const Image picture = readPicture(argv[1]);
+
+    // What a camera delivers: rows that start at multiples of 1024 bytes.
+    const long width = picture.width(), height = picture.height(), stride = 1024;
+    std::vector<unsigned char> memory(static_cast<std::size_t>(stride * height));
+    for (long y = 0; y < height; ++y)
+        std::memcpy(memory.data() + stride * y, picture.pointToRow(y),
+                    static_cast<std::size_t>(width));
+
+    // A region of interest. Its sides are powers of two, so it needs no padding; what is left of a
+    // frame comes from the light, which differs between left and right.
+    const long left = 64, top = 128;
+    showDefects(memory.data() + stride * top + left, 512, 256, stride);
+
+    const Image frame(memory.data(), width, height, stride);
+    writePicture(argv[2], frame);
+    std::cout << "on a defect: " << int{frame.pel(452, 318)}
+              << ", on good cloth: " << int{frame.pel(320, 260)} << '\n';
+}
