@@ -15,12 +15,14 @@ template <>
 class MVBASE_API mvVector<2> {
   public:
     constexpr mvVector() noexcept = default;
+    /// x, then y.
     constexpr mvVector(double x, double y) noexcept : x_(x), y_(y) {}
 
     /// The elements.
     constexpr double x() const noexcept { return x_; }
     constexpr double y() const noexcept { return y_; }
 
+    /// Equal when both elements are.
     friend constexpr bool operator==(const mvVector&, const mvVector&) = default;
 
   private:
@@ -60,6 +62,7 @@ class MVBASE_API mvMatrix<2> {
     mvMatrix operator*(const mvMatrix& right) const noexcept;
     mvVector<2> operator*(const mvVector<2>& v) const noexcept;
 
+    /// Equal when all elements are.
     friend constexpr bool operator==(const mvMatrix&, const mvMatrix&) = default;
 
   private:

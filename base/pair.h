@@ -4,7 +4,9 @@
 /// An x and a y of one type: a size, an offset, a complex number. Zero by default.
 template <class T>
 struct mvPair {
+    /// The first value.
     T x{};
+    /// The second value.
     T y{};
 
     /// Both zero.

@@ -55,18 +55,20 @@ class MVBASE_API mv_PelBuffer {
     mv_PelBuffer& operator=(mv_PelBuffer&& other) noexcept;
     ~mv_PelBuffer() = default;
 
-    // Allocates zeroed pels of `pelSize` bytes, rows at multiples of `alignment` bytes.
+    /// Allocates zeroed pels of `pelSize` bytes, rows at multiples of `alignment` bytes.
     void allocate(long width, long height, long alignment, std::size_t pelSize);
 
-    // Views pels that belong to someone else.
+    /// Views pels that belong to someone else.
     void bind(const void* pels, long width, long height, long rowUpdate, std::size_t pelSize,
               std::shared_ptr<void> owner);
 
-    // Shrinks the view to a part of itself.
+    /// Shrinks the view to a part of itself.
     void narrow(long x, long y, long width, long height, std::size_t pelSize);
 
+    /// The window's first pel; null when not bound.
     void* origin() const noexcept { return origin_; }
 
+    /// Throw an mvExceptionWithString for a column or a row outside the window.
     void checkColumn(long x) const {
         if (x < 0 || x >= width_) throwOutside();
     }

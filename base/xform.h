@@ -13,6 +13,7 @@ template <>
 class MVBASE_API mvXform<2> {
   public:
     constexpr mvXform() noexcept = default;
+    /// From its two parts.
     constexpr mvXform(const mvMatrix<2>& matrix, const mvVector<2>& trans) noexcept
         : matrix_(matrix), trans_(trans) {}
 
@@ -29,6 +30,7 @@ class MVBASE_API mvXform<2> {
     mvXform operator*(const mvXform& right) const noexcept;
     mvVector<2> operator*(const mvVector<2>& v) const noexcept;
 
+    /// Equal when both parts are.
     friend constexpr bool operator==(const mvXform&, const mvXform&) = default;
 
   private:
@@ -41,6 +43,7 @@ class MVBASE_API mvXform<2> {
 class MVBASE_API mv2XformLinear {
   public:
     constexpr mv2XformLinear() noexcept = default;
+    /// From a transform, or from its two parts.
     constexpr mv2XformLinear(const mvXform<2>& xform) noexcept : xform_(xform) {}
     constexpr mv2XformLinear(const mvMatrix<2>& matrix, const mvVector<2>& trans) noexcept
         : xform_(matrix, trans) {}
@@ -51,6 +54,7 @@ class MVBASE_API mv2XformLinear {
     /// The product goes through `right` first.
     mv2XformLinear operator*(const mv2XformLinear& right) const noexcept;
 
+    /// Equal when the transforms are.
     friend constexpr bool operator==(const mv2XformLinear&, const mv2XformLinear&) = default;
 
   private:

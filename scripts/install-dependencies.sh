@@ -10,7 +10,7 @@ packages=(cmake ninja-build g++ libcli11-dev libpng-dev libgtest-dev
     pybind11-dev python3-dev python3-numpy python3-pil python3-pytest)
 for group in "$@"; do
     case $group in
-    ci) packages+=(git clang clang-format pkgconf) ;;
+    ci) packages+=(git clang clang-format doxygen pkgconf) ;;
     checks) packages+=(clang g++-aarch64-linux-gnu qemu-user gcovr cppcheck clang-tidy abigail-tools) ;;
     *) echo "There is no group $group." >&2; exit 1 ;;
     esac

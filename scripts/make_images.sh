@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Makes the pictures of README.md and docs/gallery.md, in docs/images, with the real programs.
+# Makes the pictures of README.md, docs/gallery.md and docs/guide.md, in docs/images, with the real
+# programs.
 #   make_images.sh [BUILD]
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
@@ -28,3 +29,11 @@ example orientation_map $pictures/brushed.png $images/orientation-map.png
 example own_memory $pictures/woven.png $images/own-memory.png
 example phase_images $pictures/fringes.png $images/phase.png $images/quadrants.png
 example sharpening $pictures/blurred.png $images/sharpening.png
+
+# The figures of the guide: computed by the library, drawn by Debian's python3-matplotlib.
+results=$(mktemp -d)
+trap 'rm -rf "$recipe" "$results"' EXIT
+"$build/docs/figures" $pictures "$results"
+python=python3
+"$python" -c 'import matplotlib' 2>/dev/null || python=/usr/bin/python3
+"$python" docs/figures/draw.py "$results" $images

@@ -10,8 +10,8 @@ using vsys_attention_handler = int (*)(void* context);
 
 /// A handler with the context it is called with. No handler: both null.
 struct vsys_attention_state {
-    vsys_attention_handler handler;
-    void* context;
+    vsys_attention_handler handler;  ///< what is called
+    void* context;                   ///< what it is called with
 };
 
 /// Asks the calling thread's handler and returns its answer; 0 when the thread has no handler.

@@ -41,9 +41,11 @@ class MVFREQ_API mvFrequencyDefs::Errors : public mvExceptionWithString {
     virtual void suicideAndRethrow() = 0;
 
   protected:
+    /// Keeps a copy of `message`, or none for null.
     explicit Errors(const char* message);
 
     void dispatchSerialize(mvArchive& ar) override;
+    /// Exchanges the part of this class.
     void serialize_(mvArchive& ar, unsigned char version);
 };
 

@@ -12,6 +12,7 @@
 class MVFREQ_API mvFloatArray {
   public:
     mvFloatArray() noexcept = default;
+    /// `size` zeros.
     explicit mvFloatArray(std::size_t size) { resize(size); }
     mvFloatArray(mvFloatArray&& other) noexcept { swap(other); }
     mvFloatArray& operator=(mvFloatArray&& other) noexcept {
@@ -20,14 +21,18 @@ class MVFREQ_API mvFloatArray {
     }
     ~mvFloatArray();
 
+    /// The first element; null when there are none.
     float* data() noexcept { return first_; }
     const float* data() const noexcept { return first_; }
+
+    /// The number of elements.
     std::size_t size() const noexcept { return size_; }
 
     /// Makes the size `size`: the elements that were there keep their values, others are zero.
     /// A smaller size keeps the block. Throws std::bad_alloc and then changes nothing.
     void resize(std::size_t size);
 
+    /// Exchanges the elements; none is moved.
     void swap(mvFloatArray& other) noexcept;
 
   private:

@@ -98,9 +98,12 @@ class MVFREQ_API mvFrequencyBuffer {
     /// data, mvFrequencyDefs::InvalidBuffer after an in-place inverse, mvFrequencyDefs::BadCoord
     /// outside the plane.
     /// @{
+    /// The complex value (x real, y imaginary), or one part of it.
     mvPair<double> get(long x, long y, bool centred) const;
     double getReal(long x, long y, bool centred) const;
     double getImaginary(long x, long y, bool centred) const;
+
+    /// Sets the complex value, or one part of it.
     void put(long x, long y, mvPair<double> value, bool centred);
     void putReal(long x, long y, double value, bool centred);
     void putImaginary(long x, long y, double value, bool centred);

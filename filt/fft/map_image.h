@@ -18,9 +18,9 @@
 /// - eMapAngle: radians times 40.58451.
 ///
 /// Values are truncated. eMapAutoScale, eMapLog and eMapAngle keep the low eight bits of the
-/// result and so wrap around: an angle stays on the byte circle, but the top of most logarithmic
-/// images wraps as well. Values that 64 bits do not hold, and NaNs, give 0 there. For any other
-/// `mapping` the pels stay 0.
+/// result and so wrap around: an angle stays on the byte circle, but the top of a logarithmic image
+/// wraps as well where r lies between 1 and about 61. Values that 64 bits do not hold, and NaNs,
+/// give 0 there. For any other `mapping` the pels stay 0.
 ///
 /// Throws mvFrequencyDefs::UnboundWindow when `src` is not bound.
 MVFREQ_API mvPelBuffer<unsigned char> mfFrequencyMapImage(const mvPelBuffer_const<double>& src,

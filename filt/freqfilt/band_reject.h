@@ -37,6 +37,7 @@ class MVFREQ_API mvFrequencyFilterBandReject : public mvRingFilter {
     void dcProtectionRadius(long value) { dcRadius(value); }
 
   protected:
+    /// Exchanges the part of this class; version 0 alone is known.
     void serialize_(mvArchive& ar, unsigned char version) override;
     bool rejects() const override { return true; }
 };

@@ -34,6 +34,7 @@ class MVFREQ_API mvFrequencyFilter : public virtual mvPersistent, public virtual
     virtual void apply(mvFrequencyBuffer& buf) const = 0;
 
   protected:
+    /// Exchanges the part of this class, whose record has the version `version`: the flag.
     virtual void serialize_(mvArchive& ar, unsigned char version);
     void dispatchSerialize(mvArchive& ar) override;
 
@@ -71,6 +72,7 @@ class MVFREQ_API mvFrequencyFilter : public virtual mvPersistent, public virtual
     static void setAndAllocateFrequencyBuffer(mvFrequencyBuffer& buf, long width, long height);
     /// @}
 
+    /// True once a response was computed, copied or loaded as such.
     bool initialized_ = false;
 };
 

@@ -40,6 +40,7 @@ class MVFREQ_API mvFrequencyFilterGabor : public mvLobeFilter {
     /// The patch row by row; null when there is none.
     using mvLobeFilter::data;
 
+    /// Exchanges the part of this class; version 0 alone is known.
     void serialize_(mvArchive& ar, unsigned char version) override;
 
   protected:

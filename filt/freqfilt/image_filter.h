@@ -24,6 +24,7 @@ class MVFREQ_API mvFrequencyFilterImage : public mvFrequencyFilter {
     /// Throws what `setImage` throws.
     mvFrequencyFilterImage(const mvFrequencyBuffer& image);
 
+    /// A copy has its own image; moving leaves the source without image.
     mvFrequencyFilterImage(const mvFrequencyFilterImage& other);
     mvFrequencyFilterImage(mvFrequencyFilterImage&& other) noexcept;
 
@@ -41,6 +42,7 @@ class MVFREQ_API mvFrequencyFilterImage : public mvFrequencyFilter {
     long supportHeight() const { return image_.height(); }
 
   protected:
+    /// Exchanges the part of this class; version 0 alone is known.
     void serialize_(mvArchive& ar, unsigned char version) override;
 
   private:

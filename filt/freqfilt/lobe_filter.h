@@ -7,12 +7,12 @@
 /// What a lobe filter is built from. `sigma`, `plateau` (x along the lobe's direction, y across it)
 /// and `frequency` are in cycles per pixel, `angle` in radians.
 struct MVFREQ_API mvLobeParameters {
-    mvPair<double> sigma;
-    mvPair<double> plateau;
-    mvRadian angle;
-    double frequency = 0.0;
-    mvPair<long> size;
-    long dcRadius = 0;
+    mvPair<double> sigma;    ///< Gaussian widths, along and across
+    mvPair<double> plateau;  ///< half-sizes of the flat top, along and across
+    mvRadian angle;          ///< direction of the lobe from DC and turn of its axes
+    double frequency = 0.0;  ///< distance of the lobe's centre from DC
+    mvPair<long> size;       ///< padded size of the buffers to filter
+    long dcRadius = 0;       ///< of the square around DC that is removed or protected
 };
 
 extern template class mvResponseFilter<mvLobeParameters>;
@@ -68,7 +68,12 @@ class MVFREQ_API mvLobeFilter : public mvResponseFilter<mvLobeParameters> {
 
   protected:
     void create(const mvLobeParameters& wanted) override;
+    /// What the setter of the radius does, under whatever name it has.
     void dcRadius(long value);
+
+    /// What `==` tells.
     bool sameAs(const mvLobeFilter& other) const;
+
+    /// Exchanges the parameters and the response.
     void exchange(mvArchive& ar);
 };

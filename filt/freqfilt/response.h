@@ -20,12 +20,14 @@ class MVFREQ_API mvFilterResponse {
     mvFilterResponse& operator=(mvFilterResponse&& other) noexcept;
     ~mvFilterResponse() = default;
 
+    /// True when there are gains.
     bool isSet() const noexcept { return data_ != nullptr; }
 
     /// Throws mvFrequencyDefs::Uninitialized "FrequencyFilter has not been initialized" when there
     /// are no gains.
     void requireSet() const;
 
+    /// The table's columns and rows.
     long width() const noexcept { return width_; }
     long height() const noexcept { return height_; }
 

@@ -45,8 +45,10 @@ class MVFREQ_API mvResponseFilter : public mvFrequencyFilter {
     /// Equal flags, presence and sizes of the responses; true for two filters without response.
     bool sameShape(const mvResponseFilter& other) const;
 
+    /// The stored response; null when there is none.
     float* data() const { return response_.data(); }
 
+    /// What the response was built from, and the response.
     Parameters parameters_;
     mvFilterResponse response_;
 };

@@ -6,11 +6,11 @@
 
 /// What a ring filter is built from. `frequency`, `sigma` and `plateau` are in cycles per pixel.
 struct MVFREQ_API mvRingParameters {
-    double sigma = 0.0;
-    double plateau = 0.0;
-    double frequency = 0.0;
-    mvPair<long> size;
-    long dcRadius = 0;
+    double sigma = 0.0;      ///< Gaussian width of the flanks
+    double plateau = 0.0;    ///< half-width of the flat top
+    double frequency = 0.0;  ///< radius of the ring
+    mvPair<long> size;       ///< padded size of the buffers to filter
+    long dcRadius = 0;       ///< of the square around DC that is removed or protected
 };
 
 extern template class mvResponseFilter<mvRingParameters>;
@@ -57,7 +57,12 @@ class MVFREQ_API mvRingFilter : public mvResponseFilter<mvRingParameters> {
 
   protected:
     void create(const mvRingParameters& wanted) override;
+    /// What the setter of the radius does, under whatever name it has.
     void dcRadius(long value);
+
+    /// What `==` tells.
     bool sameAs(const mvRingFilter& other) const;
+
+    /// Exchanges the parameters and the response.
     void exchange(mvArchive& ar);
 };
