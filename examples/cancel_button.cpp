@@ -1,7 +1,7 @@
-// Stops running transforms by a button: cancel_button picture.png stopped.png
+// Stops running work by a button: cancel_button picture.png stopped.png
 //
-// Every long operation asks the handler of its thread whether it may go on, every 16 rows or so.
-#include <filt/fft.h>
+// Transforms ask the handler of their thread whether they may go on, every 16 rows or so.
+#include <filt/freqfilt.h>
 
 #include <atomic>
 #include <chrono>
@@ -12,6 +12,7 @@
 
 namespace {
 
+constexpr long kSide = 32;
 constexpr int kCancelled = 7;  // any status but 0 stops the operation
 
 /// A button for the thread that makes it. `press` is for any thread.
@@ -37,41 +38,41 @@ class Button {
     vsys_attention_state former_;
 };
 
-/// Transforms without end, until the button is pressed.
-void work(const Image& picture, Button& button) {
-    const std::jthread user([&button] {
-        std::this_thread::sleep_for(std::chrono::milliseconds(100));
-        button.press();
-    });
+/// Softens a picture tile by tile, in place.
+void soften(Image& picture) {
+    const mvFrequencyFilterBandPass filter(0.03, 0.0, 0.0, {kSide, kSide}, 0);  // a disc at DC
     mvFrequencyBuffer spectrum;
-    for (;;) mfForwardFFT(picture, spectrum);
+    for (long y = 0; y < picture.height(); y += kSide)
+        for (long x = 0; x < picture.width(); x += kSide) {
+            Image tile = picture.window(x, y, kSide, kSide);  // a view of the picture's pels
+            tile.offset(0, 0);
+            mfForwardFFT(tile, spectrum);
+            filter.apply(spectrum);
+            mfInverseFFT(spectrum, tile, false, true);
+        }
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
     if (argc != 3) return 2;
-    const Image picture = readPicture(argv[1]);
-    mvFrequencyBuffer spectrum;
+    Image picture = readPicture(argv[1]);
     try {
         Button button;
-        work(picture, button);
+        const std::jthread user([&button] {
+            std::this_thread::sleep_for(std::chrono::milliseconds(100));
+            button.press();
+        });
+        for (Image copy = readPicture(argv[1]);;) soften(copy);  // without end
     } catch (const mvStatusException& stop) {
         std::cout << "stopped with status " << stop.status() << '\n';
     }
     try {
         Button button;
-        button.pressAfter(8);
-        mfForwardFFT(picture, spectrum);
+        button.pressAfter(400);
+        soften(picture);
     } catch (const mvStatusException&) {
-        // What a stopped call leaves is no spectrum: 128 of the rows, and no column, were done.
-        writePicture(argv[2], mfFrequencyMapImage(spectrum.getMagnitudeImage(false),
-                                                  mvFrequencyDefs::eMapClip, 0, 0));
+        writePicture(argv[2], picture);  // what was done is done, the rest is as it was
+        std::cout << "stopped on the way\n";
     }
-    mfForwardFFT(picture, spectrum);  // nothing is left over: the same buffer serves again
-    Image again;
-    mfInverseFFT(spectrum, again, false, true);
-    std::cout << "pel in the middle: "
-              << int{picture.pel(picture.width() / 2, picture.height() / 2)} << " before, "
-              << int{again.pel(again.width() / 2, again.height() / 2)} << " after\n";
 }

@@ -20,7 +20,7 @@ recipe=$(mktemp)
 trap 'rm -f "$recipe"' EXIT
 
 example archive_recipe "$recipe" $images/archive-recipe.png
-example cancel_button $pictures/blurred.png $images/cancel-button.png
+example cancel_button $pictures/disturbed.png $images/cancel-button.png
 example correlation_search $pictures/board.png $pictures/mark.png $images/correlation-search.png
 example downscaling $pictures/zone.png $images/downscaling.png
 example interference_removal $pictures/disturbed.png $images/interference-removal.png
