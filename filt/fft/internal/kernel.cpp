@@ -35,7 +35,7 @@ struct Work {
         : path(kernelPath),
           size(planeSize),
           scratch(makeFloats(mf_KernelScratchFloats(size.x, size.y))),
-          rows(new const float*[static_cast<std::size_t>(size.y + mf_kRowsAhead)]()) {}
+          rows(new const float*[static_cast<std::size_t>(size.y + mf_kRowsAhead)]) {}
 
     // Where the column pass finds row y.
     const float*& row(long y) { return rows[static_cast<std::size_t>(y)]; }
@@ -69,7 +69,8 @@ void passRows(long height, const mf_RowBand& band, Transform transform) {
 
 // Calls transform(x, count) for the columns 0 to `end` - 1, a few at a time.
 template <class Transform>
-void passColumns(long end, Transform transform) {
+void passColumns(Work& work, long end, Transform transform) {
+    for (long i = 0; i < mf_kRowsAhead; ++i) work.row(work.size.y + i) = work.row(work.size.y - 1);
     for (long x = 0; x < end; x += kColumnsPerStep) {
         const long count = std::min(kColumnsPerStep, end - x);
         for (long i = 0; i < count; i += kLinesPerPoll) mf_PollAttention();
@@ -190,7 +191,7 @@ class ComplexTransform {
         passColumnsTo(columns, columns, &sink, panelPitch, [&](long) { return panel.get(); });
     }
 
-    void of(const mf_RowSource& source, float* dst) {
+    void fromSource(const mf_RowSource& source, float* dst) {
         passSourceRows(work_, source, dst, [&](float* const* rows, long count) {
             work_.path.complexRows(rows, rows, count, work_.size.x, inverse_, work_.scratch.get());
         });
@@ -229,7 +230,7 @@ class ComplexTransform {
     template <class To>
     void passColumnsTo(long computed, long sunk, mf_ColumnSink* sink, long pitch, To to) {
         pollTransposition(work_.size, 4);
-        passColumns(work_.size.x, [&](long x, long count) {
+        passColumns(work_, work_.size.x, [&](long x, long count) {
             if (x >= computed) return;
             float* const first = to(x);
             work_.path.complexColumns(work_.rows.get(), first, pitch, work_.size.y, x,
@@ -268,7 +269,7 @@ void mf_FFT2D(float* data, mvPair<long> size, int direction, int rowLow, int row
 
 void mf_FFT2D(const mf_RowSource& source, float* data, mvPair<long> size,
               const mf_KernelPath& path) {
-    ComplexTransform(path, size, mf_RowBand(size.y), false).of(source, data);
+    ComplexTransform(path, size, mf_RowBand(size.y), false).fromSource(source, data);
 }
 
 void mf_FFT2D(const float* src, float* dst, mvPair<long> size, int direction, int rowLow,
@@ -291,7 +292,7 @@ void mf_RealFFT2D(const mf_RowSource& source, float* data, mvPair<long> size,
     passRealRows(work, source, data);
     const long transpositionLimit = size.x == size.y ? 8 : 4;
     pollTransposition(size, transpositionLimit);
-    passColumns(size.x / 2 + 1, [&](long x, long count) {
+    passColumns(work, size.x / 2 + 1, [&](long x, long count) {
         path.complexColumns(work.rows.get(), data + 2 * x, 2 * size.x, size.y, x, count, false,
                             work.scratch.get());
         fillMirrored(work, data, x, count);
