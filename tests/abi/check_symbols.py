@@ -1,15 +1,12 @@
 #!/usr/bin/env python3
 """Compares what a library exports, and what it needs, with what the tree says.
 
-    check_symbols.py [--strict] <library> <list>   fails when they differ
-    check_symbols.py --update <library> <list>     writes the list
+    check_symbols.py <library> <list>            fails when they differ
+    check_symbols.py --update <library> <list>   writes the list
 
 The list holds the functions that are exported, sorted: those of classes that stand in a source, and
 all free ones. Left out is what compilers emit as they like: tables, type information, thunks and
-inline members.
-
-With --strict, no function of the standard library may be exported either. Compilers inline those
-when they optimise and export them when they do not, so that this holds for optimised builds only.
+inline members. No function of the standard library may be exported.
 """
 import re
 import subprocess
@@ -50,7 +47,7 @@ def needed(library):
     return re.findall(r"\(NEEDED\).*\[(.*)\]", output("readelf", "-d", library))
 
 
-def problems(library, list_file, strict):
+def problems(library, list_file):
     symbols = exported(library)
     names = set(listed(symbols))
     with open(list_file, encoding="ascii") as file:
@@ -60,7 +57,7 @@ def problems(library, list_file, strict):
     yield from (f"internal, but exported: {name}" for _, name in symbols
                 if INTERNAL.search(name.split("(")[0]) and not GENERATED.match(name))
     yield from (f"of the standard library, but exported: {name}" for kind, name in symbols
-                if strict and kind in "TW" and STANDARD_FUNCTION.search(name.split("(")[0]))
+                if kind in "TW" and STANDARD_FUNCTION.search(name.split("(")[0]))
     yield from (f"needs {name}" for name in needed(library)
                 if not (STANDARD.match(name) or SANITIZER.match(name) or name.startswith("libmvbase.")))
 
@@ -72,7 +69,7 @@ def main():
         with open(list_file, "w", encoding="ascii") as file:
             file.writelines(name + "\n" for name in listed(exported(library)))
         return 0
-    found = list(problems(library, list_file, "--strict" in sys.argv))
+    found = list(problems(library, list_file))
     print("\n".join(found) or "As listed.")
     return 1 if found else 0
 
