@@ -113,7 +113,7 @@ def widths():
         gains.plot(np.arange(len(gain)) / 512, gain, label=name)
         answer = table(f"width-{number}-answer")[0]
         answers.plot(np.arange(-128, 128), answer / answer.max() - 1.5 * number, label=name)
-    gains.set(xlim=(0, 0.3), xlabel="cycles per pixel", title="gain of a ring at 0.125")
+    gains.set(xlim=(0, 0.45), xlabel="cycles per pixel", title="gain of a ring at 0.125")
     answers.set(xlabel="pels from a single bright pel", yticks=[],
                 title="what it makes of a single bright pel")
     gains.legend(loc="upper right")
