@@ -48,5 +48,7 @@ class Held : public AnyFilter {
 /// is not the library's.
 pybind11::object pythonFilter(mvFrequencyFilter& filter);
 
-/// Adds the filter classes.
+/// Adds the filter classes; bindFilters adds them all.
 void bindFilters(pybind11::module_& module);
+void bindRingFilters(pybind11::module_& module);
+void bindLobeFilters(pybind11::module_& module);

@@ -111,7 +111,8 @@ def test_a_filter_goes_from_buffer_to_buffer(make):
 
 def test_an_image_filter_can_change_its_image():
     made = mvfreq.FrequencyFilterImage()
-    assert not made.is_initialized and repr(made) == "FrequencyFilterImage()"
+    assert not made.is_initialized and repr(made) == "<FrequencyFilterImage without image>"
     made.set_image(noise())
     assert (made.support_width, made.support_height) == SIZE
+    assert repr(made) == "<FrequencyFilterImage 64 x 32>"
     assert made == image_filter() and copy.copy(made) == made
