@@ -12,6 +12,7 @@ void* __real_calloc(std::size_t count, std::size_t size);
 void* __real_realloc(void* block, std::size_t size);
 void* __real_aligned_alloc(std::size_t alignment, std::size_t size);
 void __real_free(void* block);
+extern char __executable_start;
 
 void* __wrap_malloc(std::size_t size);
 void* __wrap_calloc(std::size_t count, std::size_t size);
@@ -26,13 +27,6 @@ bool armed = false;
 long failing = 0;
 long allocations = 0;
 faults::Extent reach = faults::Extent::kOnlyThis;
-
-bool failsNow() {
-    if (!armed) return false;
-    const long number = ++allocations;
-    if (failing == 0) return false;
-    return reach == faults::Extent::kOnlyThis ? number == failing : number >= failing;
-}
 
 // The ledger's own memory must not pass through the functions that it keeps book of.
 template <class T>
@@ -50,9 +44,28 @@ using Ledger =
     std::unordered_set<void*, std::hash<void*>, std::equal_to<void*>, RealAllocator<void*>>;
 
 // Never destroyed: other objects free their memory after the end of main.
+Ledger& newLedger() {
+    return *new (__real_malloc(sizeof(Ledger))) Ledger;
+}
+
 Ledger& ledger() {
-    static Ledger* const all = new (__real_malloc(sizeof(Ledger))) Ledger;
-    return *all;
+    static Ledger& all = newLedger();
+    return all;
+}
+
+// Where the calls that failed return to.
+Ledger& sites() {
+    static Ledger& all = newLedger();
+    return all;
+}
+
+bool failsNow(void* site) {
+    if (!armed) return false;
+    const long number = ++allocations;
+    if (failing == 0) return false;
+    if (reach == faults::Extent::kOnlyThis ? number != failing : number < failing) return false;
+    sites().insert(site);
+    return true;
 }
 
 void* noted(void* block) {
@@ -66,13 +79,13 @@ void release(void* block) noexcept {
     __real_free(block);
 }
 
-void* allocate(std::size_t size) {
-    return failsNow() ? nullptr : noted(__real_malloc(size));
+void* allocate(std::size_t size, void* site) {
+    return failsNow(site) ? nullptr : noted(__real_malloc(size));
 }
 
-void* allocateAligned(std::size_t alignment, std::size_t size) {
+void* allocateAligned(std::size_t alignment, std::size_t size, void* site) {
     const std::size_t whole = (size + alignment - 1) / alignment * alignment;
-    return failsNow() ? nullptr : noted(__real_aligned_alloc(alignment, whole));
+    return failsNow(site) ? nullptr : noted(__real_aligned_alloc(alignment, whole));
 }
 
 void* orThrow(void* block) {
@@ -88,18 +101,18 @@ std::size_t number(std::align_val_t alignment) {
 
 extern "C" {
 void* __wrap_malloc(std::size_t size) {
-    return allocate(size);
+    return allocate(size, __builtin_return_address(0));
 }
 void* __wrap_calloc(std::size_t count, std::size_t size) {
-    return failsNow() ? nullptr : noted(__real_calloc(count, size));
+    return failsNow(__builtin_return_address(0)) ? nullptr : noted(__real_calloc(count, size));
 }
 void* __wrap_realloc(void* block, std::size_t size) {
-    if (failsNow()) return nullptr;
+    if (failsNow(__builtin_return_address(0))) return nullptr;
     ledger().erase(block);
     return noted(__real_realloc(block, size));
 }
 void* __wrap_aligned_alloc(std::size_t alignment, std::size_t size) {
-    return allocateAligned(alignment, size);
+    return allocateAligned(alignment, size, __builtin_return_address(0));
 }
 void __wrap_free(void* block) {
     release(block);
@@ -107,28 +120,28 @@ void __wrap_free(void* block) {
 }
 
 void* operator new(std::size_t size) {
-    return orThrow(allocate(size));
+    return orThrow(allocate(size, __builtin_return_address(0)));
 }
 void* operator new[](std::size_t size) {
-    return orThrow(allocate(size));
+    return orThrow(allocate(size, __builtin_return_address(0)));
 }
 void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
-    return allocate(size);
+    return allocate(size, __builtin_return_address(0));
 }
 void* operator new[](std::size_t size, const std::nothrow_t&) noexcept {
-    return allocate(size);
+    return allocate(size, __builtin_return_address(0));
 }
 void* operator new(std::size_t size, std::align_val_t alignment) {
-    return orThrow(allocateAligned(number(alignment), size));
+    return orThrow(allocateAligned(number(alignment), size, __builtin_return_address(0)));
 }
 void* operator new[](std::size_t size, std::align_val_t alignment) {
-    return orThrow(allocateAligned(number(alignment), size));
+    return orThrow(allocateAligned(number(alignment), size, __builtin_return_address(0)));
 }
 void* operator new(std::size_t size, std::align_val_t alignment, const std::nothrow_t&) noexcept {
-    return allocateAligned(number(alignment), size);
+    return allocateAligned(number(alignment), size, __builtin_return_address(0));
 }
 void* operator new[](std::size_t size, std::align_val_t alignment, const std::nothrow_t&) noexcept {
-    return allocateAligned(number(alignment), size);
+    return allocateAligned(number(alignment), size, __builtin_return_address(0));
 }
 
 void operator delete(void* block) noexcept {
@@ -175,6 +188,14 @@ long AllocationFaults::count() const {
 
 std::size_t liveBlocks() {
     return ledger().size();
+}
+
+std::vector<std::size_t> failedSites() {
+    std::vector<std::size_t> offsets;
+    for (void* const site : sites()) {
+        offsets.push_back(static_cast<std::size_t>(static_cast<char*>(site) - &__executable_start));
+    }
+    return offsets;
 }
 
 }  // namespace faults

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <vector>
 
 namespace faults {
 
@@ -23,5 +24,9 @@ class AllocationFaults {
 
 /// The blocks that were allocated, by whatever function, and not freed yet.
 std::size_t liveBlocks();
+
+/// Where the allocations stand that were made to fail: the offsets in this program of what follows
+/// each call.
+std::vector<std::size_t> failedSites();
 
 }  // namespace faults

@@ -64,6 +64,10 @@ std::vector<Operation> exceptionOperations() {
          [](Operands& o) { o.error = mvExceptionWithString("Another message, long as well."); }},
         {"error of an unknown version",
          [](Operands& o) { print(o, mvArchive::UnknownVersion("filt/fft", 572)); }},
+        {"error of an unknown version with a long text",
+         [](Operands& o) {
+             print(o, mvArchive::UnknownVersion("a name longer than an object", 1));
+         }},
         {"status", [](Operands&) { mfThrowExceptionOnFailure(5); }, {}, "status 5"},
         {"printed error", [](Operands& o) { print(o, o.error); }},
         {"printed error without a message",
@@ -98,6 +102,15 @@ std::vector<Operation> persistenceOperations() {
     };
 }
 
+template <class Error>
+Operation madeByTheRegistry(const char* name) {
+    Error example(name);
+    mvPersistent* address = &example;
+    return {std::string("made by the registry: ") + name, [record = recordOf(address)](Operands&) {
+                loadFrom(record, [](mvArchive& ar) { mfLoad<Error>(ar); });
+            }};
+}
+
 std::vector<Operation> archiveOperations() {
     mvFrequencyDefs::InvalidSize example("A message that is too long to be kept in place.");
     mvPersistent* exampleAddress = &example;
@@ -105,7 +118,7 @@ std::vector<Operation> archiveOperations() {
     const std::string text = recordOf(exampleText);
     const std::string error = recordOf(example);
     const std::string pointer = recordOf(exampleAddress);
-    const std::string unknown = std::string("\x01\x04\0\0\0Nope", 9);
+    const std::string unknown("\x01\x1a\0\0\0NobodyHasEverHeardOfThisOne", 31);
     return {
         {"stored text", [](Operands& o) { storing(o, [&](mvArchive& ar) { ar || o.text; }); }},
         {"loaded text", [=](Operands& o) { loadFrom(text, [&](mvArchive& ar) { ar || o.text; }); }},
@@ -136,6 +149,12 @@ std::vector<Operation> archiveOperations() {
          [=](Operands&) { loadFrom(unknown, [](mvArchive& ar) { mfLoad<mvPersistent>(ar); }); },
          {},
          "mvException"},
+        madeByTheRegistry<mvFrequencyDefs::InvalidArgument>("InvalidArgument"),
+        madeByTheRegistry<mvFrequencyDefs::Uninitialized>("Uninitialized"),
+        madeByTheRegistry<mvFrequencyDefs::InvalidSize>("InvalidSize"),
+        madeByTheRegistry<mvFrequencyDefs::UnboundWindow>("UnboundWindow"),
+        madeByTheRegistry<mvFrequencyDefs::InvalidBuffer>("InvalidBuffer"),
+        madeByTheRegistry<mvFrequencyDefs::BadCoord>("BadCoord"),
     };
 }
 

@@ -2,8 +2,11 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstdlib>
 #include <exception>
+#include <fstream>
 #include <iterator>
+#include <list>
 #include <new>
 #include <ostream>
 
@@ -160,6 +163,40 @@ TEST_P(Faults, EndTheCallAndSpoilNothingElse) {
     EXPECT_GT(failed, 100) << "nothing was made to fail";
     RecordProperty("FailedEvents", std::to_string(failed));
 }
+
+// The registry grows once and stays large, so that its growth fails before it ever succeeds.
+TEST(Registry, ThatCannotGrowIsAsItWas) {
+    const auto make = []() -> mvPersistent* { return nullptr; };
+    const std::vector<std::string> before = mfRegisteredClasses();
+    std::list<mv_Instantiator> registrations;
+    for (int i = 0; i < 100; ++i) {
+        for (long n = 1;; ++n) {
+            const AllocationFaults faults(n, Extent::kOnlyThis);
+            try {
+                registrations.emplace_back(typeid(Operation), make);
+            } catch (const std::bad_alloc&) {
+                continue;
+            }
+            break;
+        }
+        ASSERT_EQ(registrations.size() + before.size(), mfRegisteredClasses().size());
+    }
+    registrations.clear();
+    EXPECT_EQ(mfRegisteredClasses(), before);
+}
+
+// Leaves the places of the failed allocations in the file that the environment names.
+class SitesFile : public testing::Environment {
+    void TearDown() override {
+        const char* const name = std::getenv("MVFREQ_FAILED_SITES");
+        if (name == nullptr) return;
+        std::ofstream file(name);
+        for (const std::size_t site : faults::failedSites()) file << site << '\n';
+    }
+};
+
+[[maybe_unused]] const testing::Environment* const kSitesFile =
+    testing::AddGlobalTestEnvironment(new SitesFile);
 
 INSTANTIATE_TEST_SUITE_P(All, Faults,
                          testing::Values(Group{"Buffers", faults::bufferOperations},

@@ -1,5 +1,6 @@
 // Forward and inverse transforms.
 #include "faults/operations.h"
+#include "support/buffer_probe.h"
 #include "support/thrown.h"
 
 namespace faults {
@@ -41,6 +42,42 @@ void addMagnitudes(std::vector<Operation>& all, const std::string& pels,
             mfInverseFFTQuadrant<T>(o.spectrum, o.*bound, o.boundCodes, false, false);
         },
         {"boundCodes"});
+}
+
+// A square plane whose rows outside a narrow band are not empty: some of them must change places.
+mvFrequencyBuffer banded() {
+    mvFrequencyBuffer buffer(16, 16);
+    for (long y = 0; y < 16; ++y) buffer.put(y, y, {1.0, 2.0}, false);
+    support::BufferProbe::maskFrequencyBuffer(buffer, true, 8, 9);
+    return buffer;
+}
+
+// The same band, and nothing outside of it.
+mvFrequencyBuffer bandAlone() {
+    mvFrequencyBuffer buffer(16, 16);
+    buffer.put(3, 0, {1.0, 2.0}, false);
+    support::BufferProbe::maskFrequencyBuffer(buffer, true, 8, 9);
+    return buffer;
+}
+
+void addBanded(std::vector<Operation>& all) {
+    for (const auto make : {banded, bandAlone}) {
+        const std::string name = make == banded ? "band of rows among others" : "band of rows";
+        all.push_back({name + " to a buffer",
+                       [=](Operands& o) { mfInverseFFT(make(), o.other); },
+                       {"other"}});
+        for (const bool rescale : {false, true}) {
+            all.push_back({name + (rescale ? " to bytes, rescaled" : " to bytes"),
+                           [=](Operands& o) { mfInverseFFT<Byte>(make(), o.newBytes, rescale); },
+                           {"newBytes"}});
+        }
+        all.push_back({name + " in place",
+                       [=](Operands& o) {
+                           mvFrequencyBuffer buffer = make();
+                           mfInverseFFT(buffer, o.newFirst, o.newSecond, true);
+                       },
+                       {"newFirst", "newSecond"}});
+    }
 }
 
 void addForward(std::vector<Operation>& all) {
@@ -117,6 +154,7 @@ std::vector<Operation> transformOperations() {
     addMagnitudes(all, "words", &Operands::newWords, &Operands::boundWords, "newWords");
     addMagnitudes(all, "doubles", &Operands::newFirst, &Operands::boundFirst, "newFirst");
     addOtherInverses(all);
+    addBanded(all);
     return all;
 }
 
