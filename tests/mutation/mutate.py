@@ -18,14 +18,11 @@ the last one stopped, and what was killed is not tried again as long as its sour
 import argparse
 import collections
 import hashlib
-import os
 import random
 import re
 import resource
-import signal
 import subprocess
 import sys
-import time
 from pathlib import Path
 
 ROOT = Path(__file__).resolve().parents[2]
@@ -35,31 +32,25 @@ BUILD = WORK / "build"
 EQUIVALENT = Path(__file__).with_name("equivalent.txt")
 MEMORY = 6 << 30
 
-# The test programs, those that most mutants fail first.
-PROGRAMS = ["arithmetic_test", "freqfilt_test", "fft_buffer_test", "archive_test", "numbers_test",
-            "fft_transforms_test", "results_digest", "faults_test", "fft_kernel_test",
-            "fft_round_trip_test"]
-# Tests that take seconds: these run last.
+# The test programs that judge a source, those first that most mutants fail. The first beginning of
+# its path that fits counts.
+PROGRAMS = [
+    ("filt/fft/internal/kernel", ["fft_kernel_test", "results_digest", "fft_transforms_test",
+                                  "fft_round_trip_test", "faults_test"]),
+    ("filt/fft/internal/twiddles", ["fft_kernel_test", "results_digest"]),
+    ("filt/fft/arithmetic", ["arithmetic_test", "numbers_test", "results_digest", "faults_test"]),
+    ("filt/fft/map_image", ["arithmetic_test", "numbers_test", "results_digest", "faults_test"]),
+    ("filt/fft/errors", ["fft_buffer_test", "archive_test", "faults_test"]),
+    ("filt/fft/internal/archive", ["archive_test", "faults_test"]),
+    ("filt/fft/buffer_archive", ["archive_test", "fft_transforms_test", "faults_test"]),
+    ("filt/fft", ["fft_buffer_test", "fft_transforms_test", "archive_test", "arithmetic_test",
+                  "freqfilt_test", "numbers_test", "results_digest", "fft_round_trip_test",
+                  "faults_test"]),
+    ("filt", ["freqfilt_test", "archive_test", "numbers_test", "results_digest", "faults_test"]),
+]
+# Their tests that take seconds: these run last.
 SLOW = {"archive_test": "*AnyTwoIntegers*:*AnyByteFlipped*", "freqfilt_test": "FilterComparison/*",
         "fft_kernel_test": "*ForAllSizes*:*ComplexKernelOnRealInput*"}
-
-# The programs that stand first for a source, in place of the order above.
-FIRST = [
-    ("filt/fft/internal/kernel", ["fft_kernel_test", "results_digest", "fft_transforms_test"]),
-    ("filt/fft/internal/twiddles", ["fft_kernel_test"]),
-    ("filt/fft/internal/archive", ["archive_test"]),
-    ("filt/fft/internal", ["fft_transforms_test", "fft_buffer_test"]),
-    ("filt/fft/arithmetic", ["arithmetic_test"]),
-    ("filt/fft/map_image", ["arithmetic_test"]),
-    ("filt/fft/buffer_archive", ["archive_test"]),
-    ("filt/fft/errors", ["fft_buffer_test", "archive_test"]),
-    ("filt/fft/forward", ["fft_transforms_test"]),
-    ("filt/fft/inverse", ["fft_transforms_test"]),
-    ("filt/fft/phase_images", ["fft_transforms_test"]),
-    ("filt/fft", ["fft_buffer_test"]),
-    ("filt/freqfilt", ["freqfilt_test", "archive_test"]),
-    ("filt/registration", ["archive_test"]),
-]
 
 # Replacements of what stands between blanks; the layout keeps template brackets and unary operators
 # away from blanks.
@@ -174,47 +165,43 @@ def build(target, jobs):
                           check=False).returncode == 0
 
 
-def steps(first=()):
-    """Pairs of a program and its arguments, in the order in which they run."""
-    for name in [*first, *(name for name in PROGRAMS if name not in first)]:
-        if name == "results_digest":
-            yield name, (str(TREE / "tests/digest/results.digest"),)
-        else:
-            yield name, ("--gtest_fail_fast", f"--gtest_filter=-{SLOW.get(name, '')}")
-    for name, tests in SLOW.items():
-        yield name, ("--gtest_fail_fast", f"--gtest_filter={tests}")
-
-
 def steps_for(file):
-    return steps(next((programs for prefix, programs in FIRST if file.startswith(prefix)), ()))
+    """Pairs of a program and its arguments, in the order in which they run."""
+    programs = next(programs for prefix, programs in PROGRAMS if file.startswith(prefix))
+    steps = []
+    for name in programs:
+        if name == "results_digest":
+            steps.append((name, (str(TREE / "tests/digest/results.digest"),)))
+        else:
+            steps.append((name, ("--gtest_fail_fast", f"--gtest_filter=-{SLOW.get(name, '')}")))
+    return steps + [(name, ("--gtest_fail_fast", f"--gtest_filter={tests}"))
+                    for name, tests in SLOW.items() if name in programs]
 
 
-def limit_memory():
-    resource.setrlimit(resource.RLIMIT_AS, (MEMORY, MEMORY))
+def passes(step, seconds):
+    """True when the step passes, in so many seconds of the processor's time and some GiB."""
+    def limit():
+        resource.setrlimit(resource.RLIMIT_CPU, (seconds, seconds))
+        resource.setrlimit(resource.RLIMIT_AS, (MEMORY, MEMORY))
 
-
-def passes(step, limit):
-    """True when the step passes in time and in some GiB of memory."""
     name, arguments = step
     program = next(BUILD.glob(f"tests/*/{name}"))
-    with subprocess.Popen([program, *arguments], stdout=subprocess.DEVNULL,
-                          stderr=subprocess.DEVNULL, cwd=WORK, start_new_session=True,
-                          preexec_fn=limit_memory) as process:
-        try:
-            return process.wait(timeout=limit) == 0
-        except subprocess.TimeoutExpired:
-            os.killpg(process.pid, signal.SIGKILL)
-            return False
+    return subprocess.run([program, *arguments], stdout=subprocess.DEVNULL,
+                          stderr=subprocess.DEVNULL, cwd=WORK, preexec_fn=limit,
+                          check=False).returncode == 0
 
 
-def measure():
-    """The time limit of each step, from a run on the unchanged tree."""
+def measure(files):
+    """The time limit of each step that judges one of the files, from runs on the unchanged tree."""
     limits = {}
-    for step in steps():
-        begin = time.monotonic()
+    for step in sorted({step for file in files for step in steps_for(file)}):
+        if not build(step[0], 1):
+            sys.exit(f"{step[0]} does not build")
+        begin = resource.getrusage(resource.RUSAGE_CHILDREN).ru_utime
         if not passes(step, 900):
             sys.exit(f"{step[0]} fails on the unchanged tree")
-        limits[step] = 5 * (time.monotonic() - begin) + 10
+        used = resource.getrusage(resource.RUSAGE_CHILDREN).ru_utime - begin
+        limits[step] = int(5 * used) + 5
     return limits
 
 
@@ -288,10 +275,7 @@ def main():
     results = Results()
     copy_tree()
     configure()
-    for name in PROGRAMS:
-        if not build(name, options.jobs):
-            sys.exit(f"{name} does not build")
-    limits = measure()
+    limits = measure({mutant.file for mutant in candidates})
 
     random.Random(options.seed).shuffle(candidates)
     equivalents = explained()
