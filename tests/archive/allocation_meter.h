@@ -5,6 +5,11 @@
 
 namespace archive {
 
+/// What a load from that many bytes may hold at once, besides a little for the objects themselves.
+constexpr std::size_t largestLoad(std::size_t bytes) {
+    return 4 * bytes + (std::size_t{64} << 20) + 4096;
+}
+
 /// Counts from its construction on; one at a time, in one thread. Blocks that were there before do
 /// not count, also when they are freed.
 class AllocationMeter {

@@ -10,9 +10,9 @@
 #include <map>
 #include <memory>
 
+#include "archive/content.h"
 #include "archive/filter_classes.h"
 #include "archive/loading.h"
-#include "archive/use.h"
 
 namespace {
 
@@ -36,46 +36,9 @@ std::string fateOf(const fs::path& path) {
     return path.stem().extension().string().substr(1);
 }
 
-// What a file holds: one buffer, or objects by pointer up to the end of the file.
-class Content {
-  public:
-    explicit Content(bool isBuffer) : isBuffer_(isBuffer) {}
-
-    void load(const std::string& bytes) {
-        archive::Loading loading(bytes);
-        if (isBuffer_) {
-            loading.archive() || buffer_;
-            return;
-        }
-        do {
-            std::unique_ptr<mvPersistent> owner;
-            objects_.push_back(loading.archive().loadPointer(owner));
-            if (owner) owners_.push_back(std::move(owner));
-        } while (loading.rest() > 0);
-    }
-
-    std::string store() {
-        std::ostringstream out;
-        mvArchive ar(out);
-        if (isBuffer_) ar || buffer_;
-        for (mvPersistent* object : objects_) ar || object;
-        return out.str();
-    }
-
-    void use() {
-        archive::use(buffer_);
-        for (const auto& object : owners_) archive::use(*object);
-    }
-
-  private:
-    bool isBuffer_;
-    mvFrequencyBuffer buffer_;
-    std::vector<mvPersistent*> objects_;
-    std::vector<std::unique_ptr<mvPersistent>> owners_;
-};
-
-Content contentFor(const fs::path& path) {
-    return Content(path.filename().string().starts_with("buffer-"));
+std::unique_ptr<archive::Content> contentFor(const fs::path& path) {
+    const bool isBuffer = path.filename().string().starts_with("buffer-");
+    return archive::contentKind(isBuffer ? "buffer" : "pointers")->make();
 }
 
 const std::map<std::string, std::string> kUnknown = {
@@ -100,6 +63,10 @@ const std::map<std::string, std::string> kUnknown = {
     {"error-bad-coord-base-version", "UnknownVersion mvFrequencyDefs::Errors 0"},
 };
 
+std::string stored(archive::Content& content) {
+    return support::storedBy([&](mvArchive& ar) { content.store(ar); });
+}
+
 struct Golden : testing::TestWithParam<fs::path> {};
 
 std::string testName(const testing::TestParamInfo<fs::path>& test) {
@@ -115,8 +82,8 @@ TEST_P(Golden, MeetsItsFate) {
     const std::string bytes = contentOf(GetParam());
     const std::string fate = fateOf(GetParam());
     const std::string name = GetParam().stem().stem().string();
-    Content content = contentFor(GetParam());
-    const std::string thrown = archive::loadingThrows([&] { content.load(bytes); });
+    const auto content = contentFor(GetParam());
+    const std::string thrown = archive::loadingThrows([&] { archive::load(*content, bytes); });
     if (fate == "unknown") {
         EXPECT_EQ(thrown, kUnknown.at(name));
     } else if (fate == "truncated") {
@@ -124,22 +91,22 @@ TEST_P(Golden, MeetsItsFate) {
     } else {
         ASSERT_EQ(thrown, "nothing");
         const fs::path good = GetParam().parent_path() / (name + ".good.mva");
-        EXPECT_EQ(archive::hex(content.store()), archive::hex(contentOf(good)));
+        EXPECT_EQ(archive::hex(stored(*content)), archive::hex(contentOf(good)));
     }
-    content.use();
+    content->use();
 }
 
 TEST_P(Golden, TruncatedAnywhereItDoesNoHarm) {
     const std::string bytes = contentOf(GetParam());
     for (std::size_t length = 0; length < bytes.size(); ++length) {
-        Content content = contentFor(GetParam());
+        const auto content = contentFor(GetParam());
         const std::string thrown =
-            archive::loadingThrows([&] { content.load(bytes.substr(0, length)); });
+            archive::loadingThrows([&] { archive::load(*content, bytes.substr(0, length)); });
         if (fateOf(GetParam()) == "good" &&
             !GetParam().filename().string().starts_with("pointer")) {
             EXPECT_EQ(thrown, "Truncated") << length;
         }
-        content.use();
+        content->use();
     }
 }
 
@@ -149,9 +116,9 @@ TEST_P(Golden, WithAnyByteFlippedItDoesNoHarm) {
         for (const int mask : {0x01, 0x80, 0xFF}) {
             std::string flipped = bytes;
             flipped[i] = static_cast<char>(flipped[i] ^ mask);
-            Content content = contentFor(GetParam());
-            archive::loadingThrows([&] { content.load(flipped); });
-            content.use();
+            const auto content = contentFor(GetParam());
+            archive::loadingThrows([&] { archive::load(*content, flipped); });
+            content->use();
         }
     }
 }

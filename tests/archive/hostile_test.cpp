@@ -18,7 +18,6 @@ using support::BufferRecord;
 
 constexpr std::int32_t kLowest = std::numeric_limits<std::int32_t>::min();
 constexpr std::int32_t kHighest = std::numeric_limits<std::int32_t>::max();
-constexpr std::size_t kAllowance = std::size_t{64} << 20;
 
 // Loads with an eye on the memory; then uses what came of it.
 template <class T>
@@ -31,7 +30,7 @@ std::string loadAndUse(const std::string& bytes, T& value) {
         thrown = archive::loadingThrows([&] { loading.archive() || value; });
         peak = meter.peak();
     }
-    EXPECT_LE(peak, 4 * bytes.size() + kAllowance + 4096);
+    EXPECT_LE(peak, archive::largestLoad(bytes.size()));
     archive::use(value);
     return thrown;
 }

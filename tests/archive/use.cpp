@@ -1,6 +1,8 @@
 // Everything that can be done with what came out of an archive. None of it may do harm.
 #include "archive/use.h"
 
+#include <algorithm>
+#include <cmath>
 #include <memory>
 #include <stdexcept>
 #include <utility>
@@ -10,8 +12,6 @@
 
 namespace archive {
 namespace {
-
-constexpr long kLargestImage = 1L << 20;
 
 template <class Call>
 void tolerate(Call call) {
@@ -92,15 +92,58 @@ void combine(const mvFrequencyBuffer& buffer) {
     tolerate([&] { mvFrequencyFilterImage(buffer).apply(buffer, result); });
 }
 
+// Elements of the plane; none without data.
+long areaOf(const mvFrequencyBuffer& buffer) {
+    long area = 0;
+    tolerate([&] { area = buffer.width() * buffer.height(); });
+    return area;
+}
+
+long areaOf(const mvFrequencyFilterImage& filter) {
+    long area = 0;
+    tolerate([&] { area = filter.supportWidth() * filter.supportHeight(); });
+    return area;
+}
+
+long areaOf(const mvRingFilter& filter) {
+    constexpr long samplesPerBin = 32;
+    long area = 0;
+    tolerate([&] { area = filter.supportWidth() * samplesPerBin; });
+    return area;
+}
+
+long areaOf(const mvLobeFilter& filter) {
+    long area = 0;
+    tolerate([&] { area = filter.supportWidth() * filter.supportHeight(); });
+    return area;
+}
+
+double reachOf(const mvRingFilter& filter) {
+    return filter.sigma() + filter.plateau();
+}
+
+double reachOf(mvLobeFilter& filter) {
+    return std::max(filter.sigma().x + filter.plateau().x, filter.sigma().y + filter.plateau().y);
+}
+
+// Whether a new response is small, or so large that it is refused.
+template <class F>
+bool isRebuiltSoon(F& filter, mvPair<long> size, long largestArea) {
+    const double bins = 16 * reachOf(filter) * static_cast<double>(std::max(size.x, size.y));
+    const double largest = 8 * std::sqrt(static_cast<double>(largestArea));
+    return !(bins > largest) || bins > 1e12;
+}
+
 // A buffer of the given padded size, as an archive can make it; without data when it is too large.
-mvFrequencyBuffer bufferOfSize(long width, long height) {
+mvFrequencyBuffer bufferOfSize(long width, long height, long largestArea) {
     if (width < 1 || height < 1 || width > 300 || height > 300) return {};
+    if (width * height > largestArea) return {};
     return support::loaded(
         support::recordOf(static_cast<std::int32_t>(width), static_cast<std::int32_t>(height)));
 }
 
-void applyTo(mvFrequencyFilter& filter, mvPair<long> size) {
-    mvFrequencyBuffer buffer = bufferOfSize(size.x, size.y);
+void applyTo(mvFrequencyFilter& filter, mvPair<long> size, long largestArea) {
+    mvFrequencyBuffer buffer = bufferOfSize(size.x, size.y, largestArea);
     mvFrequencyBuffer result;
     tolerate([&] { filter.apply(buffer, result); });
     tolerate([&] { filter.apply(buffer); });
@@ -111,45 +154,74 @@ void applyTo(mvFrequencyFilter& filter, mvPair<long> size) {
 }
 
 template <class F>
-void useParametric(F& filter) {
-    tolerate([&] { applyTo(filter, filter.size()); });
+void setParameters(F& filter, long largestArea) {
+    tolerate([&] {
+        if (isRebuiltSoon(filter, filter.size(), largestArea)) filter.frequency(0.125);
+    });
+    const mvPair<long> size(16, 16);
+    tolerate([&] {
+        if (isRebuiltSoon(filter, size, largestArea)) filter.size(size);
+    });
+}
+
+template <class F>
+void useParametric(F& filter, long largestArea) {
+    tolerate([&] { applyTo(filter, filter.size(), largestArea); });
     F copy(filter);
     storeAgain(filter);
     tolerate([&] { EXPECT_EQ(copy.supportWidth(), filter.supportWidth()); });
     static_cast<void>(copy == filter);
-    tolerate([&] { copy.frequency(0.125); });
-    tolerate([&] { copy.size(mvPair<long>(16, 16)); });
-    tolerate([&] { applyTo(copy, copy.size()); });
+    setParameters(copy, largestArea);
+    tolerate([&] { applyTo(copy, copy.size(), largestArea); });
     copy = filter;
     const F moved(std::move(copy));
     static_cast<void>(moved == filter);
 }
 
-void useImage(mvFrequencyFilterImage& filter) {
-    tolerate([&] { applyTo(filter, mvPair<long>(filter.supportWidth(), filter.supportHeight())); });
+void useImage(mvFrequencyFilterImage& filter, long largestArea) {
+    tolerate([&] {
+        const mvPair<long> size(filter.supportWidth(), filter.supportHeight());
+        applyTo(filter, size, largestArea);
+    });
     mvFrequencyFilterImage copy(filter);
     storeAgain(filter);
     static_cast<void>(copy == filter);
     copy.setImage(mvFrequencyBuffer(4, 4));
-    applyTo(copy, mvPair<long>(4, 4));
+    applyTo(copy, mvPair<long>(4, 4), largestArea);
+}
+
+// Whether the filter is an F, which is then used unless it is large.
+template <class F, class Use>
+bool useAs(mvFrequencyFilter& filter, long largestArea, Use use) {
+    F* typed = dynamic_cast<F*>(&filter);
+    if (typed && areaOf(*typed) <= largestArea) {
+        const std::unique_ptr<mvFrequencyFilter> clone(filter.clone());
+        use(*typed, largestArea);
+    }
+    return typed != nullptr;
 }
 
 template <class F>
-bool useAs(mvFrequencyFilter& filter) {
-    F* typed = dynamic_cast<F*>(&filter);
-    if (typed) useParametric(*typed);
-    return typed != nullptr;
+bool useAs(mvFrequencyFilter& filter, long largestArea) {
+    return useAs<F>(filter, largestArea, useParametric<F>);
+}
+
+void useError(mvFrequencyDefs::Errors& error) {
+    error.errorNumber();
+    std::ostringstream out;
+    out << error;
+    mvPersistent* pointer = &error;
+    Loading loading(stored(pointer));
+    const auto copy = mfLoad<mvFrequencyDefs::Errors>(loading).release();
+    EXPECT_THROW(copy->suicideAndRethrow(), mvFrequencyDefs::Errors);
 }
 
 }  // namespace
 
-void use(mvFrequencyBuffer& buffer) {
+void use(mvFrequencyBuffer& buffer, long largestArea) {
     readElements(buffer);
-    tolerate([&] {
-        const bool fits = buffer.width() > 0 && buffer.height() > 0 &&
-                          buffer.width() <= kLargestImage / buffer.height();
-        if (fits) readImages(buffer);
-    });
+    if (areaOf(buffer) > largestArea) return;
+    readImages(buffer);
     transform(buffer);
     combine(buffer);
     mvFrequencyBuffer copy(buffer);
@@ -160,23 +232,19 @@ void use(mvFrequencyBuffer& buffer) {
     tolerate([&] { mfInverseFFT(copy, assigned, true); });
 }
 
-void use(mvFrequencyFilter& filter) {
+void use(mvFrequencyFilter& filter, long largestArea) {
     filter.isInitialized();
-    const std::unique_ptr<mvFrequencyFilter> clone(filter.clone());
-    if (auto* image = dynamic_cast<mvFrequencyFilterImage*>(&filter)) return useImage(*image);
-    const bool used =
-        useAs<mvFrequencyFilterBandPass>(filter) || useAs<mvFrequencyFilterBandReject>(filter) ||
-        useAs<mvFrequencyFilterGabor>(filter) || useAs<mvFrequencyFilterGaborReject>(filter);
+    const bool used = useAs<mvFrequencyFilterBandPass>(filter, largestArea) ||
+                      useAs<mvFrequencyFilterBandReject>(filter, largestArea) ||
+                      useAs<mvFrequencyFilterGabor>(filter, largestArea) ||
+                      useAs<mvFrequencyFilterGaborReject>(filter, largestArea) ||
+                      useAs<mvFrequencyFilterImage>(filter, largestArea, useImage);
     EXPECT_TRUE(used);
 }
 
-void use(mvPersistent& object) {
-    if (auto* filter = dynamic_cast<mvFrequencyFilter*>(&object)) return use(*filter);
-    if (auto* error = dynamic_cast<mvFrequencyDefs::Errors*>(&object)) {
-        error->errorNumber();
-        std::ostringstream out;
-        out << *error;
-    }
+void use(mvPersistent& object, long largestArea) {
+    if (auto* filter = dynamic_cast<mvFrequencyFilter*>(&object)) return use(*filter, largestArea);
+    if (auto* error = dynamic_cast<mvFrequencyDefs::Errors*>(&object)) useError(*error);
 }
 
 }  // namespace archive

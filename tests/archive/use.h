@@ -5,15 +5,18 @@
 
 namespace archive {
 
+/// Planes of more elements than this, and filters with more gains, are read and not used otherwise.
+inline constexpr long kLargestArea = 1L << 20;
+
 /// Reads, transforms, combines, compares, copies and stores. Exceptions of the library and of its
 /// base, and std::length_error, are good answers.
-void use(mvFrequencyBuffer& buffer);
+void use(mvFrequencyBuffer& buffer, long largestArea = kLargestArea);
 
 /// Applies to buffers of the filter's size where such can be made, transforms the result, sets
 /// parameters, compares, copies and stores.
-void use(mvFrequencyFilter& filter);
+void use(mvFrequencyFilter& filter, long largestArea = kLargestArea);
 
 /// The same for an object of any registered class.
-void use(mvPersistent& object);
+void use(mvPersistent& object, long largestArea = kLargestArea);
 
 }  // namespace archive

@@ -1,0 +1,36 @@
+// The inputs of the fuzz targets: a heading in words, then bytes.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
+
+namespace fuzz {
+
+inline std::string_view asText(const std::uint8_t* data, std::size_t size) {
+    return {reinterpret_cast<const char*>(data), size};
+}
+
+struct Input {
+    std::string_view heading;
+    std::string_view body;
+};
+
+/// The parts before and after the first `mark`.
+inline Input split(std::string_view all, char mark) {
+    const std::size_t at = all.find(mark);
+    if (at == std::string_view::npos) return {all, {}};
+    return {all.substr(0, at), all.substr(at + 1)};
+}
+
+/// True for one input in `count`, by its content: no input is larger than others for long.
+inline bool isOneIn(std::uint32_t count, std::string_view all) {
+    std::uint32_t hash = 2166136261U;
+    for (const char c : all) hash = (hash ^ static_cast<unsigned char>(c)) * 16777619U;
+    return (hash >> 8) % count == 0;
+}
+
+}  // namespace fuzz
