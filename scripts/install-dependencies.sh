@@ -4,6 +4,7 @@
 #
 #     ci       for the checks of .ci/run
 #     checks   for the longer checks: other machines, coverage, static analysis, the interface
+#     fuzz     for the fuzz targets
 set -euo pipefail
 
 packages=(cmake ninja-build g++ libcli11-dev libpng-dev libgtest-dev
@@ -12,6 +13,7 @@ for group in "$@"; do
     case $group in
     ci) packages+=(git clang clang-format doxygen pkgconf) ;;
     checks) packages+=(clang g++-aarch64-linux-gnu qemu-user gcovr cppcheck clang-tidy abigail-tools) ;;
+    fuzz) packages+=(clang libclang-rt-dev patch zlib1g-dev) ;;
     *) echo "There is no group $group." >&2; exit 1 ;;
     esac
 done

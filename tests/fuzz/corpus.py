@@ -92,7 +92,7 @@ def program():
                     f"gaborreject {lobe} --save filter f out", "convolve --kernel f good.png out",
                     "convolve --kernel good.png f out", "spectrum --border zero f out",
                     "spectrum f out", "bandpass --help", "--help", "--version", "gabor --sigma=nan"):
-        for picture in (png(7, 6, 8, 0), png(3, 4, 16, 2)):
+        for picture in (png(7, 6, 8, 0), png(3, 4, 16, 2), png(1, 9, 8, 0), png(17, 1, 1, 0)):
             yield command.replace(" ", "\n").encode() + b"\0" + picture
     for path in sorted(GOLDEN.glob("*.good.mva")):
         for command in (b"info\nf", b"apply\nf\ngood.png\nout"):
