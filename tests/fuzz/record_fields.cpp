@@ -62,7 +62,9 @@ class Walk {
     void floats() {
         byte(FieldKind::version);
         const std::size_t count = word(FieldKind::count);
-        add(FieldKind::floats, 4 * std::min(count, (bytes_.size() - at_) / 4));
+        const std::size_t there = (bytes_.size() - at_) / 4;
+        add(FieldKind::floats, 4 * std::min(count, there));
+        if (count > there) stop();
     }
     std::string_view text() {
         const std::size_t size = word(FieldKind::count);
