@@ -155,12 +155,14 @@ class Faults : public testing::TestWithParam<Group> {};
 
 TEST_P(Faults, EndTheCallAndSpoilNothingElse) {
     long failed = 0;
-    for (const Operation& operation : GetParam().operations()) {
+    const std::vector<Operation> operations = GetParam().operations();
+    for (const Operation& operation : operations) {
         for (const Shape& shape : {Shape{8, 4, false}, Shape{33, 17, true}, Shape{1, 1, true}}) {
             for (const Fault& fault : kFaults) failed += expectSurvival(operation, shape, fault);
         }
     }
     EXPECT_GT(failed, 100) << "nothing was made to fail";
+    RecordProperty("Operations", std::to_string(operations.size()));
     RecordProperty("FailedEvents", std::to_string(failed));
 }
 
