@@ -35,11 +35,12 @@ install_static() {
     quietly cmake --build "$work/build" --target install --parallel 2
 }
 
-# Runs the two programs in the folder and takes them away.
+# Runs the programs in the folder and takes them away.
 run() {
     "$1/inspect" "$work/recipe.mva"
     "$1/restore" "$work/recipe.mva"
     rm "$1/inspect" "$1/restore" "$work/recipe.mva"
+    if [[ -n $opencv ]]; then "$1/camera" && rm "$1/camera"; fi
 }
 
 with_cmake() {
@@ -54,6 +55,9 @@ with_compiler() {
     for program in inspect restore; do
         "$cxx" $flags -std=c++20 "$project/$program.cpp" -o "$work/$program" "$@"
     done
+    if [[ -n $opencv ]]; then
+        "$cxx" $flags -std=c++20 -I "$opencv" "$project/camera.cpp" -o "$work/camera" "$@" -lopencv_core
+    fi
     run "$work"
 }
 
@@ -61,12 +65,24 @@ with_compiler() {
 libdir=$(dirname "$(find "$prefix" -name 'libmvfreq.*' -print -quit)")
 rpath=-Wl,-rpath,$libdir
 
+opencv=
+if [[ -f /usr/include/opencv4/opencv2/core.hpp ]]; then
+    opencv=/usr/include/opencv4
+else
+    echo "-- OpenCV: not on this machine"
+fi
+
 with_cmake
 
 if command -v pkg-config >/dev/null; then
     echo "-- pkg-config"
     export PKG_CONFIG_PATH=$libdir/pkgconfig
     with_compiler $(pkg-config --cflags --libs mvfreq) "$rpath"
+    if [[ $kind == static ]]; then
+        echo "-- pkg-config --static, which names the compiler's own libraries as well"
+        opencv='' with_compiler $(pkg-config --static --cflags --libs mvfreq) \
+            -nodefaultlibs -lgcc_s -lgcc -lc
+    fi
 else
     echo "-- pkg-config: not on this machine"
 fi
