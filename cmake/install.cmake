@@ -1,14 +1,15 @@
 # The CMake package and the pkg-config files.
 include(CMakePackageConfigHelpers)
 
-install(EXPORT mvfreqTargets NAMESPACE mvfreq:: DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/mvfreq)
+install(EXPORT mvfreqTargets NAMESPACE mvfreq:: DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/mvfreq
+  COMPONENT dev)
 configure_package_config_file(cmake/mvfreqConfig.cmake.in
   ${PROJECT_BINARY_DIR}/mvfreqConfig.cmake
   INSTALL_DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/mvfreq)
 write_basic_package_version_file(${PROJECT_BINARY_DIR}/mvfreqConfigVersion.cmake
   COMPATIBILITY SameMajorVersion)
 install(FILES ${PROJECT_BINARY_DIR}/mvfreqConfig.cmake ${PROJECT_BINARY_DIR}/mvfreqConfigVersion.cmake
-  DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/mvfreq)
+  DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/mvfreq COMPONENT dev)
 
 # The pkg-config files find the headers from where they are, so that an installed tree can move.
 file(RELATIVE_PATH MVFREQ_PC_TO_PREFIX
@@ -19,5 +20,6 @@ if(NOT BUILD_SHARED_LIBS)
 endif()
 foreach(name mvbase mvfreq)
   configure_file(cmake/${name}.pc.in ${PROJECT_BINARY_DIR}/${name}.pc @ONLY)
-  install(FILES ${PROJECT_BINARY_DIR}/${name}.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+  install(FILES ${PROJECT_BINARY_DIR}/${name}.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig
+    COMPONENT dev)
 endforeach()

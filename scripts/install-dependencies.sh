@@ -2,6 +2,7 @@
 # Installs the Debian packages that are missing: those for building and testing, and those of the
 # groups that are named.
 #
+#     package  for scripts/make-packages.sh and scripts/test-packages.sh
 #     ci       for the checks of .ci/run
 #     checks   for the longer checks: other machines, coverage, static analysis, the interface
 #     fuzz     for the fuzz targets
@@ -11,7 +12,8 @@ packages=(cmake ninja-build g++ libcli11-dev libpng-dev libgtest-dev
     pybind11-dev python3-dev python3-numpy python3-pil python3-pytest)
 for group in "$@"; do
     case $group in
-    ci) packages+=(git clang clang-format doxygen pkgconf) ;;
+    ci) packages+=(git clang clang-format doxygen libopencv-core-dev pkgconf) ;;
+    package) packages+=(git dpkg-dev doxygen lintian debootstrap) ;;
     checks) packages+=(clang g++-aarch64-linux-gnu qemu-user gcovr cppcheck clang-tidy abigail-tools) ;;
     fuzz) packages+=(clang libclang-rt-dev patch zlib1g-dev) ;;
     *) echo "There is no group $group." >&2; exit 1 ;;

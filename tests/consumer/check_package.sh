@@ -56,7 +56,7 @@ with_compiler() {
         "$cxx" $flags -std=c++20 "$project/$program.cpp" -o "$work/$program" "$@"
     done
     if [[ -n $opencv ]]; then
-        "$cxx" $flags -std=c++20 -I "$opencv" "$project/camera.cpp" -o "$work/camera" "$@" -lopencv_core
+        "$cxx" $flags -std=c++20 -isystem "$opencv" "$project/camera.cpp" -o "$work/camera" "$@" -lopencv_core
     fi
     run "$work"
 }

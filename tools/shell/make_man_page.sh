@@ -3,6 +3,7 @@
 #   make_man_page.sh PROGRAM PAGE
 set -eu
 program=$1
+version=$("$program" --version)
 exec >"$2"
 
 # Backslashes and minus signs stand for themselves; no help text begins with a point.
@@ -28,7 +29,7 @@ paragraphs() {
 }
 
 cat <<HEAD
-.TH MVFREQ 1 "" "$("$program" --version)" "User Commands"
+.TH MVFREQ 1 "" "$version" "User Commands"
 .SH NAME
 mvfreq \- filter pictures in the frequency domain
 .SH SYNOPSIS

@@ -1,0 +1,84 @@
+#!/usr/bin/env bash
+# Tries the Debian packages as a user would, by hand and as root: builds them twice in different
+# folders and compares the bytes, asks lintian, and installs and uses them in a new Debian.
+#   test-packages.sh [FOLDER]    FOLDER holds packages that are built already: does not build twice
+# What is committed is what is tested. It takes about 1 GB below /var/tmp and, on two cores, ten
+# minutes.
+set -euo pipefail
+cd "$(dirname "${BASH_SOURCE[0]}")/.."
+suite=bookworm
+mirror=${MVFREQ_DEBIAN_MIRROR:-http://deb.debian.org/debian}
+work=$(mktemp -d -p /var/tmp)
+trap 'rm -rf --one-file-system "$work"' EXIT
+root=$work/root
+
+say() { echo "=== $*"; }
+inside() { chroot "$root" env -i PATH=/usr/sbin:/usr/bin:/sbin:/bin LC_ALL=C.UTF-8 DEBIAN_FRONTEND=noninteractive "$@"; }
+install() { inside apt-get -qq -y --no-install-recommends -o Dpkg::Use-Pty=0 install "$@" >"$work/log" 2>&1 || { cat "$work/log"; exit 1; }; }
+
+# build FOLDER PACKAGES: from a clone of its own
+build() {
+    git clone --quiet . "$1"
+    "$1/scripts/make-packages.sh" "$2" >"$work/log" 2>&1 || { tail -n 30 "$work/log"; exit 1; }
+}
+
+if [[ $# == 1 ]]; then
+    packages=$(cd "$1" && pwd)
+else
+    say "two builds in different folders have the same bytes"
+    packages=$work/packages
+    build "$work/here" "$packages"
+    build "$work/quite/elsewhere" "$work/again"
+    (cd "$packages" && sha256sum -- *.deb) | tee "$work/sums"
+    (cd "$work/again" && sha256sum --check --strict --quiet "$work/sums")
+fi
+
+say "lintian finds no errors"
+lintian --allow-root --fail-on error "$packages"/*.deb
+
+say "a new Debian $suite"
+debootstrap --variant=minbase "$suite" "$root" "$mirror" >"$work/log" 2>&1 || { tail "$work/log"; exit 1; }
+mkdir "$root/packages" && cp "$packages"/*.deb "$root/packages"
+inside apt-get -qq update
+mkdir "$root/try" && cp -r examples/pictures tests/consumer/project "$root/try"
+
+# given NAME...: the package files of these names, as seen inside
+given() { for name in "$@"; do basename -a "$packages/${name}"_*.deb | sed 's|^|/packages/|'; done; }
+
+say "the program"
+install $(given libmvfreq1 mvfreq)
+inside sh -ec 'cd /try
+    mvfreq --version
+    mvfreq bandpass --frequency 0.03 --sigma 0.012 --dc-radius 1 --rescale pictures/woven*.png --out-dir results/
+    mvfreq gabor --frequency 0.143 --sigma 0.01 --save weave.mva pictures/woven.png weave.png
+    mvfreq view --axes weave.mva response.png
+    test -s response.png && ls results
+    test -f /usr/share/bash-completion/completions/mvfreq
+    test -f /usr/share/man/man1/mvfreq.1.gz || grep --quiet man /etc/dpkg/dpkg.cfg.d/* 2>/dev/null'
+cmp "$root/try/results/woven.png" docs/images/woven-defects.png
+
+say "the library: CMake, pkg-config, compiler alone"
+install $(given libmvfreq-dev) g++ cmake make pkgconf
+inside sh -ec 'cd /try
+    cmake -S project -B build >/dev/null && cmake --build build >/dev/null
+    build/inspect recipe.mva && build/restore recipe.mva
+    g++ -std=c++20 project/inspect.cpp -o inspect $(pkg-config --cflags --libs mvfreq) && ./inspect recipe.mva
+    g++ -std=c++20 -I /usr/include/mvfreq project/restore.cpp -o restore -lmvfreq -lmvbase && ./restore recipe.mva'
+
+if [[ -n $(compgen -G "$packages/python3-mvfreq_*.deb") ]]; then
+    say "the Python module"
+    install $(given python3-mvfreq)
+    inside python3 -c 'import mvfreq, numpy
+image = numpy.full((30, 50), 100, numpy.uint8)
+spectrum = mvfreq.forward_fft(image)
+print("mvfreq", mvfreq.__version__, "for Python:", spectrum.width, "x", spectrum.height)'
+fi
+
+say "the documents"
+install $(given mvfreq-doc)
+inside ls /usr/share/doc/mvfreq-doc
+
+say "everything can be removed"
+inside apt-get -qq -y -o Dpkg::Use-Pty=0 purge libmvfreq1 libmvfreq-dev mvfreq mvfreq-doc python3-mvfreq >/dev/null
+if inside find /usr -path '*mvfreq*' | grep .; then echo "left behind"; exit 1; fi
+say "passed"
