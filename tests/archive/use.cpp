@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <concepts>
 #include <memory>
 #include <stdexcept>
 #include <utility>
@@ -99,22 +100,18 @@ long areaOf(const mvFrequencyBuffer& buffer) {
     return area;
 }
 
-long areaOf(const mvFrequencyFilterImage& filter) {
-    long area = 0;
-    tolerate([&] { area = filter.supportWidth() * filter.supportHeight(); });
-    return area;
-}
-
-long areaOf(const mvRingFilter& filter) {
+// Gains of the filter; none without response.
+template <class F>
+long areaOf(const F& filter) {
     constexpr long samplesPerBin = 32;
     long area = 0;
-    tolerate([&] { area = filter.supportWidth() * samplesPerBin; });
-    return area;
-}
-
-long areaOf(const mvLobeFilter& filter) {
-    long area = 0;
-    tolerate([&] { area = filter.supportWidth() * filter.supportHeight(); });
+    tolerate([&] {
+        if constexpr (std::derived_from<F, mvRingFilter>) {
+            area = filter.supportWidth() * samplesPerBin;
+        } else {
+            area = filter.supportWidth() * filter.supportHeight();
+        }
+    });
     return area;
 }
 

@@ -173,9 +173,9 @@ void fit(std::string& bytes, const std::vector<Field>& fields, Random& random) {
         const std::uint32_t h = 1U << random.below(5);
         put(bytes, sides[0], w);
         put(bytes, sides[1], h);
-        const auto isFloats = [](const Field& f) { return f.kind == FieldKind::count; };
+        const auto isCount = [](const Field& f) { return f.kind == FieldKind::count; };
         const auto count =
-            std::find_if(fields.begin() + static_cast<long>(i), fields.end(), isFloats);
+            std::find_if(fields.begin() + static_cast<long>(i), fields.end(), isCount);
         if (count == fields.end()) return;
         const std::size_t floats = (random.below(2) + 1) * w * h + random.below(4) / 3;
         return resize(bytes, arrayAt(fields, static_cast<std::size_t>(count - fields.begin())),

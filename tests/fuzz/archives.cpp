@@ -1,7 +1,6 @@
 // Archives from outside: loaded as every type and through the registry, then used.
 //
 // An input is the name of a kind of content (archive/content.h), a line feed and the archive.
-#include <cstdio>
 #include <cstdlib>
 
 #include "archive/allocation_meter.h"
@@ -20,21 +19,24 @@ const bool endsOnFailure = [] {
     return true;
 }();
 
-void loadOne(archive::Content& content, archive::Loading& loading, std::size_t size) {
-    std::size_t peak = 0;
-    try {
-        const archive::AllocationMeter meter;
-        struct Reading {
-            const archive::AllocationMeter& meter;
-            std::size_t& peak;
-            ~Reading() { peak = meter.peak(); }
-        } const reading{meter, peak};
-        content.load(loading);
-    } catch (...) {
-        if (peak > archive::largestLoad(size)) std::abort();
-        throw;
+/// Ends the process when the bound is broken, whether the load succeeds or not.
+class BoundedMeter {
+  public:
+    explicit BoundedMeter(std::size_t most) : most_(most) {}
+    ~BoundedMeter() {
+        if (meter_.peak() > most_) std::abort();
     }
-    if (peak > archive::largestLoad(size)) std::abort();
+    BoundedMeter(const BoundedMeter&) = delete;
+    BoundedMeter& operator=(const BoundedMeter&) = delete;
+
+  private:
+    const std::size_t most_;
+    archive::AllocationMeter meter_;
+};
+
+void loadOne(archive::Content& content, archive::Loading& loading, std::size_t size) {
+    const BoundedMeter meter(archive::largestLoad(size));
+    content.load(loading);
 }
 
 /// False when the archive ended the load with an error.

@@ -23,7 +23,7 @@ class Bytes {
   public:
     explicit Bytes(std::string_view all) : all_(all) {}
 
-    /// The next value; a random one behind the end, where `isWhole` tells that.
+    /// The next value; what lies behind the end counts as zeros.
     template <class T>
     T next() {
         T value{};
@@ -32,7 +32,7 @@ class Bytes {
         all_.remove_prefix(size);
         return value;
     }
-    bool isWhole(std::size_t size) const { return all_.size() >= size; }
+    bool holds(std::size_t size) const { return all_.size() >= size; }
 
   private:
     std::string_view all_;
@@ -81,7 +81,7 @@ void fill(Plane& plane, Bytes& bytes, unsigned seed) {
     support::Random random(seed);
     float* const floats = plane.floats();
     for (std::size_t i = 0; i < plane.floatCount(); ++i) {
-        floats[i] = bytes.isWhole(sizeof(float)) ? bytes.next<float>() : random.symmetric();
+        floats[i] = bytes.holds(sizeof(float)) ? bytes.next<float>() : random.symmetric();
     }
 }
 

@@ -20,7 +20,7 @@ for file in "${patches[@]}"; do
     cmake --build "$copy/build/fuzz" --target "fuzz_$target" >/dev/null
     python3 -B "$copy/tests/fuzz/corpus.py" seed "$target" "$copy/$name"
     begin=$SECONDS
-    if "$copy/build/fuzz/tests/fuzz/fuzz_$target" -max_len=1024 -malloc_limit_mb=100 -entropic=0 \
+    if "$copy/build/fuzz/tests/fuzz/fuzz_$target" -max_len=1024 -malloc_limit_mb=300 -entropic=0 \
         -max_total_time=60 -close_fd_mask=1 -artifact_prefix="$copy/" "$copy/$name" 2>"$copy/log"; then
         echo "$name: NOT FOUND within a minute"
         missed=1

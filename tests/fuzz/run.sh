@@ -24,7 +24,7 @@ python3 -B "$corpus" seed "$target" "$folder/inputs"
 [[ ! -e $packed ]] || python3 -B "$corpus" unpack "$packed" "$folder/inputs"
 
 # Standard output is the program's own; the figures come on standard error.
-limits=(-max_len=1024 -timeout=60 -rss_limit_mb=2048 -malloc_limit_mb=100 -entropic=0)
+limits=(-max_len=1024 -timeout=60 -rss_limit_mb=2048 -malloc_limit_mb=300 -entropic=0)
 time nice "$fuzzer" "${limits[@]}" -runs="$runs" -close_fd_mask=1 -print_final_stats=1 \
     -artifact_prefix="$folder/" "$folder/found" "$folder/inputs" 2>"$folder/log" ||
     { tail -40 "$folder/log"; exit 1; }
