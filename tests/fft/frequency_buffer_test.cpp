@@ -261,6 +261,10 @@ TEST(FrequencyBufferEquality, ComparesSizesFlagsBandAndOffset) {
     EXPECT_FALSE(mvFrequencyBuffer(4, 2) == mvFrequencyBuffer(2, 4));
     EXPECT_FALSE(mvFrequencyBuffer(4, 4) == mvFrequencyBuffer(3, 4)) << "image width";
     EXPECT_FALSE(mvFrequencyBuffer(4, 4) == mvFrequencyBuffer(4, 3)) << "image height";
+    // Half of 9 is 4, so that a reduced copy has an image of 4 pels in 8.
+    const mvFrequencyBuffer plane(4, 4);
+    EXPECT_FALSE(plane == mvFrequencyBuffer(mvFrequencyBuffer(9, 4), 8, 4)) << "width alone";
+    EXPECT_FALSE(plane == mvFrequencyBuffer(mvFrequencyBuffer(4, 9), 4, 8)) << "height alone";
 }
 
 TEST(FrequencyBufferEquality, ComparesTheInverseMark) {
