@@ -79,6 +79,6 @@ install $(given mvfreq-doc)
 inside ls /usr/share/doc/mvfreq-doc
 
 say "everything can be removed"
-inside apt-get -qq -y -o Dpkg::Use-Pty=0 purge libmvfreq1 libmvfreq-dev mvfreq mvfreq-doc python3-mvfreq >/dev/null
+inside sh -ec "apt-get -qq -y -o Dpkg::Use-Pty=0 purge \$(dpkg-query -W -f '\${Package} ' '*mvfreq*') >/dev/null"
 if inside find /usr -path '*mvfreq*' | grep .; then echo "left behind"; exit 1; fi
 say "passed"
