@@ -275,10 +275,10 @@ void mf_FFT2D(const mf_RowSource& source, float* data, mvPair<long> size,
 void mf_FFT2D(const float* src, float* dst, mvPair<long> size, int direction, int rowLow,
               int rowHigh, long columns, mf_ColumnSink* sink, const mf_KernelPath& path) {
     ComplexTransform transform(path, size, {size.y, rowLow, rowHigh}, direction < 0);
-    if (dst == nullptr) {
-        transform.toSink(src, columns, *sink);
-    } else {
+    if (dst != nullptr) {
         transform.between(src, dst, columns, sink);
+    } else if (sink != nullptr) {
+        transform.toSink(src, columns, *sink);
     }
 }
 
