@@ -18,7 +18,9 @@ apt_root=$sources/apt
 mkdir -p "$apt_root"/lists/partial "$apt_root"/cache/archives/partial
 keyring=/usr/share/keyrings/debian-archive-keyring.gpg
 release=$(. /etc/os-release && echo "$VERSION_CODENAME")
-echo "deb-src [signed-by=$keyring] http://deb.debian.org/debian $release main" >"$apt_root/sources.list"
+# From where the machine's packages come, there come their sources.
+mirror=$(apt-get indextargets --format '$(SITE)' "Codename: $release" "Component: main" | sort -u)
+echo "deb-src [signed-by=$keyring] $mirror $release main" >"$apt_root/sources.list"
 apt() {
     apt-get -qq -o Dir::Etc::SourceList="$apt_root/sources.list" -o Dir::Etc::SourceParts=/dev/null \
         -o Dir::State::Lists="$apt_root/lists" -o Dir::Cache="$apt_root/cache" \

@@ -7,7 +7,8 @@
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 suite=bookworm
-mirror=${MVFREQ_DEBIAN_MIRROR:-http://deb.debian.org/debian}
+# From where the machine's own packages come.
+mirror=$(apt-get indextargets --format '$(SITE)' "Codename: $suite" "Component: main" | sort -u)
 work=$(mktemp -d -p /var/tmp)
 trap 'rm -rf --one-file-system "$work"' EXIT
 root=$work/root

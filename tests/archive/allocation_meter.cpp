@@ -1,5 +1,5 @@
-// Meters the allocator: the linker sends the library's malloc and calloc here, and the operators
-// new and delete are replaced.
+// Meters the allocator and limits it: the linker sends the library's malloc and calloc here, and
+// the operators new and delete are replaced.
 #include "archive/allocation_meter.h"
 
 #include <algorithm>
@@ -8,6 +8,10 @@
 #include <unordered_map>
 
 namespace {
+
+// Filters that were loaded may ask for any size when a parameter is set; what is refused is never
+// cleared, which would take the time of all other work together.
+constexpr std::size_t kLargestBlock = std::size_t{256} << 20;
 
 bool metering = false;
 std::size_t held = 0;
@@ -58,9 +62,10 @@ void* __wrap_realloc(void* block, std::size_t size);
 void __wrap_free(void* block);
 
 void* __wrap_malloc(std::size_t size) {
-    return note(__real_malloc(size), size);
+    return size > kLargestBlock ? nullptr : note(__real_malloc(size), size);
 }
 void* __wrap_calloc(std::size_t count, std::size_t size) {
+    if (count > kLargestBlock / std::max(size, std::size_t{1})) return nullptr;
     return note(__real_calloc(count, size), count * size);
 }
 void* __wrap_realloc(void* block, std::size_t size) {

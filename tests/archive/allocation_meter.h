@@ -1,4 +1,5 @@
-// How much memory a call holds at most, whatever allocates it.
+// How much memory a call holds at most, whatever allocates it. Programs that link this get no block
+// of more than 256 MiB.
 #pragma once
 
 #include <cstddef>

@@ -5,6 +5,7 @@
 #include <cmath>
 #include <concepts>
 #include <memory>
+#include <new>
 #include <stdexcept>
 #include <utility>
 
@@ -20,6 +21,7 @@ void tolerate(Call call) {
         call();
     } catch (const mvException&) {
     } catch (const std::length_error&) {
+    } catch (const std::bad_alloc&) {
     }
 }
 
