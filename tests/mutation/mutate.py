@@ -6,8 +6,8 @@
     tests/mutation/mutate.py --files filt/freqfilt    only files whose path begins so
     tests/mutation/mutate.py --list                   prints the mutants, runs none
 
-A copy of the tree is built in build/mutation at -O1, with static libraries. A mutant changes one
-place of one source there; what depends on it is built again and the test programs run, until one
+Copies of the tree, one for each worker, are built in build/mutation at -O1, with static libraries. A
+mutant changes one place of one source there; what depends on it is built again and the test programs run, until one
 fails. A program that takes far longer than it did on the unchanged tree counts as one that fails.
 Mutants that no compiler accepts are drawn again.
 
@@ -23,12 +23,11 @@ import re
 import resource
 import subprocess
 import sys
+import threading
 from pathlib import Path
 
 ROOT = Path(__file__).resolve().parents[2]
 WORK = ROOT / "build" / "mutation"
-TREE = WORK / "tree"
-BUILD = WORK / "build"
 EQUIVALENT = Path(__file__).with_name("equivalent.txt")
 MEMORY = 6 << 30
 
@@ -137,32 +136,74 @@ def key(mutant):
     return f"{mutant.file}: {mutant.old.strip()} -> {mutant.new.strip()}"
 
 
-def copy_tree():
-    """Brings the copy up to date, and leaves alone what is the same."""
-    files = subprocess.run(["git", "ls-files", "--cached", "--others", "--exclude-standard"],
-                           cwd=ROOT, check=True, capture_output=True, text=True).stdout.split()
-    for file in files:
-        source, target = ROOT / file, TREE / file
-        if not source.exists():
-            continue
-        content = source.read_bytes()
-        if not target.exists() or target.read_bytes() != content:
-            target.parent.mkdir(parents=True, exist_ok=True)
-            target.write_bytes(content)
-            target.chmod(source.stat().st_mode)
+class Copy:
+    """A copy of the tree with its build."""
 
+    def __init__(self, number):
+        self.tree = WORK / str(number) / "tree"
+        self.folder = WORK / str(number) / "build"
 
-def configure():
-    subprocess.run(["cmake", "-S", TREE, "-B", BUILD, "-G", "Ninja", "-DBUILD_SHARED_LIBS=OFF",
-                    "-DMVFREQ_BUILD_TOOLS=OFF", "-DCMAKE_BUILD_TYPE=Debug",
-                    "-DCMAKE_CXX_FLAGS_DEBUG=-O1", "-DCMAKE_DISABLE_FIND_PACKAGE_Python3=ON"],
-                   check=True, stdout=subprocess.DEVNULL)
+    def update(self):
+        """Brings the copy up to date, and leaves alone what is the same."""
+        files = subprocess.run(["git", "ls-files", "--cached", "--others", "--exclude-standard"],
+                               cwd=ROOT, check=True, capture_output=True, text=True).stdout.split()
+        for file in files:
+            source, target = ROOT / file, self.tree / file
+            if not source.exists():
+                continue
+            content = source.read_bytes()
+            if not target.exists() or target.read_bytes() != content:
+                target.parent.mkdir(parents=True, exist_ok=True)
+                target.write_bytes(content)
+                target.chmod(source.stat().st_mode)
+        subprocess.run(["cmake", "-S", self.tree, "-B", self.folder, "-G", "Ninja",
+                        "-DBUILD_SHARED_LIBS=OFF", "-DMVFREQ_BUILD_TOOLS=OFF",
+                        "-DCMAKE_BUILD_TYPE=Debug", "-DCMAKE_CXX_FLAGS_DEBUG=-O1",
+                        "-DCMAKE_DISABLE_FIND_PACKAGE_Python3=ON"],
+                       check=True, stdout=subprocess.DEVNULL)
 
+    def build(self, target):
+        return subprocess.run(["cmake", "--build", self.folder, "-j", "1", "--target", target],
+                              stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
+                              check=False).returncode == 0
 
-def build(target, jobs):
-    return subprocess.run(["cmake", "--build", BUILD, "-j", str(jobs), "--target", target],
-                          stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
-                          check=False).returncode == 0
+    def passes(self, step, seconds):
+        """True when the step passes, in so many seconds of the processor's time and some GiB."""
+        name, arguments = step
+        program = next(self.folder.glob(f"tests/*/{name}"))
+        return subprocess.run(["prlimit", f"--cpu={seconds}", f"--as={MEMORY}", program, *arguments],
+                              stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
+                              cwd=self.folder, check=False).returncode == 0
+
+    def measure(self, steps):
+        """The time limit of each step, from runs on the unchanged tree."""
+        limits = {}
+        for step in steps:
+            if not self.build(step[0]):
+                sys.exit(f"{step[0]} does not build")
+            begin = resource.getrusage(resource.RUSAGE_CHILDREN).ru_utime
+            if not self.passes(step, 900):
+                sys.exit(f"{step[0]} fails on the unchanged tree")
+            used = resource.getrusage(resource.RUSAGE_CHILDREN).ru_utime - begin
+            limits[step] = int(5 * used) + 5
+        return limits
+
+    def verdict_of(self, mutant, limits):
+        """"rejected" by the compiler, "survived", or the name of the program that failed."""
+        path = self.tree / mutant.file
+        original = path.read_text(encoding="utf-8")
+        lines = original.splitlines(keepends=True)
+        lines[mutant.line - 1] = mutant.new + "\n"
+        path.write_text("".join(lines), encoding="utf-8")
+        try:
+            for step in steps_for(mutant.file):
+                if not self.build(step[0]):
+                    return "rejected"
+                if not self.passes(step, limits[step]):
+                    return step[0]
+            return "survived"
+        finally:
+            path.write_text(original, encoding="utf-8")
 
 
 def steps_for(file):
@@ -171,69 +212,25 @@ def steps_for(file):
     steps = []
     for name in programs:
         if name == "results_digest":
-            steps.append((name, (str(TREE / "tests/digest/results.digest"),)))
+            steps.append((name, (str(ROOT / "tests/digest/results.digest"),)))
         else:
             steps.append((name, ("--gtest_fail_fast", f"--gtest_filter=-{SLOW.get(name, '')}")))
     return steps + [(name, ("--gtest_fail_fast", f"--gtest_filter={tests}"))
                     for name, tests in SLOW.items() if name in programs]
 
 
-def passes(step, seconds):
-    """True when the step passes, in so many seconds of the processor's time and some GiB."""
-    def limit():
-        resource.setrlimit(resource.RLIMIT_CPU, (seconds, seconds))
-        resource.setrlimit(resource.RLIMIT_AS, (MEMORY, MEMORY))
-
-    name, arguments = step
-    program = next(BUILD.glob(f"tests/*/{name}"))
-    return subprocess.run([program, *arguments], stdout=subprocess.DEVNULL,
-                          stderr=subprocess.DEVNULL, cwd=WORK, preexec_fn=limit,
-                          check=False).returncode == 0
-
-
-def measure(files):
-    """The time limit of each step that judges one of the files, from runs on the unchanged tree."""
-    limits = {}
-    for step in sorted({step for file in files for step in steps_for(file)}):
-        if not build(step[0], 1):
-            sys.exit(f"{step[0]} does not build")
-        begin = resource.getrusage(resource.RUSAGE_CHILDREN).ru_utime
-        if not passes(step, 900):
-            sys.exit(f"{step[0]} fails on the unchanged tree")
-        used = resource.getrusage(resource.RUSAGE_CHILDREN).ru_utime - begin
-        limits[step] = int(5 * used) + 5
-    return limits
-
-
-def verdict_of(mutant, limits, jobs):
-    """"rejected" by the compiler, "survived", or the name of the program that failed."""
-    path = TREE / mutant.file
-    original = path.read_text(encoding="utf-8")
-    lines = original.splitlines(keepends=True)
-    lines[mutant.line - 1] = mutant.new + "\n"
-    path.write_text("".join(lines), encoding="utf-8")
-    try:
-        for step in steps_for(mutant.file):
-            if not build(step[0], jobs):
-                return "rejected"
-            if not passes(step, limits[step]):
-                return step[0]
-        return "survived"
-    finally:
-        path.write_text(original, encoding="utf-8")
-
-
 class Results:
     """The verdicts so far."""
 
     def __init__(self):
+        WORK.mkdir(parents=True, exist_ok=True)
         self.path = WORK / "results.txt"
         lines = self.path.read_text(encoding="utf-8").splitlines() if self.path.exists() else []
         self.verdicts = dict(reversed(line.split("\t", 1)) for line in lines)
 
     @staticmethod
     def name(mutant):
-        state = hashlib.sha256((TREE / mutant.file).read_bytes()).hexdigest()[:12]
+        state = hashlib.sha256((ROOT / mutant.file).read_bytes()).hexdigest()[:12]
         return f"{state} {mutant.line} {key(mutant)}"
 
     def note(self, mutant, verdict):
@@ -254,13 +251,60 @@ def explained():
     return {line for line in lines if line and line[0] not in "# "}
 
 
+class Draw:
+    """Deals the mutants to the workers until a sample of them is judged."""
+
+    def __init__(self, candidates, sample):
+        self.candidates = iter(candidates)
+        self.sample = sample
+        self.results = Results()
+        self.equivalents = explained()
+        self.counts = collections.Counter()
+        self.in_work = 0
+        self.lock = threading.Lock()
+
+    def judged(self):
+        return self.counts["killed"] + self.counts["explained"] + self.counts["survived"]
+
+    def next(self):
+        """A mutant that has no verdict yet; None when there are enough of them."""
+        with self.lock:
+            while self.judged() + self.in_work < self.sample:
+                mutant = next(self.candidates, None)
+                verdict = mutant and self.results.known(mutant)
+                if verdict is None:
+                    self.in_work += mutant is not None
+                    return mutant
+                self.count(mutant, verdict)
+            return None
+
+    def note(self, mutant, verdict):
+        with self.lock:
+            self.in_work -= 1
+            self.results.note(mutant, verdict)
+            self.count(mutant, verdict)
+
+    def count(self, mutant, verdict):
+        kind = verdict if verdict in ("rejected", "survived") else "killed"
+        if kind == "survived" and key(mutant) in self.equivalents:
+            kind = "explained"
+        self.counts[kind] += 1
+        if kind == "survived":
+            print(f"survived: line {mutant.line} of {key(mutant)}", flush=True)
+
+
+def work(copy, limits, draw):
+    while mutant := draw.next():
+        draw.note(mutant, copy.verdict_of(mutant, limits))
+
+
 def main():
     parser = argparse.ArgumentParser(description="Mutates filt/ and runs the tests.")
     parser.add_argument("--sample", type=int, default=300, help="how many mutants to judge")
     parser.add_argument("--seed", type=int, default=1)
     parser.add_argument("--files", nargs="+", default=["filt/"],
                         help="how the paths to mutate begin")
-    parser.add_argument("--jobs", type=int, default=1, help="compilers at once")
+    parser.add_argument("--workers", type=int, default=1, help="mutants at once")
     parser.add_argument("--list", action="store_true", help="print the mutants and stop")
     options = parser.parse_args()
 
@@ -271,29 +315,21 @@ def main():
         print(len(candidates), "mutants")
         return 0
 
-    WORK.mkdir(parents=True, exist_ok=True)
-    results = Results()
-    copy_tree()
-    configure()
-    limits = measure({mutant.file for mutant in candidates})
+    copies = [Copy(number) for number in range(options.workers)]
+    for copy in copies:
+        copy.update()
+    steps = sorted({step for mutant in candidates for step in steps_for(mutant.file)})
+    limits = copies[0].measure(steps)
 
     random.Random(options.seed).shuffle(candidates)
-    equivalents = explained()
-    counts = collections.Counter()
-    for mutant in candidates:
-        if counts["killed"] + counts["explained"] + counts["survived"] == options.sample:
-            break
-        verdict = results.known(mutant)
-        if verdict is None:
-            verdict = verdict_of(mutant, limits, options.jobs)
-            results.note(mutant, verdict)
-        kind = verdict if verdict in ("rejected", "survived") else "killed"
-        if kind == "survived" and key(mutant) in equivalents:
-            kind = "explained"
-        counts[kind] += 1
-        if kind == "survived":
-            print(f"survived: line {mutant.line} of {key(mutant)}", flush=True)
+    draw = Draw(candidates, options.sample)
+    threads = [threading.Thread(target=work, args=(copy, limits, draw)) for copy in copies]
+    for thread in threads:
+        thread.start()
+    for thread in threads:
+        thread.join()
 
+    counts = draw.counts
     judged = counts["killed"] + counts["survived"]
     print(f"{counts['killed']} of {judged} killed, {counts['explained']} equivalent and explained, "
           f"{counts['rejected']} rejected by the compiler, of {len(candidates)} possible")
