@@ -16,7 +16,7 @@ class MVFREQ_API mvFrequencyDefs {
     class BadCoord;
 
     /// How mfFrequencyMapImage turns doubles into bytes.
-    enum FrequencyMapping {
+    enum FrequencyMapping : int {
         eMapClip = 0,       ///< clip to 0 .. 255
         eMapAutoScale = 1,  ///< linear, by the image's own range
         eMapRange = 2,      ///< linear, by the caller's range

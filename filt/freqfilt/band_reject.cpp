@@ -17,6 +17,7 @@ mvFrequencyFilterBandReject::mvFrequencyFilterBandReject(double sigma, double pl
 void mvFrequencyFilterBandReject::apply(mvFrequencyBuffer& buf) const {
     mf_RequireApplicable(buf, response_, parameters_.size);
     mf_Ring ring(parameters_, response_, mf_Ring::Inside::bySquares);
+    mf_RequireList(parameters_.dcRadius);
     const mf_DcSquare dcSquare(buf, parameters_.dcRadius);
     maskFrequencyBuffer(buf, false, 0, 0);
     float* const plane = getFrequencyBufferData(buf);
@@ -31,6 +32,7 @@ void mvFrequencyFilterBandReject::apply(const mvFrequencyBuffer& src,
     mf_Ring ring(parameters_, response_, mf_Ring::Inside::byProfile);
     setAndAllocateFrequencyBuffer(dst, src.width(), src.height());
     maskFrequencyBuffer(dst, false, 0, 0);
+    mf_RequireList(parameters_.dcRadius);
     const mf_DcSquare dcSquare(src, parameters_.dcRadius);
     mf_ApplyRing(ring, getFrequencyBufferData(src), getFrequencyBufferData(dst), mf_KeepOutside());
     dcSquare.restore(dst);

@@ -27,8 +27,9 @@ mvFrequencyFilterImage& mvFrequencyFilterImage::operator=(const mvFrequencyFilte
     return *this;
 }
 
-mvFrequencyFilterImage& mvFrequencyFilterImage::operator=(mvFrequencyFilterImage&& other) noexcept {
+mvFrequencyFilterImage& mvFrequencyFilterImage::operator=(mvFrequencyFilterImage&& other) {
     if (this == &other) return *this;
+    mutating_();
     image_ = std::move(other.image_);
     initialized_ = std::exchange(other.initialized_, false);
     return *this;

@@ -30,7 +30,7 @@ class MVFREQ_API mvFrequencyFilterImage : public mvFrequencyFilter {
 
     /// Copies the flag and the image; from a filter without image that state is taken.
     mvFrequencyFilterImage& operator=(const mvFrequencyFilterImage& other);
-    mvFrequencyFilterImage& operator=(mvFrequencyFilterImage&& other) noexcept;
+    mvFrequencyFilterImage& operator=(mvFrequencyFilterImage&& other);
     ~mvFrequencyFilterImage() override;
 
     /// Takes a full copy of `image`. Throws mvFrequencyDefs::Uninitialized for an image without

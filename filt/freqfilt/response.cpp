@@ -63,7 +63,7 @@ void mvFilterResponse::exchangeGains(mvArchive& ar) {
     mf_LoadedFloats floats = mf_LoadFloats(ar, kSlackFloats);
     if (hasGains) {
         constexpr std::size_t kLargestPadded = 16 * 1024 * 1024;
-        mf_PadFloats(floats, size(), kSlackFloats, kLargestPadded);
+        mf_PadFloats(floats, std::max(size(), floats.count), kSlackFloats, kLargestPadded);
         storage_ = std::move(floats.values);
         data_ = storage_.data();
     } else {

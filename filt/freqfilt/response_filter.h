@@ -18,7 +18,7 @@ class MVFREQ_API mvResponseFilter : public mvFrequencyFilter {
     mvResponseFilter(const mvResponseFilter& other);
     mvResponseFilter(mvResponseFilter&& other) noexcept;
     mvResponseFilter& operator=(const mvResponseFilter& other);
-    mvResponseFilter& operator=(mvResponseFilter&& other) noexcept;
+    mvResponseFilter& operator=(mvResponseFilter&& other);
     ~mvResponseFilter() override;
 
     /// Whether the response is 1 less the shape that the parameters describe, and the square around

@@ -290,6 +290,17 @@ TYPED_TEST(FilterRecord, AFlagThatIsNoBoolIsRefused) {
     EXPECT_EQ(archive::loadingThrows(bad, filter), "BadValue");
 }
 
+TEST(LobeRecord, KeepsTheGainsBehindItsSupport) {
+    archive::LobeRecord record;
+    record.response.push_back(0.5F);
+    mvFrequencyFilterGabor filter;
+    archive::load(record.record().bytes(), filter);
+    EXPECT_EQ(filter.data()[record.response.size() - 1], 0.5F);
+    for (std::size_t i = 0; i < 3; ++i) EXPECT_EQ(filter.data()[record.response.size() + i], 0.0F);
+    record.response.pop_back();
+    EXPECT_EQ(archive::stored(filter), record.record().bytes());
+}
+
 TEST(RingEquality, IsExact) {
     // Only an archive can put a NaN into a profile.
     archive::RingRecord fields;

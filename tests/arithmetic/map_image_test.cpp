@@ -75,6 +75,8 @@ const Worked kWorked[] = {
      {1e300, -1e300, kNaN, kInfinity, -kInfinity, 7.0},
      {0, 0, 0, 0, 0, 28}},
     {"UnknownMapping", static_cast<Defs::FrequencyMapping>(5), 0, 1, {1, 2, 3}, {0, 0, 0}},
+    {"FarMapping", static_cast<Defs::FrequencyMapping>(99), 0, 1, {1, 2, 3}, {0, 0, 0}},
+    {"NegativeMapping", static_cast<Defs::FrequencyMapping>(-1), 0, 1, {1, 2, 3}, {0, 0, 0}},
 };
 
 mvPelBuffer<double> rowOf(std::vector<double>& values) {

@@ -36,19 +36,46 @@ struct ProtectionSquare : testing::Test {};
 using RejectFilters = testing::Types<cases::BandReject, cases::GaborReject>;
 TYPED_TEST_SUITE(ProtectionSquare, RejectFilters);
 
-TYPED_TEST(ProtectionSquare, HugeRadiiFailQuickly) {
-    for (const long radius : {100000L, 1L << 30, (1L << 31) - 1, 1L << 50}) {
-        auto p = TypeParam::parameters();
-        p.radius = radius;
-        const auto filter = TypeParam::make(p);
-        const reference::Spectrum before = spectrumFor(p);
-        mvFrequencyBuffer buffer = support::bufferOf(before);
+// What a filter with a protection square of that radius throws, in place and not.
+template <class Case>
+std::string thrownForRadius(long radius) {
+    auto p = Case::parameters();
+    p.radius = radius;
+    const auto filter = Case::make(p);
+    const reference::Spectrum before = spectrumFor(p);
+    mvFrequencyBuffer buffer = support::bufferOf(before);
+    const auto thrown = [](auto call) -> std::string {
         try {
-            EXPECT_EQ(support::thrownBy([&] { filter.apply(buffer); }), support::kOutOfBounds);
-        } catch (const std::length_error&) {
-            // The list's own refusal is as good.
+            return support::thrownBy(call);
+        } catch (const std::length_error& error) {
+            return error.what();
         }
-        EXPECT_TRUE(support::sameSpectrum(before, buffer)) << radius;
+    };
+    mvFrequencyBuffer dst;
+    const std::string inPlace = thrown([&] { filter.apply(buffer); });
+    EXPECT_EQ(thrown([&] { filter.apply(buffer, dst); }), inPlace);
+    EXPECT_TRUE(support::sameSpectrum(before, buffer)) << radius;
+    return inPlace;
+}
+
+// The longest list has (2^63 - 1) / 16 entries.
+constexpr long kLargestListed = 759250124;
+
+TYPED_TEST(ProtectionSquare, LargeRadiiLeaveThePlane) {
+    for (const long radius : {100000L, 1L << 29, kLargestListed}) {
+        EXPECT_EQ(thrownForRadius<TypeParam>(radius), support::kOutOfBounds);
+    }
+}
+
+TEST(BandRejectSquare, RadiiThatNoListServesAreALengthError) {
+    for (const long radius : {kLargestListed + 1, 1L << 30, (1L << 31) - 1, 1L << 50}) {
+        EXPECT_EQ(thrownForRadius<cases::BandReject>(radius), "vector<T> too long");
+    }
+}
+
+TEST(GaborRejectSquare, TakesALengthForAHintOnly) {
+    for (const long radius : {kLargestListed + 1, 1L << 30, (1L << 31) - 1, 1L << 50}) {
+        EXPECT_EQ(thrownForRadius<cases::GaborReject>(radius), support::kOutOfBounds);
     }
 }
 

@@ -92,7 +92,6 @@ TEST(ImageFilter, AssignmentFromAnEmptyOneClearsTheFlagToo) {
 
 TEST(ImageFilter, MovingLeavesNoImage) {
     static_assert(std::is_nothrow_move_constructible_v<Filter>);
-    static_assert(std::is_nothrow_move_assignable_v<Filter>);
     Filter filter(image(8, 4, 1));
     const Filter moved(std::move(filter));
     EXPECT_TRUE(moved == Filter(image(8, 4, 1)));

@@ -158,7 +158,7 @@ TEST_F(ManyPictures, LeaveTheDoneOnesWhenInterrupted) {
         all(bandPass_, {"8-8.png", "pipe.png", "20-8.png", "--out-dir", "results", "--jobs", "1"}));
     const int pipe = open(path("pipe.png").c_str(), O_WRONLY);
     ASSERT_GE(pipe, 0);
-    kill(process, SIGINT);
+    send(process, SIGINT);
     close(pipe);
     const Outcome outcome = wait(process);
     EXPECT_EQ(outcome.exitCode, 130);

@@ -30,7 +30,7 @@ TEST_P(Signals, EndTheRunWith130AndWithoutAFile) {
     ASSERT_GE(pipe, 0);
     ASSERT_EQ(::write(pipe, bytes.data(), bytes.size() / 2),
               static_cast<ssize_t>(bytes.size() / 2));
-    kill(process, GetParam());
+    send(process, GetParam());
     close(pipe);
     const Outcome outcome = wait(process);
     EXPECT_EQ(outcome.exitCode, 130);

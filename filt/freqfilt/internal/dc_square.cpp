@@ -1,6 +1,7 @@
 // The square of frequencies around DC that filters clear or keep.
 #include <filt/freqfilt/internal/dc_square.h>
 #include <algorithm>
+#include <stdexcept>
 
 namespace {
 
@@ -11,12 +12,8 @@ void visitSquare(long radius, Visit visit) {
     }
 }
 
-// A square that lies in the plane holds no more values than the plane. One that does not is
-// refused at its first value outside; a radius that no list could serve is refused by the list.
-std::size_t roomFor(const mvFrequencyBuffer& buf, long radius, std::size_t longestList) {
-    const auto wanted = static_cast<std::size_t>(radius) * static_cast<std::size_t>(radius);
-    const auto plane = static_cast<std::size_t>(buf.width() * buf.height());
-    return wanted > longestList ? wanted : std::min(wanted, plane);
+std::size_t squared(long radius) {
+    return static_cast<std::size_t>(radius) * static_cast<std::size_t>(radius);
 }
 
 }  // namespace
@@ -28,9 +25,18 @@ void mf_ClearDcSquare(mvFrequencyBuffer& buf, long radius) {
     });
 }
 
+void mf_RequireList(long radius) {
+    if (radius > 0 && squared(radius) > std::vector<mvPair<double>>().max_size()) {
+        throw std::length_error("vector<T> too long");
+    }
+}
+
 mf_DcSquare::mf_DcSquare(const mvFrequencyBuffer& buf, long radius) : radius_(radius) {
     if (radius <= 0) return;
-    values_.reserve(roomFor(buf, radius, values_.max_size()));
+    // A square that lies in the plane holds no more values than the plane; one that does not is
+    // refused at its first value outside.
+    values_.reserve(
+        std::min(squared(radius), static_cast<std::size_t>(buf.width() * buf.height())));
     visitSquare(radius, [&](long u, long v) { values_.push_back(buf.get(u, v, true)); });
 }
 

@@ -8,6 +8,9 @@
 /// a radius of 0 or less.
 void mf_ClearDcSquare(mvFrequencyBuffer& buf, long radius);
 
+/// Throws std::length_error when no list can have radius x radius entries.
+void mf_RequireList(long radius);
+
 /// The square's values, taken through the buffer's element access, to be put back later; none for
 /// a radius of 0 or less.
 class mf_DcSquare {

@@ -38,12 +38,13 @@ mvResponseFilter<P>& mvResponseFilter<P>::operator=(const mvResponseFilter& othe
 }
 
 template <class P>
-mvResponseFilter<P>& mvResponseFilter<P>::operator=(mvResponseFilter&& other) noexcept {
+mvResponseFilter<P>& mvResponseFilter<P>::operator=(mvResponseFilter&& other) {
     if (this == &other) return *this;
     if (!other.response_.isSet()) {
         response_.drop();
         return *this;
     }
+    mutating_();
     initialized_ = std::exchange(other.initialized_, false);
     parameters_ = other.parameters_;
     response_ = std::move(other.response_);

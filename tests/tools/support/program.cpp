@@ -6,6 +6,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <csignal>
 #include <fstream>
 #include <iterator>
 
@@ -58,6 +59,16 @@ Outcome ProgramTest::wait(pid_t process) const {
     while (waitpid(process, &status, 0) < 0 && errno == EINTR) continue;
     const int exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
     return {exitCode, contents(outName), contents(errName)};
+}
+
+void ProgramTest::send(pid_t process, int signal) const {
+    kill(process, signal);
+    const std::string none(16, '0');
+    for (std::string line; line != "ShdPnd:\t" + none;) {
+        std::ifstream status("/proc/" + std::to_string(process) + "/status");
+        while (std::getline(status, line) && !line.starts_with("ShdPnd:")) continue;
+        if (!status) return;
+    }
 }
 
 Outcome ProgramTest::succeed(const Arguments& arguments) const {

@@ -26,6 +26,9 @@ class ProgramTest : public ::testing::Test {
     /// Starts the program with its output and errors going to files, or its errors to a descriptor.
     pid_t start(const Arguments& arguments, int errors = -1) const;
     Outcome wait(pid_t process) const;
+
+    /// Sends a signal and returns when the program has taken it.
+    void send(pid_t process, int signal) const;
     Outcome run(const Arguments& arguments) const { return wait(start(arguments)); }
 
     /// Runs and expects success, without a word on standard error.
