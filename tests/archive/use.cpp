@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <concepts>
 #include <memory>
 #include <new>
 #include <stdexcept>
@@ -102,19 +101,22 @@ long areaOf(const mvFrequencyBuffer& buffer) {
     return area;
 }
 
-// Gains of the filter; none without response.
-template <class F>
-long areaOf(const F& filter) {
-    constexpr long samplesPerBin = 32;
+long areaOf(const mvFrequencyFilterImage& filter) {
     long area = 0;
-    tolerate([&] {
-        if constexpr (std::derived_from<F, mvRingFilter>) {
-            area = filter.supportWidth() * samplesPerBin;
-        } else {
-            area = filter.supportWidth() * filter.supportHeight();
-        }
-    });
+    tolerate([&] { area = filter.supportWidth() * filter.supportHeight(); });
     return area;
+}
+
+template <class Parameters>
+struct Response : mvResponseFilter<Parameters> {
+    static constexpr auto member = &Response::response_;
+};
+
+// Gains of the filter; none without response.
+template <class Parameters>
+long areaOf(const mvResponseFilter<Parameters>& filter) {
+    const mvFilterResponse& response = filter.*Response<Parameters>::member;
+    return response.isSet() ? static_cast<long>(response.size()) : 0;
 }
 
 double reachOf(const mvRingFilter& filter) {

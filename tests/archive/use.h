@@ -9,7 +9,7 @@ namespace archive {
 inline constexpr long kLargestArea = 1L << 20;
 
 /// Reads, transforms, combines, compares, copies and stores. Exceptions of the library and of its
-/// base, and std::length_error, are good answers.
+/// base, std::length_error and std::bad_alloc are good answers.
 void use(mvFrequencyBuffer& buffer, long largestArea = kLargestArea);
 
 /// Applies to buffers of the filter's size where such can be made, transforms the result, sets

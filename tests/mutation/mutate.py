@@ -76,7 +76,8 @@ CONDITION = re.compile(r"\bif \((.*)\)(?= |$)")
 # Nothing that runs: the preprocessor, static assertions, names from elsewhere.
 PASSIVE = re.compile(r"^\s*(#|static_assert|using\b|template\b|friend\b|extern\b)")
 
-Mutant = collections.namedtuple("Mutant", "file line old new")
+# `state` tells one version of the file from another.
+Mutant = collections.namedtuple("Mutant", "file state line old new")
 
 
 def without_comments_and_texts(line):
@@ -125,10 +126,12 @@ def mutants(prefixes):
         # Public headers hold declarations, and changing them builds every test again.
         if not file.startswith(prefixes) or not (path.suffix == ".cpp" or "/internal/" in file):
             continue
-        for number, line in enumerate(path.read_text(encoding="utf-8").splitlines(), 1):
+        text = path.read_text(encoding="utf-8")
+        state = hashlib.sha256(text.encode()).hexdigest()[:12]
+        for number, line in enumerate(text.splitlines(), 1):
             for new in dict.fromkeys(variants(line)):
                 if new != line:
-                    yield Mutant(file, number, line, new)
+                    yield Mutant(file, state, number, line, new)
 
 
 def key(mutant):
@@ -230,8 +233,7 @@ class Results:
 
     @staticmethod
     def name(mutant):
-        state = hashlib.sha256((ROOT / mutant.file).read_bytes()).hexdigest()[:12]
-        return f"{state} {mutant.line} {key(mutant)}"
+        return f"{mutant.state} {mutant.line} {key(mutant)}"
 
     def note(self, mutant, verdict):
         with open(self.path, "a", encoding="utf-8") as file:

@@ -60,7 +60,6 @@ void mf_PadFloats(mf_LoadedFloats& floats, std::size_t needed, std::size_t slack
     if (needed > std::max(floats.count, largestPadded)) {
         throw mvArchive::BadValue("An array of the archive is shorter than its sizes say.");
     }
-    const std::size_t used = std::min(floats.count, needed);
     floats.values.resize(needed + slack);
-    std::fill(floats.values.data() + used, floats.values.data() + needed + slack, 0.0f);
+    if (needed < floats.count) std::fill_n(floats.values.data() + needed, slack, 0.0f);
 }
