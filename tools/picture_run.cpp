@@ -82,6 +82,7 @@ class Batch {
             line_.say("mvfreq: interrupted, " + done + " done");
             return exitStopped;
         }
+        line_.hide();  // standard output may be the same terminal
         if (failed_ == 0)
             std::printf("%s done\n", pictureCount(done_).c_str());
         else

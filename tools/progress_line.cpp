@@ -10,7 +10,7 @@ ProgressLine::ProgressLine(std::function<std::string()> state)
     : state_(std::move(state)), onTerminal_(isatty(STDERR_FILENO) == 1) {}
 
 ProgressLine::~ProgressLine() {
-    clear();
+    hide();
 }
 
 void ProgressLine::show() {
@@ -29,6 +29,11 @@ void ProgressLine::say(const std::string& text) {
     const std::lock_guard lock(mutex_);
     clear();
     std::fprintf(stderr, "%s\n", text.c_str());
+}
+
+void ProgressLine::hide() {
+    const std::lock_guard lock(mutex_);
+    clear();
 }
 
 void ProgressLine::clear() {

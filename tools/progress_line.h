@@ -22,6 +22,9 @@ class ProgressLine {
     /// Puts a line of text on standard error, above the progress line.
     void say(const std::string& text);
 
+    /// Takes the line away until it is shown again.
+    void hide();
+
   private:
     using Clock = std::chrono::steady_clock;
 

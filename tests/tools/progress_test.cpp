@@ -64,6 +64,7 @@ TEST_F(Progress, CountsPictures) {
                         "pipe.png", "--out-dir",   "results", "--jobs",  "1"};
     const std::string text = shown(two, 1'050'000);
     EXPECT_NE(text.find("mvfreq: 1 of 2 pictures done, "), std::string::npos) << text;
+    EXPECT_TRUE(text.ends_with("Ctrl-C stops\r\033[K2 pictures done\r\n")) << text;
 }
 
 TEST_F(Progress, IsNotShownForShortWork) {

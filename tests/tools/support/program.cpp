@@ -37,7 +37,7 @@ ProgramTest::~ProgramTest() {
     fs::remove_all(folder_);
 }
 
-pid_t ProgramTest::start(const Arguments& arguments, int errors) const {
+pid_t ProgramTest::start(const Arguments& arguments, int terminal) const {
     std::string program = MVFREQ_PROGRAM;
     Arguments copies = arguments;
     std::vector<char*> argv{program.data()};
@@ -49,7 +49,10 @@ pid_t ProgramTest::start(const Arguments& arguments, int errors) const {
     if (chdir(folder_.c_str()) != 0) _exit(126);
     redirect(STDOUT_FILENO, outName);
     redirect(STDERR_FILENO, errName);
-    if (errors >= 0) dup2(errors, STDERR_FILENO);
+    if (terminal >= 0) {
+        dup2(terminal, STDOUT_FILENO);
+        dup2(terminal, STDERR_FILENO);
+    }
     execv(program.c_str(), argv.data());
     _exit(127);
 }

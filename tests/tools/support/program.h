@@ -23,8 +23,8 @@ class ProgramTest : public ::testing::Test {
     ProgramTest();
     ~ProgramTest() override;
 
-    /// Starts the program with its output and errors going to files, or its errors to a descriptor.
-    pid_t start(const Arguments& arguments, int errors = -1) const;
+    /// Starts the program with its output and errors going to files, or both to a terminal.
+    pid_t start(const Arguments& arguments, int terminal = -1) const;
     Outcome wait(pid_t process) const;
 
     /// Sends a signal and returns when the program has taken it.
