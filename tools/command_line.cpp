@@ -5,6 +5,7 @@
 #include <iostream>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "archive_report.h"
 #include "failure.h"
@@ -16,7 +17,7 @@
 namespace {
 
 void addAxes(CLI::App& command, bool& axes) {
-    command.add_flag("--axes", axes, "Mark the axes in cycles per pixel");
+    command.add_flag("--axes", axes, "Mark the axes in cycles per pixel, in a margin");
 }
 
 struct SpectrumCommand {
@@ -93,10 +94,20 @@ void addInfo(CLI::App& app, Work& work) {
     });
 }
 
+// A misspelt word is told rather than the right one that is missing for it.
+std::string complaintOf(const CLI::App& app, const CLI::ParseError& outcome) {
+    const std::vector<std::string> unknown = app.remaining(true);
+    if (unknown.empty()) return outcome.what();
+    const std::string& word = unknown.front();
+    if (word.starts_with('-')) return word + ": there is no such option";
+    if (app.get_subcommands().empty()) return word + ": there is no such command";
+    return word + ": is not expected";
+}
+
 // CLI11 reports help and version as exceptions, too.
 void printOrReject(const CLI::App& app, const CLI::ParseError& outcome) {
     if (outcome.get_exit_code() != 0)
-        throw BadArgument(std::string(outcome.what()) + " (mvfreq --help tells more)");
+        throw BadArgument(complaintOf(app, outcome) + " (mvfreq --help tells more)");
     app.exit(outcome);
 }
 
@@ -109,7 +120,9 @@ Work readCommandLine(int argc, char** argv) {
         "mvfreq");
     app.set_version_flag("--version", "mvfreq " MVFREQ_VERSION);
     app.require_subcommand(1);
-    app.footer("mvfreq COMMAND --help shows the options of a command and an example.");
+    app.footer(
+        "mvfreq COMMAND --help shows the options of a command and an example. The pictures of the\n"
+        "examples come with the sources; Debian has them in /usr/share/doc/mvfreq-doc.");
     Work work = [] { return exitGood; };
     addFilterCommands(app, work);
     addSpectrum(app, work);

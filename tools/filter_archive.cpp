@@ -26,7 +26,7 @@ std::unique_ptr<mvFrequencyFilter> loadFilter(const std::string& path) {
         mvArchive archive(file);
         filter = mfLoad<mvFrequencyFilter>(archive);
     } catch (const mvException& error) {
-        throw Failure(path + ": " + textOf(error));
+        throw Failure(path + ": holds no filter: " + textOf(error));
     }
     if (!filter) throw Failure(path + ": holds no filter");
     return filter;

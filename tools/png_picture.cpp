@@ -16,7 +16,9 @@
 
 #include "attention.h"
 #include "failure.h"
+#include "input_file.h"
 #include "output_file.h"
+#include "size_text.h"
 
 namespace {
 
@@ -131,13 +133,30 @@ File openPicture(const std::string& path) {
     return file;
 }
 
-Picture readPng(const std::string& path) {
-    const File file = openPicture(path);
-    Reader reader(file.get());
-    // The library refuses sizes that no transform takes.
-    static_cast<void>(mvFrequencyBuffer(reader.width(), reader.height()));
+// The library refuses sizes that no transform takes.
+void requireTransform(mvPair<long> size) {
+    try {
+        static_cast<void>(mvFrequencyBuffer(size.x, size.y));
+    } catch (const mvFrequencyDefs::InvalidSize& refusal) {
+        throw Failure(sizeText(size) + " pels: " + textOf(refusal));
+    }
+}
+
+Picture decoded(std::FILE* file) {
+    Reader reader(file);
+    requireTransform({reader.width(), reader.height()});
     if (reader.depth() == 16) return readPels<unsigned short>(reader);
     return readPels<unsigned char>(reader);
+}
+
+Picture readPng(const std::string& path) {
+    const File file = openPicture(path);
+    try {
+        return decoded(file.get());
+    } catch (const Failure&) {
+        if (std::feof(file.get())) throw Failure("The file ends early");
+        throw;
+    }
 }
 
 }  // namespace

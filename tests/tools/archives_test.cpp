@@ -137,6 +137,9 @@ TEST_F(Archives, WithoutAFilterAreNotApplied) {
     }
     EXPECT_EQ(run({"apply", "null.mva", "in.png", "out.png"}).err,
               "mvfreq: null.mva: holds no filter\n");
+    EXPECT_EQ(run({"apply", "in.png", "text.mva", "out.png"})
+                  .err.rfind("mvfreq: in.png: holds no filter: ", 0),
+              0u);
 }
 
 }  // namespace

@@ -53,7 +53,12 @@ Wrong ring(const char* command, const char* frequency, const char* sigma, const 
 INSTANTIATE_TEST_SUITE_P(
     Parsing, BadArguments,
     ::testing::Values(
-        Wrong{{}, "subcommand is required"}, Wrong{{"blur"}, ""}, Wrong{{"--nonsense"}, ""},
+        Wrong{{}, "subcommand is required"},
+        Wrong{{"blur", "in.png", "out.png"}, "blur: there is no such command"},
+        Wrong{{"--nonsense"}, "--nonsense: there is no such option"},
+        Wrong{{"bandpass", "--freq", "0.1", "--sigma", "0.1", "in.png", "out.png"},
+              "--freq: there is no such option"},
+        Wrong{{"info", "filter.mva", "more.mva"}, "more.mva: is not expected"},
         Wrong{{"spectrum"}, "input is required"},
         Wrong{{"spectrum", "in.png"}, "output is required"},
         Wrong{{"spectrum", "in.png", "out.png", "more.png"}, "more.png"},

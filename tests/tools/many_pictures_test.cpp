@@ -80,7 +80,7 @@ TEST_F(ManyPictures, AreDoneOrReportedEach) {
     EXPECT_EQ(outcome.err,
               "mvfreq: text.png: Not a PNG file\n"
               "mvfreq: missing.png: No such file or directory\n"
-              "mvfreq: large.png: Width and Height must be no larger than 2048.\n");
+              "mvfreq: large.png: 2049 x 1 pels: Width and Height must be no larger than 2048.\n");
     EXPECT_TRUE(fs::exists(path("results/8-8.png")));
     EXPECT_TRUE(fs::exists(path("results/8-16.png")));
     EXPECT_FALSE(fs::exists(path("results/text.png")));

@@ -121,7 +121,9 @@ TEST_F(PictureTest, RefusesWhatNoTransformTakes) {
         writePng(path("large.png"), noisePng(width, height, 8));
         const Outcome outcome = run({"spectrum", "large.png", "out.png"});
         EXPECT_EQ(outcome.exitCode, 1);
-        EXPECT_EQ(outcome.err, "mvfreq: Width and Height must be no larger than 2048.\n");
+        EXPECT_EQ(outcome.err, "mvfreq: large.png: " + std::to_string(width) + " x " +
+                                   std::to_string(height) +
+                                   " pels: Width and Height must be no larger than 2048.\n");
         EXPECT_EQ(files(), (std::vector<std::string>{"large.png", "one.png"}));
     }
 }
@@ -146,7 +148,7 @@ TEST_F(PictureTest, ReportsBrokenFiles) {
         write("short.png", whole.substr(0, length));
         const Outcome outcome = run({"spectrum", "short.png", "out.png"});
         EXPECT_EQ(outcome.exitCode, 1) << length;
-        EXPECT_EQ(outcome.err.rfind("mvfreq: short.png: ", 0), 0u) << outcome.err;
+        EXPECT_EQ(outcome.err, "mvfreq: short.png: The file ends early\n") << length;
     }
     EXPECT_EQ(run({"spectrum", "text.png", "out.png"}).err, "mvfreq: text.png: Not a PNG file\n");
     EXPECT_EQ(run({"spectrum", "empty.png", "out.png"}).exitCode, 1);

@@ -52,6 +52,8 @@ done
 cat <<'TAIL'
 .SH FILES
 Output files appear whole or not at all. One that exists is replaced.
+The pictures of the examples come with the sources; Debian has them in
+.IR /usr/share/doc/mvfreq\-doc .
 .SH "EXIT STATUS"
 0: done. 1: something failed. 2: bad arguments. 130: stopped by Ctrl\-C or SIGTERM.
 TAIL
