@@ -64,7 +64,10 @@ mvfreq_package(docs NAME mvfreq-doc SECTION doc
   TEXT "Documents and examples of the library and the program mvfreq.")
 set(CPACK_DEBIAN_DOCS_PACKAGE_ARCHITECTURE all)
 set(CPACK_DEBIAN_DOCS_PACKAGE_SHLIBDEPS OFF)
-install(FILES README.md CHANGELOG.md DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/doc/mvfreq-doc COMPONENT docs)
+install(FILES README.md CHANGELOG.md CONTRIBUTING.md
+  DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/doc/mvfreq-doc COMPONENT docs)
+install(FILES tools/border.h  # the examples include it
+  DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/doc/mvfreq-doc/tools COMPONENT docs)
 install(DIRECTORY docs examples DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/doc/mvfreq-doc COMPONENT docs
   FILE_PERMISSIONS OWNER_READ OWNER_WRITE GROUP_READ WORLD_READ
   PATTERN CMakeLists.txt EXCLUDE PATTERN Doxyfile EXCLUDE PATTERN doxygen_filter.py EXCLUDE)

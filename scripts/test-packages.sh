@@ -76,8 +76,11 @@ print("mvfreq", mvfreq.__version__, "for Python:", spectrum.width, "x", spectrum
 fi
 
 say "the documents"
-install $(given mvfreq-doc)
-inside ls /usr/share/doc/mvfreq-doc
+install $(given mvfreq-doc) libpng-dev
+inside sh -ec 'cd /usr/share/doc/mvfreq-doc && ls
+    g++ -std=c++20 -iquote . examples/texture_removal.cpp examples/picture.cpp \
+        $(pkg-config --cflags --libs mvfreq libpng) -o /try/texture_removal
+    /try/texture_removal examples/pictures/woven.png /try/defects.png'
 
 say "everything can be removed"
 inside sh -ec "apt-get -qq -y -o Dpkg::Use-Pty=0 purge \$(dpkg-query -W -f '\${Package} ' '*mvfreq*') >/dev/null"
