@@ -21,7 +21,10 @@ def save(path: str | os.PathLike[str], obj: Storable) -> None:
 
 
 def load(path: str | os.PathLike[str]) -> _core.FrequencyFilter | Errors | None:
-    """The filter or the error in a file; raises what loads() raises, and OSError."""
+    """The filter or the error in a file; raises what loads() raises, and OSError.
+
+    A file with a frequency buffer is for load_buffer().
+    """
     return _core.loads(Path(path).read_bytes())
 
 
