@@ -4,6 +4,7 @@ import ast
 import doctest
 import inspect
 import re
+import shutil
 from pathlib import Path
 
 import mvfreq
@@ -73,14 +74,19 @@ def test_examples_tell_the_truth(example):
     assert not output, "".join(output)
 
 
-def test_the_example_of_the_page_runs(monkeypatch, tmp_path):
+def test_the_examples_of_the_page_run(monkeypatch, tmp_path):
     pillow = pytest.importorskip("PIL.Image")
     page = (ROOT / "docs/python.md").read_text()
-    code = re.search(r"```python\n(.*?)```", page, re.DOTALL).group(1)
-    pillow.open(ROOT / "examples/pictures/woven.png").save(tmp_path / "woven.png")
+    for name in ("woven.png", "woven16.png"):
+        shutil.copy(ROOT / "examples/pictures" / name, tmp_path)
+    pillow.new("RGB", (4, 3)).save(tmp_path / "colour.png")
     monkeypatch.chdir(tmp_path)
-    exec(code, {})
+    made = {}
+    for code in re.findall(r"```python\n(.*?)```", page, re.DOTALL):
+        exec(code, made)
     assert np.asarray(pillow.open(tmp_path / "defects.png")).any()
+    mvfreq.forward_fft(made["deep"])
+    mvfreq.forward_fft(made["grey"])
 
 
 STUB = ast.parse((PACKAGE / "_core.pyi").read_text())
