@@ -51,6 +51,13 @@ class mf_Passes {
     static void complexColumns(const float* const* rows, float* dst, long pitch, long height,
                                long x, long count, bool inverse, float* scratch) {
         for (long i = 0; i < count; i += kLanes) {
+            if constexpr (kLanes > 1) {
+                // A real spectrum has a column more than fill its vectors.
+                if (count - i == 1) {
+                    return mf_Passes<mf_OneLane<V>>::complexColumns(rows, dst + 2 * i, pitch, height,
+                                                                    x + i, 1, inverse, scratch);
+                }
+            }
             const Columns columns(rows, x + i, dst + 2 * i, pitch, count - i);
             Z* const lines = reinterpret_cast<Z*>(scratch);
             if (inverse) {

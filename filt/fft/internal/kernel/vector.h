@@ -88,6 +88,31 @@ struct mf_PlainVector {
     }
 };
 
+/// One lane, for lines that fill no vector V.
+template <class V>
+struct mf_OneLane {
+    static constexpr int kLanes = 1;
+
+    float lane;
+
+    static mf_OneLane load(const float* from) { return {*from}; }
+    void store(float* to) const { *to = lane; }
+
+    friend mf_OneLane operator+(mf_OneLane a, mf_OneLane b) { return {a.lane + b.lane}; }
+    friend mf_OneLane operator-(mf_OneLane a, mf_OneLane b) { return {a.lane - b.lane}; }
+    friend mf_OneLane operator*(mf_OneLane a, float b) { return {a.lane * b}; }
+    friend mf_OneLane operator-(mf_OneLane a) { return {-a.lane}; }
+
+    static void unzip(mf_OneLane a, mf_OneLane b, mf_OneLane& first, mf_OneLane& second) {
+        first = a;
+        second = b;
+    }
+    static void zip(mf_OneLane first, mf_OneLane second, mf_OneLane& a, mf_OneLane& b) {
+        a = first;
+        b = second;
+    }
+};
+
 #if defined(__GNUC__)
 
 /// The numbers 0 to N - 1 as template arguments.
