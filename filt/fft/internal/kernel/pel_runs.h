@@ -16,14 +16,16 @@ class mf_Runs {
     }
 
     static void mirrored(const float* elements, long count, float* end) {
-        constexpr long kLanes = V::kLanes;
+        constexpr long kBlock = V::kLanes / 2;
+        const auto mirrorBlock = [=](long i) {
+            V::load(elements + 2 * i).mirrored().store(end - 2 * (i + kBlock));
+        };
         long i = 0;
-        for (; i + kLanes <= count; i += kLanes) {
-            V re, im, a, b;
-            V::unzip(V::load(elements + 2 * i), V::load(elements + 2 * i + kLanes), re, im);
-            V::zip(re.reversed(), -im.reversed(), a, b);
-            float* const out = end - 2 * (i + kLanes);
-            a.store(out), b.store(out + kLanes);
+        for (; i + kBlock <= count; i += kBlock) mirrorBlock(i);
+        // What is left goes with some of those that are done.
+        if (count >= kBlock) {
+            mirrorBlock(count - kBlock);
+            return;
         }
         for (; i < count; ++i) {
             end[-2 * i - 2] = elements[2 * i];

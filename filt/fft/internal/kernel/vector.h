@@ -71,9 +71,13 @@ struct mf_PlainVector {
         }
     }
 
-    mf_PlainVector reversed() const {
+    /// The pairs in reverse order, their second members negated.
+    mf_PlainVector mirrored() const {
         mf_PlainVector v;
-        for (int i = 0; i < L; ++i) v.lane[i] = lane[L - 1 - i];
+        for (int i = 0; i < L; i += 2) {
+            v.lane[i] = lane[L - 2 - i];
+            v.lane[i + 1] = -lane[L - 1 - i];
+        }
         return v;
     }
 
@@ -157,7 +161,7 @@ struct mf_MachineVector {
                     mf_MachineVector& b) {
         zip(first.raw, second.raw, a.raw, b.raw, All());
     }
-    mf_MachineVector reversed() const { return reversed(All()); }
+    mf_MachineVector mirrored() const { return mirrored(All()); }
 
     /// In-register transposition: 4 x 4 within blocks of four lanes, then of the blocks.
     static void transpose(mf_MachineVector (&row)[L]) {
@@ -183,8 +187,8 @@ struct mf_MachineVector {
     }
 
     template <int... I>
-    mf_MachineVector reversed(mf_Indices<I...>) const {
-        return {__builtin_shufflevector(raw, raw, (L - 1 - I)...)};
+    mf_MachineVector mirrored(mf_Indices<I...>) const {
+        return {__builtin_shufflevector(raw, -raw, (L - 2 - I + I % 2 * (L + 2))...)};
     }
 
     // Block by block of four lanes: a[0] b[0] a[1] b[1], a[2] b[2] a[3] b[3], then pairs of these.
