@@ -50,20 +50,19 @@ class mf_Passes {
     /// dst + y * pitch.
     static void complexColumns(const float* const* rows, float* dst, long pitch, long height,
                                long x, long count, bool inverse, float* scratch) {
-        for (long i = 0; i < count; i += kLanes) {
-            if constexpr (kLanes > 1) {
-                // A real spectrum has a column more than fill its vectors.
-                if (count - i == 1) {
-                    return mf_Passes<mf_OneLane<V>>::complexColumns(rows, dst + 2 * i, pitch, height,
-                                                                    x + i, 1, inverse, scratch);
-                }
-            }
-            const Columns columns(rows, x + i, dst + 2 * i, pitch, count - i);
-            Z* const lines = reinterpret_cast<Z*>(scratch);
-            if (inverse) {
-                transformColumns<true>(columns, height, lines);
-            } else {
-                transformColumns<false>(columns, height, lines);
+        long i = 0;
+        for (; i + kLanes <= count; i += kLanes) {
+            const WholeColumns columns(rows, x + i, dst + 2 * i, pitch);
+            transformColumns(columns, height, inverse, scratch);
+        }
+        if constexpr (kLanes > 1) {
+            // A real spectrum has a column more than fill its vectors.
+            if (count - i == 1) {
+                mf_Passes<mf_OneLane<V>>::complexColumns(rows, dst + 2 * i, pitch, height, x + i, 1,
+                                                         inverse, scratch);
+            } else if (i < count) {
+                const SomeColumns columns(rows, x + i, dst + 2 * i, pitch, count - i);
+                transformColumns(columns, height, inverse, scratch);
             }
         }
     }
@@ -77,65 +76,78 @@ class mf_Passes {
     // Rows of this width and more are written in long runs.
     static constexpr long kWideRow = 512;
 
-    // Up to kLanes rows; the lanes beyond repeat the first row and are not stored.
+    // kLanes rows; where there are fewer, the lanes beyond do once more what the first one does.
     struct Rows {
-        Rows(const float* const* src, float* const* dst, long available)
-            : count(available < kLanes ? available : kLanes) {
+        Rows(const float* const* src, float* const* dst, long available) {
             for (long r = 0; r < kLanes; ++r) {
-                from[r] = src[r < count ? r : 0];
-                to[r] = dst[r < count ? r : 0];
+                from[r] = src[r < available ? r : 0];
+                to[r] = dst[r < available ? r : 0];
             }
         }
-        long count;
         const float* from[kLanes];
         float* to[kLanes];
     };
 
-    // Up to kLanes columns of a plane.
-    struct Columns {
-        Columns(const float* const* from, long fromX, float* to, long toPitch, long available)
-            : rows(from),
-              x(fromX),
-              first(to),
-              pitch(toPitch),
-              count(available < kLanes ? available : kLanes) {}
+    // kLanes columns of a plane.
+    class WholeColumns {
+      public:
+        WholeColumns(const float* const* rows, long x, float* to, long pitch)
+            : rows_(rows), x_(x), to_(to), pitch_(pitch) {}
 
         Z load(long y) const {
-            const float* const row = rows[y] + 2 * x;
-            const float* const ahead = rows[y + mf_kRowsAhead] + 2 * x;
+            const float* const ahead = rows_[y + mf_kRowsAhead] + 2 * x_;
             mf_Prefetch(ahead);
             mf_Prefetch(ahead + kLanes);
-            if (count == kLanes) return unzipped(row);
+            return unzipped(rows_[y] + 2 * x_);
+        }
+
+        void store(long y, Z z) const { zipTo(to_ + y * pitch_, z); }
+
+      private:
+        const float* const* rows_;
+        long x_;
+        float* to_;
+        long pitch_;
+    };
+
+    // Fewer columns than lanes.
+    class SomeColumns {
+      public:
+        SomeColumns(const float* const* rows, long x, float* to, long pitch, long count)
+            : rows_(rows), x_(x), to_(to), pitch_(pitch), floats_(2 * count) {}
+
+        Z load(long y) const {
+            const float* const row = rows_[y] + 2 * x_;
             float padded[2 * kLanes] = {};
-            for (long i = 0; i < 2 * count; ++i) padded[i] = row[i];
+            for (long i = 0; i < floats_; ++i) padded[i] = row[i];
             return unzipped(padded);
         }
 
         void store(long y, Z z) const {
-            float* const row = first + y * pitch;
-            V a, b;
-            V::zip(z.re, z.im, a, b);
-            if (count == kLanes) {
-                a.store(row), b.store(row + kLanes);
-                return;
-            }
             float padded[2 * kLanes];
-            a.store(padded), b.store(padded + kLanes);
-            for (long i = 0; i < 2 * count; ++i) row[i] = padded[i];
+            zipTo(padded, z);
+            for (long i = 0; i < floats_; ++i) to_[y * pitch_ + i] = padded[i];
         }
 
-        static Z unzipped(const float* row) {
-            Z z;
-            V::unzip(V::load(row), V::load(row + kLanes), z.re, z.im);
-            return z;
-        }
-
-        const float* const* rows;
-        long x;
-        float* first;
-        long pitch;
-        long count;
+      private:
+        const float* const* rows_;
+        long x_;
+        float* to_;
+        long pitch_;
+        long floats_;
     };
+
+    static Z unzipped(const float* row) {
+        Z z;
+        V::unzip(V::load(row), V::load(row + kLanes), z.re, z.im);
+        return z;
+    }
+
+    static void zipTo(float* row, Z z) {
+        V a, b;
+        V::zip(z.re, z.im, a, b);
+        a.store(row), b.store(row + kLanes);
+    }
 
     template <bool kConjugate>
     static Z conjugatedIf(Z z) {
@@ -158,11 +170,22 @@ class mf_Passes {
             [result](long k, Z z) { result[k] = conjugatedIf<kInverse>(z); });
     }
 
-    template <bool kInverse>
+    template <bool kInverse, class Columns>
     static void transformColumns(const Columns& columns, long height, Z* lines) {
         transformLines(
             height, lines, [&](long y) { return conjugatedIf<kInverse>(columns.load(y)); },
             [&](long y, Z z) { columns.store(y, conjugatedIf<kInverse>(z)); });
+    }
+
+    template <class Columns>
+    static void transformColumns(const Columns& columns, long height, bool inverse,
+                                 float* scratch) {
+        Z* const lines = reinterpret_cast<Z*>(scratch);
+        if (inverse) {
+            transformColumns<true>(columns, height, lines);
+        } else {
+            transformColumns<false>(columns, height, lines);
+        }
     }
 
     // Half a vector of elements of each row makes, transposed, as many elements of all rows.
@@ -196,7 +219,7 @@ class mf_Passes {
                 transposedBlock(lines + x + i, block);
                 for (long r = 0; r < kLanes; ++r) block[r].store(run[r] + 2 * i);
             }
-            for (long r = 0; r < rows.count; ++r) {
+            for (long r = 0; r < kLanes; ++r) {
                 for (long i = 0; i < 2 * kRun; i += kLanes) {
                     V::load(run[r] + i).store(rows.to[r] + 2 * x + i);
                 }
@@ -205,7 +228,7 @@ class mf_Passes {
         for (; x + kBlock <= width; x += kBlock) {
             V block[kLanes];
             transposedBlock(lines + x, block);
-            for (long r = 0; r < rows.count; ++r) block[r].store(rows.to[r] + 2 * x);
+            for (long r = 0; r < kLanes; ++r) block[r].store(rows.to[r] + 2 * x);
         }
         storeElements(rows, lines, x, width);
     }
@@ -222,7 +245,7 @@ class mf_Passes {
         for (; x < end; ++x) {
             float re[kLanes], im[kLanes];
             lines[x].re.store(re), lines[x].im.store(im);
-            for (long r = 0; r < rows.count; ++r) {
+            for (long r = 0; r < kLanes; ++r) {
                 rows.to[r][2 * x] = re[r];
                 rows.to[r][2 * x + 1] = im[r];
             }
