@@ -70,6 +70,21 @@ TYPED_TEST(ErrorRecord, ComesBackThroughTheRegistryAsItself) {
     }
 }
 
+template <class E>
+struct WithErrorsPart : E {
+    using E::E;
+    void errorsPart(mvArchive& ar) { Defs::Errors::dispatchSerialize(ar); }
+};
+
+TYPED_TEST(ErrorRecord, TheErrorsPartIsVisitedByItself) {
+    WithErrorsPart<TypeParam> error("No.");
+    std::ostringstream out;
+    mvArchive ar(out);
+    error.errorsPart(ar);
+    error.errorsPart(ar);
+    EXPECT_EQ(archive::hex(out.str()), archive::hex(Record().u8(0).flag(true).text("No.").bytes()));
+}
+
 TYPED_TEST(ErrorRecord, UnknownVersionsNameTheClass) {
     for (const unsigned version : {1U, 255U}) {
         TypeParam error("kept");
