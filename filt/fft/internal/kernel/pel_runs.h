@@ -34,13 +34,27 @@ class mf_Runs {
     }
 
     static void squareRange(const float* elements, long count, mf_SquareRange& range) {
-        float least = range.least, greatest = range.greatest;
-        for (long i = 0; i < count; ++i) {
-            const float s = square(elements + 2 * i);
-            least = s < least ? s : least;
-            greatest = s > greatest ? s : greatest;
+        // One range for each lane, since compilers may not reorder comparisons. NaNs are left out
+        // by all of them, and no square is -0, so that the ranges join in any order.
+        constexpr long kLanes = 16;
+        float least[kLanes], greatest[kLanes];
+        for (long l = 0; l < kLanes; ++l) {
+            least[l] = range.least;
+            greatest[l] = range.greatest;
         }
-        range = {least, greatest};
+        const auto take = [&](long l) {
+            const float s = square(elements + 2 * l);
+            least[l] = smaller(s, least[l]);
+            greatest[l] = larger(s, greatest[l]);
+        };
+        for (; count >= kLanes; count -= kLanes, elements += 2 * kLanes) {
+            for (long l = 0; l < kLanes; ++l) take(l);
+        }
+        for (long l = 0; l < count; ++l) take(l);
+        for (long l = 0; l < kLanes; ++l) {
+            range.least = smaller(least[l], range.least);
+            range.greatest = larger(greatest[l], range.greatest);
+        }
     }
 
   private:
@@ -69,6 +83,9 @@ class mf_Runs {
             pels[i] = toPel<T>((magnitude(elements + 2 * i) * scale - low) * factor);
         }
     }
+
+    static float smaller(float s, float least) { return s < least ? s : least; }
+    static float larger(float s, float greatest) { return s > greatest ? s : greatest; }
 
     static float square(const float* z) { return z[0] * z[0] + z[1] * z[1]; }
     static float magnitude(const float* z) { return ::sqrtf(square(z)); }
