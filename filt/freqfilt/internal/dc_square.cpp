@@ -12,8 +12,8 @@ void visitSquare(long radius, Visit visit) {
     }
 }
 
-std::size_t squared(long radius) {
-    return static_cast<std::size_t>(radius) * static_cast<std::size_t>(radius);
+std::size_t squared(long side) {
+    return static_cast<std::size_t>(side) * static_cast<std::size_t>(side);
 }
 
 }  // namespace
@@ -36,7 +36,7 @@ mf_DcSquare::mf_DcSquare(const mvFrequencyBuffer& buf, long radius) : radius_(ra
     // A square that lies in the plane holds no more values than the plane; one that does not is
     // refused at its first value outside.
     values_.reserve(
-        std::min(squared(radius), static_cast<std::size_t>(buf.width() * buf.height())));
+        std::min(squared(2 * radius - 1), static_cast<std::size_t>(buf.width() * buf.height())));
     visitSquare(radius, [&](long u, long v) { values_.push_back(buf.get(u, v, true)); });
 }
 
