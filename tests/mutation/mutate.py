@@ -7,13 +7,14 @@
     tests/mutation/mutate.py --list                   prints the mutants, runs none
 
 Copies of the tree, one for each worker, are built in build/mutation at -O1, with static libraries. A
-mutant changes one place of one source there; what depends on it is built again and the test programs run, until one
-fails. A program that takes far longer than it did on the unchanged tree counts as one that fails.
-Mutants that no compiler accepts are drawn again.
+mutant changes one place of one source there; what depends on it is built again and the test programs
+run, until one fails. A program that takes far longer than it did on the unchanged tree counts as one
+that fails. Mutants that no compiler accepts are drawn again.
 
-Survivors that no test can tell from the original stand in equivalent.txt, with the reason. Any other
-survivor makes the exit code 1. Verdicts are kept in build/mutation/results.txt: a run goes on where
-the last one stopped, and what was killed is not tried again as long as its source is the same.
+Survivors that these programs cannot tell from the original stand in equivalent.txt, with the reason.
+Any other survivor makes the exit code 1. Verdicts are kept in build/mutation/results.txt: a run goes
+on where the last one stopped, and what was killed is not tried again as long as its source is the
+same.
 """
 import argparse
 import collections
