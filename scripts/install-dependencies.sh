@@ -14,7 +14,8 @@ for group in "$@"; do
     case $group in
     ci) packages+=(git clang clang-format doxygen libopencv-core-dev pkgconf) ;;
     package) packages+=(git dpkg-dev doxygen lintian debootstrap) ;;
-    checks) packages+=(clang g++-aarch64-linux-gnu qemu-user gcovr cppcheck clang-tidy abigail-tools) ;;
+    checks) packages+=(clang g++-aarch64-linux-gnu qemu-user gcovr cppcheck clang-tidy abigail-tools
+        ccache) ;;
     fuzz) packages+=(clang libclang-rt-dev patch zlib1g-dev) ;;
     *) echo "There is no group $group." >&2; exit 1 ;;
     esac

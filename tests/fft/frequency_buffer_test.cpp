@@ -290,6 +290,13 @@ TEST(FrequencyBufferEquality, IsExactButKnowsNoNaNAndNoSignOfZero) {
     EXPECT_FALSE(equal(1, std::nextafter(1.0F, 0.0F)));
 }
 
+TEST(FrequencyBufferEquality, EndsWithThePlane) {
+    const mvFrequencyBuffer small = bufferOf(randomPlane(4, 4, 1));
+    mvFrequencyBuffer shrunk = bufferOf(randomPlane(8, 8, 2));
+    shrunk = small;
+    EXPECT_TRUE(shrunk == small) << "what a larger plane left behind is no part of this one";
+}
+
 TEST(FrequencyBufferEquality, DoesNotLookAtTheTransform) {
     auto image = pelBufferOf(randomImage<double>(3, 4, 1));
     mvFrequencyBuffer plain;

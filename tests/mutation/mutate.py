@@ -22,6 +22,7 @@ import hashlib
 import random
 import re
 import resource
+import shutil
 import subprocess
 import sys
 import threading
@@ -160,7 +161,9 @@ class Copy:
                 target.parent.mkdir(parents=True, exist_ok=True)
                 target.write_bytes(content)
                 target.chmod(source.stat().st_mode)
-        subprocess.run(["cmake", "-S", self.tree, "-B", self.folder, "-G", "Ninja",
+        # Each mutant is taken back, and what was built before it is wanted again.
+        launcher = ["-DCMAKE_CXX_COMPILER_LAUNCHER=ccache"] if shutil.which("ccache") else []
+        subprocess.run(["cmake", "-S", self.tree, "-B", self.folder, "-G", "Ninja", *launcher,
                         "-DBUILD_SHARED_LIBS=OFF", "-DMVFREQ_BUILD_TOOLS=OFF",
                         "-DCMAKE_BUILD_TYPE=Debug", "-DCMAKE_CXX_FLAGS_DEBUG=-O1",
                         "-DCMAKE_DISABLE_FIND_PACKAGE_Python3=ON"],
