@@ -6,7 +6,7 @@
     tests/mutation/mutate.py --files filt/freqfilt    only files whose path begins so
     tests/mutation/mutate.py --list                   prints the mutants, runs none
 
-Copies of the tree, one for each worker, are built in build/mutation at -O1, with static libraries. A
+Copies of the tree, one for each worker, are built in build/mutation at -Og, with static libraries. A
 mutant changes one place of one source there; what depends on it is built again and the test programs
 run, until one fails. A program that takes far longer than it did on the unchanged tree counts as one
 that fails. Mutants that no compiler accepts are drawn again.
@@ -165,7 +165,7 @@ class Copy:
         launcher = ["-DCMAKE_CXX_COMPILER_LAUNCHER=ccache"] if shutil.which("ccache") else []
         subprocess.run(["cmake", "-S", self.tree, "-B", self.folder, "-G", "Ninja", *launcher,
                         "-DBUILD_SHARED_LIBS=OFF", "-DMVFREQ_BUILD_TOOLS=OFF",
-                        "-DCMAKE_BUILD_TYPE=Debug", "-DCMAKE_CXX_FLAGS_DEBUG=-O1",
+                        "-DCMAKE_BUILD_TYPE=Debug", "-DCMAKE_CXX_FLAGS_DEBUG=-Og",
                         "-DCMAKE_DISABLE_FIND_PACKAGE_Python3=ON"],
                        check=True, stdout=subprocess.DEVNULL)
 
