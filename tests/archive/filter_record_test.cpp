@@ -1,5 +1,6 @@
 // The records of the filters: bytes, versions, visits, round trips, failed loads.
 #include <memory>
+#include <utility>
 
 #include "archive/filter_classes.h"
 #include "archive/loading.h"
@@ -28,6 +29,36 @@ mvFrequencyFilterGabor built(const archive::Gabor&) {
 }
 mvFrequencyFilterGaborReject built(const archive::GaborReject&) {
     return {{0.05, 0.03}, {0.02, 0}, mvRadian(2.2), 0.2, {16, 8}, 1};
+}
+
+// The fields with one of them changed, for each of them; the response stays.
+std::vector<archive::RingRecord> changedIn(const archive::RingRecord& fields) {
+    std::vector<archive::RingRecord> changed(8, fields);
+    changed[0].initialized = !fields.initialized;
+    std::swap(changed[1].supportWidth, changed[1].supportHeight);
+    changed[2].frequency += 0.125;
+    changed[3].sigma += 0.125;
+    changed[4].plateau += 0.125;
+    changed[5].width += 1;
+    changed[6].height += 1;
+    changed[7].radius += 1;
+    return changed;
+}
+std::vector<archive::LobeRecord> changedIn(const archive::LobeRecord& fields) {
+    std::vector<archive::LobeRecord> changed(11, fields);
+    changed[0].initialized = !fields.initialized;
+    changed[1].supportWidth = 1;
+    changed[1].supportHeight = 9;
+    changed[2].angle += 0.125;
+    changed[3].frequency += 0.125;
+    changed[4].sigmaX += 0.125;
+    changed[5].sigmaY += 0.125;
+    changed[6].plateauX += 0.125;
+    changed[7].plateauY += 0.125;
+    changed[8].width += 1;
+    changed[9].height += 1;
+    changed[10].radius += 1;
+    return changed;
 }
 
 template <class F>
@@ -116,6 +147,22 @@ TYPED_TEST(FilterRecord, NothingIsValidatedOrComputed) {
     EXPECT_EQ(filter.frequency(), -77.5);
     EXPECT_EQ(filter.size(), mvPair<long>(6, 4));
     EXPECT_EQ(archive::stored(filter), bytes);
+}
+
+TYPED_TEST(FilterRecord, EachFieldAloneCountsForEquality) {
+    using F = typename TypeParam::Filter;
+    const typename TypeParam::Fields fields;
+    const auto filterOf = [](const typename TypeParam::Fields& of) {
+        F filter;
+        archive::load(of.record().bytes(), filter);
+        return filter;
+    };
+    EXPECT_TRUE(filterOf(fields) == filterOf(fields));
+    for (const auto& other : changedIn(fields)) {
+        const std::string bytes = archive::hex(other.record().bytes());
+        EXPECT_FALSE(filterOf(fields) == filterOf(other)) << bytes;
+        EXPECT_FALSE(filterOf(other) == filterOf(fields)) << bytes;
+    }
 }
 
 TYPED_TEST(FilterRecord, OfADefaultFilterLoads) {
@@ -299,6 +346,21 @@ TEST(LobeRecord, KeepsTheGainsBehindItsSupport) {
     for (std::size_t i = 0; i < 3; ++i) EXPECT_EQ(filter.data()[record.response.size() + i], 0.0F);
     record.response.pop_back();
     EXPECT_EQ(archive::stored(filter), record.record().bytes());
+}
+
+TEST(RingRecord, WithoutGainsOrANumberRejectsNothing) {
+    archive::RingRecord fields;
+    fields.supportWidth = 0;
+    fields.response.clear();
+    for (const double frequency : {0.25, std::numeric_limits<double>::quiet_NaN()}) {
+        fields.frequency = frequency;
+        mvFrequencyFilterBandReject filter;
+        archive::load(fields.record().bytes(), filter);
+        const auto source = support::bufferOf(support::randomPlane(8, 4, 1));
+        mvFrequencyBuffer result;
+        filter.apply(source, result);
+        EXPECT_TRUE(support::samePlane(support::planeOf(result), support::planeOf(source)));
+    }
 }
 
 TEST(RingEquality, IsExact) {

@@ -50,6 +50,16 @@ TEST(ImageFilterRecord, HasTheseBytes) {
     EXPECT_TRUE(again == filter);
 }
 
+TEST(ImageFilterRecord, TheFlagCountsForEquality) {
+    std::string bytes = imageRecord().bytes();
+    bytes[2] = 0;
+    mvFrequencyFilterImage filter;
+    archive::load(bytes, filter);
+    EXPECT_FALSE(filter.isInitialized());
+    EXPECT_FALSE(filter == imageFilter());
+    EXPECT_FALSE(imageFilter() == filter);
+}
+
 TEST(ImageFilterRecord, OfAnEmptyFilter) {
     mvFrequencyFilterImage filter;
     const std::string bytes = archive::stored(filter);

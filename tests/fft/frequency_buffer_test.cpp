@@ -228,6 +228,8 @@ TEST(FrequencyBuffer, MovesWithoutThrowingAndLeavesNoData) {
     EXPECT_EQ(dataOf(target), nullptr);
     expectSameState(before, assigned);
     target = assigned;
+    mvFrequencyBuffer& same = target;
+    target = std::move(same);
     expectSameState(before, target);
 }
 

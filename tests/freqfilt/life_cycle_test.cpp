@@ -109,6 +109,8 @@ TYPED_TEST(FilterLifeCycle, AssignmentToItselfChangesNothing) {
     F& same = filter;
     filter = same;
     EXPECT_TRUE(filter == TypeParam::make(TypeParam::parameters()));
+    filter = std::move(same);
+    EXPECT_TRUE(filter == TypeParam::make(TypeParam::parameters()));
 }
 
 TYPED_TEST(FilterLifeCycle, AssignmentFromAnEmptyOneDropsTheResponseAlone) {

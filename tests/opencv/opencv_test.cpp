@@ -110,6 +110,19 @@ TYPED_TEST(Bridge, KeepsPelsAliveAsLongAsItsMatrices) {
     EXPECT_TRUE(witness.expired());
 }
 
+TYPED_TEST(Bridge, ItsAllocatorMakesNewMatricesAsOpenCVDoes) {
+    const cv::Mat matrix = mfMatFromPelBuffer(mvPelBuffer<TypeParam>(8, 6));
+    const cv::MatAllocator* const allocator = matrix.u->currAllocator;
+    cv::Mat fresh;
+    fresh.allocator = const_cast<cv::MatAllocator*>(allocator);
+    fresh.create(30, 40, matType<TypeParam>);
+    fresh.setTo(9);
+    EXPECT_EQ(fresh.template at<TypeParam>(29, 39), TypeParam(9));
+    EXPECT_EQ(fresh.u->currAllocator, cv::Mat::getStdAllocator());
+    EXPECT_TRUE(allocator->allocate(fresh.u, cv::ACCESS_RW, cv::USAGE_DEFAULT));
+    EXPECT_FALSE(allocator->allocate(nullptr, cv::ACCESS_RW, cv::USAGE_DEFAULT));
+}
+
 TYPED_TEST(Bridge, LeavesThePelsAloneWhenTheMatrixTakesAnotherSize) {
     const mvPelBuffer<TypeParam> image(8, 6);
     cv::Mat matrix = mfMatFromPelBuffer(image);
