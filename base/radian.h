@@ -24,6 +24,7 @@ class MVBASE_API mvRadian {
     constexpr mvRadian operator-() const noexcept { return mvRadian(-radians_); }
 
     /// Orders by the plain values: 0 and 2 pi are not equal.
+    // NOLINTNEXTLINE(modernize-use-nullptr): reports what the compiler writes.
     friend constexpr auto operator<=>(const mvRadian&, const mvRadian&) = default;
 
   private:

@@ -102,7 +102,7 @@ struct QuadrantOutput {
     QuadrantOutput(const mvFrequencyBuffer&, mvPelBuffer<unsigned char>& out) : quadrant(out) {}
     mvPelBuffer<unsigned char>& quadrant;
 
-    bool needsPlane() const { return true; }
+    static bool needsPlane() { return true; }
     void visit(long, long, const float*, long) {}
     void write(const mvFrequencyBuffer& plane) { mf_ComputeQuadrantImage(plane, quadrant); }
     void wrap() {}
@@ -116,7 +116,7 @@ struct QuadrantOutput<double> {
         : image(buf, out) {}
     mf_OutputImage<unsigned char> image;
 
-    bool needsPlane() const { return false; }
+    static bool needsPlane() { return false; }
     void visit(long x, long y, const float* elements, long count) {
         mf_WriteQuadrants(elements, count, image.row(y) + x);
     }

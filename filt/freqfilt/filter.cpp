@@ -3,8 +3,8 @@
 #include <filt/freqfilt/filter.h>
 
 mvFrequencyFilter::mvFrequencyFilter() = default;
-mvFrequencyFilter::mvFrequencyFilter(const mvFrequencyFilter&)
-    : mvPersistent(), mvRepBase(), initialized_(false) {}
+mvFrequencyFilter::mvFrequencyFilter(const mvFrequencyFilter& other)
+    : mvPersistent(other), mvRepBase(other) {}
 mvFrequencyFilter::~mvFrequencyFilter() = default;
 
 mvFrequencyFilter& mvFrequencyFilter::operator=(const mvFrequencyFilter& other) {

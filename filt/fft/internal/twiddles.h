@@ -50,8 +50,8 @@ struct mf_TwiddleTables {
         float re, im;
     };
 
-    Butterfly stage[1024];
-    Factor separation[1024];
+    Butterfly stage[1024]{};
+    Factor separation[1024]{};
 
     /// The span / 4 factors of the stage of span 4, 8 ... 2048.
     constexpr const Butterfly* ofStage(long span) const { return stage + (span / 4 - 1); }
@@ -60,7 +60,7 @@ struct mf_TwiddleTables {
     /// is that of the elements i and n - i.
     constexpr const Factor* ofSeparation(long n) const { return separation + (n / 2 - 1); }
 
-    constexpr mf_TwiddleTables() : stage{}, separation{} {
+    constexpr mf_TwiddleTables() {
         for (int k = 2; k <= 11; ++k)
             growStage(stage + ((1 << k) / 4 - 1), 1 << k, mf_kStageSeeds[k]);
         for (int k = 1; k <= 10; ++k) {

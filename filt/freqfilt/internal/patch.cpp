@@ -69,7 +69,7 @@ mf_PatchPlacement::mf_PatchPlacement(const mvLobeParameters& lobe, const mvFilte
     : width(lobe.size.x), height(lobe.size.y) {
     const double cosine = std::cos(lobe.angle.toDouble());
     const double sine = std::sin(lobe.angle.toDouble());
-    const double w = static_cast<double>(width), h = static_cast<double>(height);
+    const auto w = static_cast<double>(width), h = static_cast<double>(height);
     const double distance = w * lobe.frequency;
     const long column = mf_Truncate<std::int32_t>(cosine * distance) + width / 2;
     const long row = mf_Truncate<std::int32_t>(sine * distance * (h * (1.0 / w))) + height / 2;

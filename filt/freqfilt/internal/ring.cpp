@@ -38,7 +38,7 @@ mf_Ring::mf_Ring(const mvRingParameters& ring, const mvFilterResponse& profile, 
     rowScale_ = 1.0 / (aspect * aspect);
     rowLimit_ = mf_Truncate<std::int32_t>(static_cast<double>(radius_) * aspect +
                                           static_cast<double>(profile.width()));
-    const float support = static_cast<float>(profile.width());
+    const auto support = static_cast<float>(profile.width());
     const float outer = support + radius_;
     const float inner = radius_ - support;
     outer2_ = mf_Truncate<std::int32_t>(outer * outer);

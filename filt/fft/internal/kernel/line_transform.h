@@ -25,7 +25,7 @@ struct mf_Elements {
 template <class V>
 class mf_LineTransform {
   public:
-    typedef mf_Elements<V> Z;
+    using Z = mf_Elements<V>;
 
     /// Transforms N elements: `load(i)` gives element i, `store(k, z)` takes frequency k. `scratch`
     /// holds N elements.
@@ -40,7 +40,7 @@ class mf_LineTransform {
     }
 
   private:
-    typedef mf_TwiddleTables::Butterfly Factors;
+    using Factors = mf_TwiddleTables::Butterfly;
 
     // Blocks of this length are transformed in registers.
     static constexpr long kLeaf = 8;

@@ -68,7 +68,7 @@ class mf_Passes {
     }
 
   private:
-    typedef mf_Elements<V> Z;
+    using Z = mf_Elements<V>;
 
     // Elements of a row that fill one vector.
     static constexpr long kBlock = kLanes / 2;

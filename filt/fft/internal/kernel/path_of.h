@@ -8,8 +8,8 @@
 /// The path with the lanes of the vector type V.
 template <class V>
 constexpr mf_KernelPath mf_PathOf(const char* name, bool (*isSupported)()) {
-    typedef mf_Passes<V> Passes;
-    typedef mf_Runs<V> Runs;
+    using Passes = mf_Passes<V>;
+    using Runs = mf_Runs<V>;
     return {Runs::template ofPels<unsigned char>(),
             Runs::template ofPels<unsigned short>(),
             Runs::template ofPels<double>(),

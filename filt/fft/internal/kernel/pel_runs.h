@@ -3,7 +3,8 @@
 
 #include <filt/fft/internal/kernel/path.h>
 #include <filt/fft/internal/kernel/vector.h>
-#include <math.h>
+// <cmath> has inline functions, which all paths would share as one of them was compiled.
+#include <math.h>  // NOLINT(modernize-deprecated-headers)
 
 /// The loops of mf_PelRuns and their neighbours. They are written for the compiler to vectorise;
 /// that they depend on the vector type V keeps those of different instruction sets apart.

@@ -101,7 +101,7 @@ struct mf_OneLane {
     static constexpr int kLanes = 1;
 
 #if defined(__GNUC__)
-    typedef float Raw __attribute__((vector_size(16)));
+    using Raw __attribute__((vector_size(16))) = float;
     static mf_OneLane load(const float* from) {
         return {Raw{*from}};
     }
@@ -109,7 +109,7 @@ struct mf_OneLane {
         *to = raw[0];
     }
 #else
-    typedef float Raw;
+    using Raw = float;
     static mf_OneLane load(const float* from) {
         return {*from};
     }
@@ -152,15 +152,15 @@ template <int N, int... I>
 struct mf_MakeIndices : mf_MakeIndices<N - 1, N - 1, I...> {};
 template <int... I>
 struct mf_MakeIndices<0, I...> {
-    typedef mf_Indices<I...> Type;
+    using Type = mf_Indices<I...>;
 };
 
 /// L lanes in a machine register.
 template <int L>
 struct mf_MachineVector {
     static constexpr int kLanes = L;
-    typedef float Raw __attribute__((vector_size(4 * L)));
-    typedef float Unaligned __attribute__((vector_size(4 * L), aligned(4), may_alias));
+    using Raw __attribute__((vector_size(4 * L))) = float;
+    using Unaligned __attribute__((vector_size(4 * L), aligned(4), may_alias)) = float;
 
     Raw raw;
 
@@ -198,7 +198,7 @@ struct mf_MachineVector {
     }
 
   private:
-    typedef typename mf_MakeIndices<L>::Type All;
+    using All = typename mf_MakeIndices<L>::Type;
 
     template <int... I>
     static void unzip(Raw a, Raw b, Raw& first, Raw& second, mf_Indices<I...>) {
