@@ -75,6 +75,18 @@ TEST(PhaseImages, CoverTheImageArea) {
     EXPECT_EQ(codes.height(), 5);
 }
 
+TEST(PhaseImages, LeaveWhatLiesBetweenTheirRowsZero) {
+    const auto buffer = placedBuffer(3, 5, 0, 0);
+    mvPelBuffer<double> angle;
+    mvPelBuffer<unsigned char> codes;
+    mf_ComputeAngleImage(buffer, angle);
+    mf_ComputeQuadrantImage(buffer, codes);
+    for (long y = 0; y < 5; ++y) {
+        for (long x = 3; x < angle.rowUpdate(); ++x) EXPECT_EQ(angle.pointToRow(y)[x], 0.0);
+        for (long x = 3; x < codes.rowUpdate(); ++x) EXPECT_EQ(codes.pointToRow(y)[x], 0);
+    }
+}
+
 TEST(PhaseImages, HaveTheReferencesBitsAndPlacement) {
     const struct {
         long width, height, x, y;
