@@ -70,8 +70,8 @@ void mv_PelBuffer::allocate(long width, long height, long alignment, std::size_t
     const std::size_t step = std::lcm(start, pelSize);
     const auto columns = static_cast<std::size_t>(width), rows = static_cast<std::size_t>(height);
     if (columns > (largestBlock - step) / pelSize) throwTooLarge();
+    // NOLINTNEXTLINE(clang-analyzer-core.DivideZero): no multiple of a size is 0.
     const std::size_t rowBytes = (columns * pelSize + step - 1) / step * step;
-    // NOLINTNEXTLINE(clang-analyzer-core.DivideZero): a row has a pel.
     if (rows > (largestBlock - start) / rowBytes) throwTooLarge();
     if (!std::in_range<long>(rowBytes / pelSize)) throwTooLarge();
 
