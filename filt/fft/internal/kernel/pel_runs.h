@@ -3,7 +3,7 @@
 
 #include <filt/fft/internal/kernel/path.h>
 #include <filt/fft/internal/kernel/vector.h>
-// <cmath> has inline functions, which all paths would share as one of them was compiled.
+// Not <cmath>, which has inline functions: linkers keep one of each, whatever processor it is for.
 #include <math.h>  // NOLINT(modernize-deprecated-headers)
 
 /// The loops of mf_PelRuns and their neighbours. They are written for the compiler to vectorise;
