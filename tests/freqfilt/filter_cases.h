@@ -1,10 +1,31 @@
 // The four parametric filters behind one face, for tests that each of them must pass.
 #pragma once
 
+#include <utility>
+
 #include "freqfilt/lobe_cases.h"
 #include "freqfilt/ring_cases.h"
 
 namespace cases {
+
+/// Assignments from `other`, copying and moving, tell the watcher of a copy of `before` while that
+/// is still as it was.
+template <class F>
+void expectAssignmentsTellTheWatcherFirst(const F& before, F other) {
+    F copied(before), moved(before);
+    int calls = 0;
+    for (F* const filter : {&copied, &moved}) {
+        mvPersistent::watch(*filter, [&calls, &before, filter] {
+            ++calls;
+            EXPECT_TRUE(*filter == before);
+        });
+    }
+    copied = other;
+    EXPECT_EQ(calls, 1);
+    moved = std::move(other);
+    EXPECT_EQ(calls, 2);
+    EXPECT_TRUE(moved == copied);
+}
 
 // The twins differ in the name of their radius alone.
 template <class Base>

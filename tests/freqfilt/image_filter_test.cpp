@@ -66,21 +66,7 @@ TEST(ImageFilter, SetImageTellsTheWatcherBeforeItChanges) {
 }
 
 TEST(ImageFilter, AssignmentsTellTheWatcherFirst) {
-    const Filter before(image(8, 4, 1));
-    Filter other(image(16, 4, 2));
-    Filter copied(before), moved(before);
-    int calls = 0;
-    for (Filter* const filter : {&copied, &moved}) {
-        mvPersistent::watch(*filter, [&calls, &before, filter] {
-            ++calls;
-            EXPECT_TRUE(*filter == before);
-        });
-    }
-    copied = other;
-    EXPECT_EQ(calls, 1);
-    moved = std::move(other);
-    EXPECT_EQ(calls, 2);
-    EXPECT_TRUE(moved == copied);
+    cases::expectAssignmentsTellTheWatcherFirst(Filter(image(8, 4, 1)), Filter(image(16, 4, 2)));
 }
 
 TEST(ImageFilter, CopiesClonesAndAssigns) {

@@ -242,22 +242,8 @@ TYPED_TEST(FilterLifeCycle, SetTellsTheWatcherEvenWithTheSameParameters) {
 }
 
 TYPED_TEST(FilterLifeCycle, AssignmentsTellTheWatcherFirst) {
-    using F = typename TypeParam::Filter;
-    const F before = TypeParam::make(TypeParam::parameters());
-    F other = TypeParam::make(TypeParam::otherParameters());
-    F copied(before), moved(before);
-    int calls = 0;
-    for (F* const filter : {&copied, &moved}) {
-        mvPersistent::watch(*filter, [&calls, &before, filter] {
-            ++calls;
-            EXPECT_TRUE(*filter == before);
-        });
-    }
-    copied = other;
-    EXPECT_EQ(calls, 1);
-    moved = std::move(other);
-    EXPECT_EQ(calls, 2);
-    EXPECT_TRUE(moved == copied);
+    cases::expectAssignmentsTellTheWatcherFirst(TypeParam::make(TypeParam::parameters()),
+                                                TypeParam::make(TypeParam::otherParameters()));
 }
 
 TYPED_TEST(FilterLifeCycle, AWatcherThatThrowsKeepsTheFilter) {
