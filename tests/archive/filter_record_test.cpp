@@ -1,6 +1,6 @@
 // The records of the filters: bytes, versions, visits, round trips, failed loads.
+#include <initializer_list>
 #include <memory>
-#include <utility>
 
 #include "archive/filter_classes.h"
 #include "archive/loading.h"
@@ -32,33 +32,28 @@ mvFrequencyFilterGaborReject built(const archive::GaborReject&) {
 }
 
 // The fields with one of them changed, for each of them; the response stays.
+template <class Fields>
+std::vector<Fields> changedIn(const Fields& fields,
+                              std::initializer_list<double Fields::*> parameters) {
+    std::vector<Fields> all;
+    const auto changed = [&]() -> Fields& { return all.emplace_back(fields); };
+    changed().initialized = !fields.initialized;
+    for (const auto parameter : parameters) changed().*parameter += 0.125;
+    for (const auto integer : {&Fields::width, &Fields::height, &Fields::radius})
+        changed().*integer += 1;
+    Fields& inOneRow = changed();
+    inOneRow.supportWidth = fields.supportWidth * fields.supportHeight;
+    inOneRow.supportHeight = 1;
+    return all;
+}
 std::vector<archive::RingRecord> changedIn(const archive::RingRecord& fields) {
-    std::vector<archive::RingRecord> changed(8, fields);
-    changed[0].initialized = !fields.initialized;
-    std::swap(changed[1].supportWidth, changed[1].supportHeight);
-    changed[2].frequency += 0.125;
-    changed[3].sigma += 0.125;
-    changed[4].plateau += 0.125;
-    changed[5].width += 1;
-    changed[6].height += 1;
-    changed[7].radius += 1;
-    return changed;
+    using R = archive::RingRecord;
+    return changedIn(fields, {&R::frequency, &R::sigma, &R::plateau});
 }
 std::vector<archive::LobeRecord> changedIn(const archive::LobeRecord& fields) {
-    std::vector<archive::LobeRecord> changed(11, fields);
-    changed[0].initialized = !fields.initialized;
-    changed[1].supportWidth = 1;
-    changed[1].supportHeight = 9;
-    changed[2].angle += 0.125;
-    changed[3].frequency += 0.125;
-    changed[4].sigmaX += 0.125;
-    changed[5].sigmaY += 0.125;
-    changed[6].plateauX += 0.125;
-    changed[7].plateauY += 0.125;
-    changed[8].width += 1;
-    changed[9].height += 1;
-    changed[10].radius += 1;
-    return changed;
+    using L = archive::LobeRecord;
+    return changedIn(
+        fields, {&L::angle, &L::frequency, &L::sigmaX, &L::sigmaY, &L::plateauX, &L::plateauY});
 }
 
 template <class F>
