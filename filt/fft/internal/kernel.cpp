@@ -277,7 +277,7 @@ void mf_FFT2D(const float* src, float* dst, mvPair<long> size, int direction, in
     ComplexTransform transform(path, size, {size.y, rowLow, rowHigh}, direction < 0);
     if (dst != nullptr) {
         transform.between(src, dst, columns, sink);
-    } else if (sink != nullptr) {
+    } else {
         transform.toSink(src, columns, *sink);
     }
 }

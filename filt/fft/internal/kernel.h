@@ -61,7 +61,7 @@ void mf_RealFFT2D(const mf_RowSource& source, float* data, mvPair<long> size,
 
 /// The complex transform of the plane `src` into `dst`: `src` itself, another plane of the size, or
 /// null when nothing is kept. The columns 0 .. `columns` - 1 go to `sink`, unless that is null; of
-/// another plane no more than these are computed.
+/// another plane no more than these are computed. At least one of `dst` and `sink` is given.
 void mf_FFT2D(const float* src, float* dst, mvPair<long> size, int direction, int rowLow,
               int rowHigh, long columns, mf_ColumnSink* sink,
               const mf_KernelPath& path = mf_BestKernelPath());
