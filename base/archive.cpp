@@ -52,10 +52,10 @@ void exchangeNarrowed(mvArchive& ar, Value& value) {
 }  // namespace
 
 mvArchive::mvArchive(std::ostream& out)
-    : out_(&out), objects_(std::make_unique<mv_ArchiveObjects>()) {}
+    : out_(&out), objects_(std::make_unique<mvi::ArchiveObjects>()) {}
 
 mvArchive::mvArchive(std::istream& in)
-    : in_(&in), objects_(std::make_unique<mv_ArchiveObjects>()) {}
+    : in_(&in), objects_(std::make_unique<mvi::ArchiveObjects>()) {}
 
 mvArchive::~mvArchive() = default;
 

@@ -12,7 +12,9 @@
 #include <base/geometry.h>
 #include <base/persistence.h>
 
-class mv_ArchiveObjects;
+namespace mvi {
+class ArchiveObjects;
+}
 
 /// An archive over a stream that the caller owns, either storing into it or loading from it.
 ///
@@ -99,7 +101,7 @@ class MVBASE_API mvArchive {
 
     std::ostream* out_ = nullptr;
     std::istream* in_ = nullptr;
-    std::unique_ptr<mv_ArchiveObjects> objects_;
+    std::unique_ptr<mvi::ArchiveObjects> objects_;
     int depth_ = 0;
 };
 

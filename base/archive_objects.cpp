@@ -31,35 +31,35 @@ class Nesting {
 
 }  // namespace
 
-bool mv_ArchiveObjects::visited(const Identity& identity, std::size_t size) const {
+bool mvi::ArchiveObjects::visited(const Identity& identity, std::size_t size) const {
     const auto found = entries_.find(identity);
     if (found == entries_.end()) return false;
     const auto& sizes = found->second.visitedSizes;
     return std::find(sizes.begin(), sizes.end(), size) != sizes.end();
 }
 
-void mv_ArchiveObjects::visit(const Identity& identity, std::size_t size) {
+void mvi::ArchiveObjects::visit(const Identity& identity, std::size_t size) {
     if (!visited(identity, size)) entries_[identity].visitedSizes.push_back(size);
 }
 
-void mv_ArchiveObjects::forgetVisits(const Identity& identity) {
+void mvi::ArchiveObjects::forgetVisits(const Identity& identity) {
     const auto found = entries_.find(identity);
     if (found != entries_.end()) found->second.visitedSizes.clear();
 }
 
-void mv_ArchiveObjects::enter(const Identity& identity, mvPersistent& object) {
+void mvi::ArchiveObjects::enter(const Identity& identity, mvPersistent& object) {
     Entry& entry = entries_[identity];
     if (entry.index) return;
     numbered_.push_back({identity, &object});
     entry.index = static_cast<unsigned long>(numbered_.size() - 1);
 }
 
-std::optional<unsigned long> mv_ArchiveObjects::index(const Identity& identity) const {
+std::optional<unsigned long> mvi::ArchiveObjects::index(const Identity& identity) const {
     const auto found = entries_.find(identity);
     return found == entries_.end() ? std::nullopt : found->second.index;
 }
 
-mvPersistent* mv_ArchiveObjects::object(unsigned long index) const {
+mvPersistent* mvi::ArchiveObjects::object(unsigned long index) const {
     if (index >= numbered_.size() || numbered_[index].identity.expired()) return nullptr;
     return numbered_[index].object;
 }
@@ -85,7 +85,7 @@ void mvArchive::storePointer(mvPersistent* object) {
     unsigned char tag = !object ? nullTag : (known ? referenceTag : newTag);
     if (tag == newTag) {
         const Nesting nesting(depth_);
-        std::string name = mv_registeredName(typeid(*object));
+        std::string name = mvi::registeredName(typeid(*object));
         *this || tag || name;
         exchangeContent(*object);
         return;
@@ -116,7 +116,7 @@ std::unique_ptr<mvPersistent> mvArchive::loadNew() {
     const Nesting nesting(depth_);
     std::string name;
     *this || name;
-    std::unique_ptr<mvPersistent> object = mv_makeRegistered(name);
+    std::unique_ptr<mvPersistent> object = mvi::makeRegistered(name);
     exchangeContent(*object);
     return object;
 }

@@ -8,7 +8,7 @@
 #include <cstdlib>
 #include <memory>
 
-std::string mv_className(const std::type_info& type) {
+std::string mvi::className(const std::type_info& type) {
     int status = 0;
     const std::unique_ptr<char, decltype(&std::free)> name(
         abi::__cxa_demangle(type.name(), nullptr, nullptr, &status), &std::free);
@@ -19,7 +19,7 @@ std::string mv_className(const std::type_info& type) {
 
 #include <string_view>
 
-std::string mv_className(const std::type_info& type) {
+std::string mvi::className(const std::type_info& type) {
     std::string_view name = type.name();
     for (const std::string_view kind : {"class ", "struct "}) {
         if (name.starts_with(kind)) name.remove_prefix(kind.size());

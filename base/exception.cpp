@@ -16,7 +16,7 @@ std::ostream& operator<<(std::ostream& out, const mvException& exception) {
 mvException::~mvException() = default;
 
 void mvException::message_(std::ostream& out) const {
-    out << mv_className(typeid(*this));
+    out << mvi::className(typeid(*this));
 }
 
 mvExceptionWithString::mvExceptionWithString(const char* message)

@@ -50,7 +50,7 @@ Member find(Fits fits, Member Entry::*member) {
 }  // namespace
 
 mv_Instantiator::mv_Instantiator(const std::type_info& type, mvPersistent* (*make)()) {
-    Entry entry{this, type, mv_className(type), make};
+    Entry entry{this, type, mvi::className(type), make};
     const std::lock_guard lock(registry().mutex);
     registry().entries.push_back(std::move(entry));
 }
@@ -67,14 +67,14 @@ std::vector<std::string> mfRegisteredClasses() {
     return names;
 }
 
-std::string mv_registeredName(const std::type_info& type) {
+std::string mvi::registeredName(const std::type_info& type) {
     const auto fits = [&](const Entry& entry) { return entry.type == type; };
     std::string name = find(fits, &Entry::name);
-    if (name.empty()) throwUnknown(mv_className(type));
+    if (name.empty()) throwUnknown(mvi::className(type));
     return name;
 }
 
-std::unique_ptr<mvPersistent> mv_makeRegistered(const std::string& name) {
+std::unique_ptr<mvPersistent> mvi::makeRegistered(const std::string& name) {
     const auto fits = [&](const Entry& entry) { return entry.name == name; };
     const auto make = find(fits, &Entry::make);
     if (!make) throwUnknown(name);

@@ -32,7 +32,7 @@ void describeMachine(const Settings& settings) {
     const RealTime realTime(settings.realTime);
     std::printf("processor=%s\ncompiler=%s\nclock_ghz=%.3f\nadds_per_ns=%.2f\npath=%s\n",
                 processorName().c_str(), __VERSION__, clockRate(), additionRate(),
-                mf_BestKernelPath().name);
+                mvi::bestKernelPath().name);
     for (const auto& build : fftwBuilds(settings)) {
         std::printf("%s=%s\n", build->name().c_str(), build->version().c_str());
     }

@@ -9,7 +9,7 @@ namespace {
 
 class Complex : public Peer {
   public:
-    Complex(Size size, const mf_KernelPath& path)
+    Complex(Size size, const mvi::KernelPath& path)
         : Peer(std::string("mvfreq-") + path.name),
           size_(size),
           path_(path),
@@ -26,13 +26,13 @@ class Complex : public Peer {
 
   private:
     Size size_;
-    const mf_KernelPath& path_;
+    const mvi::KernelPath& path_;
     AlignedFloats plane_;
 };
 
 class Real : public Peer {
   public:
-    Real(Size size, const mf_KernelPath& path)
+    Real(Size size, const mvi::KernelPath& path)
         : Peer(std::string("mvfreq-") + path.name),
           size_(size),
           path_(path),
@@ -59,7 +59,7 @@ class Real : public Peer {
     float* row(long y) const { return plane_.data() + 2 * size_.width * y; }
 
     Size size_;
-    const mf_KernelPath& path_;
+    const mvi::KernelPath& path_;
     AlignedFloats plane_;
 };
 
@@ -91,11 +91,11 @@ std::unique_ptr<Peer> mvfreqInverse(std::string name, Size size, long rowLow, lo
     return std::make_unique<BandedInverse>(std::move(name), size, rowLow, rowHigh);
 }
 
-std::unique_ptr<Peer> mvfreqComplex(Size size, const mf_KernelPath& path) {
+std::unique_ptr<Peer> mvfreqComplex(Size size, const mvi::KernelPath& path) {
     return std::make_unique<Complex>(size, path);
 }
 
-std::unique_ptr<Peer> mvfreqReal(Size size, const mf_KernelPath& path) {
+std::unique_ptr<Peer> mvfreqReal(Size size, const mvi::KernelPath& path) {
     return std::make_unique<Real>(size, path);
 }
 

@@ -45,8 +45,8 @@ std::vector<double> inNewProcess(std::size_t count, Work work) {
 
 // A call of the plain path beforehand warms the memory, but neither the code nor its tables.
 std::vector<double> timesOfFirstCalls(Size size, const Values& input) {
-    const auto other = mvfreqComplex(size, **(mf_KernelPathList().end() - 1));
-    const auto peer = mvfreqComplex(size, mf_BestKernelPath());
+    const auto other = mvfreqComplex(size, **(mvi::KernelPathList().end() - 1));
+    const auto peer = mvfreqComplex(size, mvi::bestKernelPath());
     other->load(input);
     other->run();
     std::vector<double> times;

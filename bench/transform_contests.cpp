@@ -43,7 +43,7 @@ void addCopyOfPlane(Contest& contest) {
 void holdComplex(Size size, const Settings& settings) {
     Contest contest = complexContest("c2c", size);
     Peers& peers = contest.peers;
-    peers.push_back(mvfreqComplex(size, mf_BestKernelPath()));
+    peers.push_back(mvfreqComplex(size, mvi::bestKernelPath()));
     for (const auto& build : fftwBuilds(settings)) {
         addFftwComplex(peers, size, build, Rigor::Measure);
         addFftwComplex(peers, size, build, Rigor::Patient);
@@ -61,7 +61,7 @@ void holdComplex(Size size, const Settings& settings) {
 void holdReal(Size size, const Settings& settings) {
     Contest contest = realContest("real", size);
     Peers& peers = contest.peers;
-    peers.push_back(mvfreqReal(size, mf_BestKernelPath()));
+    peers.push_back(mvfreqReal(size, mvi::bestKernelPath()));
     for (const auto& build : fftwBuilds(settings)) {
         addFftwReal(peers, size, build, Rigor::Measure);
         addFftwReal(peers, size, build, Rigor::Patient);
@@ -79,7 +79,7 @@ void holdReal(Size size, const Settings& settings) {
 void holdPaths(Size size, const Settings& settings) {
     Contest complex = complexContest("path", size);
     Contest real = realContest("path", size);
-    for (const mf_KernelPath* path : mf_KernelPathList()) {
+    for (const mvi::KernelPath* path : mvi::KernelPathList()) {
         if (!path->isSupported()) continue;
         complex.peers.push_back(mvfreqComplex(size, *path));
         real.peers.push_back(mvfreqReal(size, *path));

@@ -10,7 +10,7 @@ namespace bench {
 
 /// @name Complex, in place, forward; load and result: the whole plane.
 /// @{
-std::unique_ptr<Peer> mvfreqComplex(Size size, const mf_KernelPath& path);
+std::unique_ptr<Peer> mvfreqComplex(Size size, const mvi::KernelPath& path);
 void addFftwComplex(Peers& peers, Size size, const std::shared_ptr<const Fftw>& build, Rigor rigor);
 void addFftwComplexTwoStep(Peers& peers, Size size, const std::shared_ptr<const Fftw>& build);
 std::unique_ptr<Peer> kissfftComplex(Size size);
@@ -19,7 +19,7 @@ std::unique_ptr<Peer> opencvComplex(Size size);
 
 /// @name Real, forward; load: one real a pel, result: columns 0 to W/2 of the plane.
 /// @{
-std::unique_ptr<Peer> mvfreqReal(Size size, const mf_KernelPath& path);
+std::unique_ptr<Peer> mvfreqReal(Size size, const mvi::KernelPath& path);
 void addFftwReal(Peers& peers, Size size, const std::shared_ptr<const Fftw>& build, Rigor rigor);
 void addFftwRealInPlace(Peers& peers, Size size, const std::shared_ptr<const Fftw>& build);
 void addFftwRealTwoStep(Peers& peers, Size size, const std::shared_ptr<const Fftw>& build);

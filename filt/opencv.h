@@ -21,13 +21,15 @@
 ///
 ///     cv::Mat magnitude = mfMatFromPelBuffer(spectrum.getMagnitudeImage(true));    // CV_64FC1
 
+namespace mvi {
+
 /// Lets a matrix keep the pels alive that it views. For mfMatFromPelBuffer alone.
-class mf_PelKeeper : public cv::MatAllocator {
+class PelKeeper : public cv::MatAllocator {
   public:
     /// What a matrix counts its references in; the last one lets `owner` go.
     static cv::UMatData* keep(void* pels, std::size_t size, std::shared_ptr<void> owner) {
         // Never destroyed, since a matrix may outlive everything else.
-        static const mf_PelKeeper& keeper = *new mf_PelKeeper;
+        static const PelKeeper& keeper = *new PelKeeper;
         auto held = std::make_unique<std::shared_ptr<void>>(std::move(owner));
         auto* data = new cv::UMatData(&keeper);
         data->data = data->origdata = static_cast<unsigned char*>(pels);
@@ -57,11 +59,13 @@ class mf_PelKeeper : public cv::MatAllocator {
 
 /// The type of a matrix with pels of type T: unsigned char, unsigned short or double.
 template <class T>
-constexpr int mf_matType() {
+constexpr int matType() {
     static_assert(std::is_same_v<T, unsigned char> || std::is_same_v<T, unsigned short> ||
                   std::is_same_v<T, double>);
     return cv::DataType<T>::type;
 }
+
+}  // namespace mvi
 
 /// A view of the matrix's pels; an unbound one for an empty matrix. T is unsigned char for CV_8UC1,
 /// unsigned short for CV_16UC1, double for CV_64FC1.
@@ -78,7 +82,7 @@ mvPelBuffer<T> mfPelBufferFromMat(const cv::Mat& matrix) {
     if (matrix.empty()) return {};
     if (matrix.dims > 2) throw Refused("Matrix must have two dimensions.");
     if (matrix.channels() != 1) throw Refused("Matrix must have one channel.");
-    if (matrix.type() != mf_matType<T>()) throw Refused("Matrix has pels of another type.");
+    if (matrix.type() != mvi::matType<T>()) throw Refused("Matrix has pels of another type.");
     const auto address = reinterpret_cast<std::uintptr_t>(matrix.data);
     if (address % alignof(T) != 0 || matrix.step[0] % sizeof(T) != 0)
         throw Refused("Matrix has pels that are not aligned.");
@@ -97,9 +101,9 @@ cv::Mat mfMatFromPelBuffer(const mvPelBuffer<T>& image) {
     if (!image.isBound()) return {};
     const std::size_t step = static_cast<std::size_t>(image.rowUpdate()) * sizeof(T);
     cv::Mat matrix(static_cast<int>(image.height()), static_cast<int>(image.width()),
-                   mf_matType<T>(), image.pointToOffset(), step);
-    matrix.u = mf_PelKeeper::keep(matrix.data, step * static_cast<std::size_t>(image.height()),
-                                  std::make_shared<mvPelBuffer<T>>(image));
+                   mvi::matType<T>(), image.pointToOffset(), step);
+    matrix.u = mvi::PelKeeper::keep(matrix.data, step * static_cast<std::size_t>(image.height()),
+                                    std::make_shared<mvPelBuffer<T>>(image));
     matrix.addref();
     return matrix;
 }

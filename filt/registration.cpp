@@ -20,4 +20,4 @@ MVFREQ_REGISTER(mvFrequencyFilterImage)
 
 #undef MVFREQ_REGISTER
 
-void mf_KeepRegistration() {}
+void mvi::keepRegistration() {}

@@ -12,7 +12,7 @@ build=build/coverage
 # Lines that no test can reach, and why.
 excluded=(
     # Plain C++ is chosen on processors of other architectures, or by other compilers.
-    '^    return mf_kPlainPath;$'
+    '^    return mvi::kPlainPath;$'
 )
 
 if [[ ${1:-} != --report ]]; then

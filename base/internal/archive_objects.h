@@ -9,9 +9,11 @@
 
 #include <base/persistence.h>
 
+namespace mvi {
+
 /// The objects that one archive has met, under their identities: an identity outlives its object
 /// here as a weak pointer, so that it is never mistaken for that of a later object.
-class mv_ArchiveObjects {
+class ArchiveObjects {
   public:
     using Identity = std::shared_ptr<const void>;
 
@@ -43,3 +45,5 @@ class mv_ArchiveObjects {
     std::map<Weak, Entry, std::owner_less<>> entries_;
     std::vector<Numbered> numbered_;
 };
+
+}  // namespace mvi

@@ -4,5 +4,9 @@
 #include <string>
 #include <typeinfo>
 
+namespace mvi {
+
 /// The qualified C++ name of a type, such as `mvFrequencyDefs::BadCoord`.
-std::string mv_className(const std::type_info& type);
+std::string className(const std::type_info& type);
+
+}  // namespace mvi

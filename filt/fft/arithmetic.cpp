@@ -6,7 +6,7 @@
 
 namespace {
 
-using Access = mf_BufferAccess;
+using Access = mvi::BufferAccess;
 
 struct Complex {
     float re, im;

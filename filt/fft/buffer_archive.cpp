@@ -8,14 +8,14 @@ namespace {
 
 // The floats of a plane that an archive tells of. Planes up to the largest size may come with
 // fewer floats; larger ones are no plane of ours and must bring all of theirs.
-mvFloatArray loadPlane(mf_LoadedFloats floats, std::int32_t width, std::int32_t height) {
+mvFloatArray loadPlane(mvi::LoadedFloats floats, std::int32_t width, std::int32_t height) {
     if (width < 0 || height < 0) throw mvArchive::BadValue("A size of the archive is negative.");
-    constexpr std::size_t side = mf_BufferAccess::kLargestSide;
+    constexpr std::size_t side = mvi::BufferAccess::kLargestSide;
     const std::size_t needed =
         2 * static_cast<std::size_t>(width) * static_cast<std::size_t>(height);
     const bool ordinary =
-        width <= mf_BufferAccess::kLargestSide && height <= mf_BufferAccess::kLargestSide;
-    mf_PadFloats(floats, needed, mf_BufferAccess::kSlackFloats, ordinary ? 2 * side * side : 0);
+        width <= mvi::BufferAccess::kLargestSide && height <= mvi::BufferAccess::kLargestSide;
+    mvi::padFloats(floats, needed, mvi::BufferAccess::kSlackFloats, ordinary ? 2 * side * side : 0);
     return std::move(floats.values);
 }
 
@@ -25,7 +25,7 @@ mvArchive& operator||(mvArchive& ar, mvFrequencyBuffer& buffer) {
     constexpr unsigned char kNewest = 1;
     unsigned char version = kNewest;
     ar || version;
-    mf_RequireVersion(version, kNewest, "filt/fft", 572);
+    mvi::requireVersion(version, kNewest, "filt/fft", 572);
     if (ar.isStoring()) {
         buffer.store(ar);
     } else {
@@ -47,20 +47,20 @@ bool mvFrequencyBuffer::exchangeFields(mvArchive& ar, unsigned char version) {
     } else {
         ar || xform_;
     }
-    mf_ExchangePair(ar, offset_);
+    mvi::exchangePair(ar, offset_);
     ar || hasData;
     return hasData;
 }
 
 void mvFrequencyBuffer::store(mvArchive& ar) {
     const bool hasData = exchangeFields(ar, 1);
-    mf_StoreFloats(ar, data_, hasData ? mf_BufferAccess::floats(*this) : 0);
+    mvi::storeFloats(ar, data_, hasData ? mvi::BufferAccess::floats(*this) : 0);
 }
 
 // The fields read take effect at once; the plane that they no longer describe is dropped first.
 void mvFrequencyBuffer::load(mvArchive& ar, unsigned char version) {
     const bool hasData = exchangeFields(ar, version);
-    mf_LoadedFloats floats = mf_LoadFloats(ar, mf_BufferAccess::kSlackFloats);
+    mvi::LoadedFloats floats = mvi::loadFloats(ar, mvi::BufferAccess::kSlackFloats);
     if (hasData) {
         storage_ = loadPlane(std::move(floats), width_, height_);
         data_ = storage_.data();

@@ -5,7 +5,7 @@
 #include <filt/internal/registration.h>
 
 mvFrequencyDefs::Errors::Errors(const char* message) : mvExceptionWithString(message) {
-    mf_KeepRegistration();
+    mvi::keepRegistration();
 }
 mvFrequencyDefs::Errors::~Errors() = default;
 
@@ -18,7 +18,7 @@ void mvFrequencyDefs::Errors::dispatchSerialize(mvArchive& ar) {
 }
 
 void mvFrequencyDefs::Errors::serialize_(mvArchive& ar, unsigned char version) {
-    mf_RequireVersion(version, 0, "mvFrequencyDefs::Errors", 0);
+    mvi::requireVersion(version, 0, "mvFrequencyDefs::Errors", 0);
     mvExceptionWithString::dispatchSerialize(ar);
 }
 
@@ -45,7 +45,7 @@ void mvFrequencyDefs::Errors::serialize_(mvArchive& ar, unsigned char version) {
         setVisited(ar, this, sizeof(Leaf));                                        \
     }                                                                              \
     void mvFrequencyDefs::Leaf::serialize_(mvArchive& ar, unsigned char version) { \
-        mf_RequireVersion(version, 0, "mvFrequencyDefs::" #Leaf, 0);               \
+        mvi::requireVersion(version, 0, "mvFrequencyDefs::" #Leaf, 0);             \
         Errors::dispatchSerialize(ar);                                             \
     }
 

@@ -8,7 +8,7 @@
 
 namespace {
 
-using Access = mf_BufferAccess;
+using Access = mvi::BufferAccess;
 
 mvPair<long> planeSize(const mvFrequencyBuffer& b) {
     return {Access::width(b), Access::height(b)};
@@ -38,7 +38,7 @@ mvPelBuffer_const<T> pelsToRead(const mvPelBuffer_const<T>& image, mvPair<long> 
 
 // Images as rows of packed reals.
 template <class T>
-class RealRows : public mf_RowSource {
+class RealRows : public mvi::RowSource {
   public:
     RealRows(const mvPelBuffer_const<T>& pels, long width)
         : pels_(pels), floats_(width == 1 ? 2 : width) {}
@@ -46,7 +46,7 @@ class RealRows : public mf_RowSource {
     long rows() const override { return pels_.height(); }
 
     void write(long y, float* row) const override {
-        mf_BestKernelPath().pels<T>().toReals(pels_.pointToRow(y), pels_.width(), row);
+        mvi::bestKernelPath().pels<T>().toReals(pels_.pointToRow(y), pels_.width(), row);
         std::fill(row + pels_.width(), row + floats_, 0.0f);
     }
 
@@ -57,7 +57,7 @@ class RealRows : public mf_RowSource {
 
 // Two images as rows of complex elements.
 template <class T>
-class ComplexRows : public mf_RowSource {
+class ComplexRows : public mvi::RowSource {
   public:
     ComplexRows(const mvPelBuffer_const<T>& real, const mvPelBuffer_const<T>& imaginary, long width)
         : real_(real), imaginary_(imaginary), width_(width) {}
@@ -65,8 +65,8 @@ class ComplexRows : public mf_RowSource {
     long rows() const override { return real_.height(); }
 
     void write(long y, float* row) const override {
-        mf_BestKernelPath().pels<T>().toElements(real_.pointToRow(y), imaginary_.pointToRow(y),
-                                                 real_.width(), row);
+        mvi::bestKernelPath().pels<T>().toElements(real_.pointToRow(y), imaginary_.pointToRow(y),
+                                                   real_.width(), row);
         std::fill(row + 2 * real_.width(), row + 2 * width_, 0.0f);
     }
 
@@ -95,7 +95,7 @@ void forward(const mvPelBuffer_const<T>& real, const mvPelBuffer_const<T>& imagi
     const mvPair<long> size = planeSize(dst);
     const ComplexRows<T> rows(pelsToRead(real, size), pelsToRead(imaginary, size), size.x);
     // The padding has a poll of its own.
-    mf_PollAttention();
+    mvi::pollAttention();
     mf_FFT2D(rows, Access::data(dst), size);
 }
 

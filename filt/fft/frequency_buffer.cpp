@@ -22,8 +22,8 @@ void requireReducible(const mvFrequencyBuffer& src, long width, long height) {
     if (height > src.height()) {
         throw InvalidSize("Copied height cannot be greater than source height");
     }
-    if (!mf_IsPowerOfTwo(width)) throw InvalidSize("Unsupported width");
-    if (!mf_IsPowerOfTwo(height)) throw InvalidSize("Unsupported height");
+    if (!mvi::isPowerOfTwo(width)) throw InvalidSize("Unsupported width");
+    if (!mvi::isPowerOfTwo(height)) throw InvalidSize("Unsupported height");
 }
 
 void requirePair(const mv_PelBuffer& real, const mv_PelBuffer& imaginary) {
@@ -70,8 +70,8 @@ mvFrequencyBuffer::mvFrequencyBuffer(const mvFrequencyBuffer& src, long width, l
 
     const double sx = static_cast<double>(width) / src.width_;
     const double sy = static_cast<double>(height) / src.height_;
-    imageWidth_ = mf_Truncate<std::int32_t>(src.imageWidth_ * sx);
-    imageHeight_ = mf_Truncate<std::int32_t>(src.imageHeight_ * sy);
+    imageWidth_ = mvi::truncate<std::int32_t>(src.imageWidth_ * sx);
+    imageHeight_ = mvi::truncate<std::int32_t>(src.imageHeight_ * sy);
     xform_ = src.xform_;
     if (src.xform_.isSet()) {
         const mvMatrix<2> scale(sx, sy, mvRadian(0.0), mvRadian(0.0));
@@ -88,7 +88,7 @@ mvFrequencyBuffer::mvFrequencyBuffer(const mvPelBuffer_const<double>& real,
                                      const mvPelBuffer_const<double>& imaginary) {
     requirePair(real, imaginary);
     setAndAllocate(real.width(), real.height());
-    mf_BufferAccess::setPlacement(*this, real);
+    mvi::BufferAccess::setPlacement(*this, real);
     for (long y = 0; y < imageHeight_; ++y) {
         const double* const re = real.pointToRow(y);
         const double* const im = imaginary.pointToRow(y);
@@ -98,7 +98,7 @@ mvFrequencyBuffer::mvFrequencyBuffer(const mvPelBuffer_const<double>& real,
             *out++ = static_cast<float>(im[x]);
         }
     }
-    mf_ClearPadding(data_, imageWidth_, imageHeight_, width_, height_);
+    mvi::clearPadding(data_, imageWidth_, imageHeight_, width_, height_);
 }
 
 mvFrequencyBuffer::~mvFrequencyBuffer() = default;
@@ -106,7 +106,7 @@ mvFrequencyBuffer::~mvFrequencyBuffer() = default;
 mvFrequencyBuffer& mvFrequencyBuffer::operator=(const mvFrequencyBuffer& src) {
     if (this == &src || dropIfEmpty(src)) return *this;
     takeShape(src);
-    std::copy_n(src.data_, mf_BufferAccess::floats(src), data_);
+    std::copy_n(src.data_, mvi::BufferAccess::floats(src), data_);
     return *this;
 }
 
@@ -158,7 +158,7 @@ bool mvFrequencyBuffer::operator==(const mvFrequencyBuffer& other) const {
         return false;
     }
     if (!(offset_ == other.offset_)) return false;
-    return mf_SameFloats(data_, other.data_, mf_BufferAccess::floats(*this));
+    return mvi::sameFloats(data_, other.data_, mvi::BufferAccess::floats(*this));
 }
 
 long mvFrequencyBuffer::width() const {
@@ -172,30 +172,31 @@ long mvFrequencyBuffer::height() const {
 }
 
 void mvFrequencyBuffer::masked(long flag) {
-    masked_ = mf_Hold32(flag);
+    masked_ = mvi::hold32(flag);
 }
 void mvFrequencyBuffer::maskedMiny(long row) {
-    maskedMiny_ = mf_Hold32(row);
+    maskedMiny_ = mvi::hold32(row);
 }
 void mvFrequencyBuffer::maskedMaxy(long row) {
-    maskedMaxy_ = mf_Hold32(row);
+    maskedMaxy_ = mvi::hold32(row);
 }
 
 // Sizes the plane for an image of `width` x `height` and enters the frequency-data state.
 void mvFrequencyBuffer::setAndAllocate(long width, long height) {
-    if (width > mf_BufferAccess::kLargestSide || height > mf_BufferAccess::kLargestSide) {
+    if (width > mvi::BufferAccess::kLargestSide || height > mvi::BufferAccess::kLargestSide) {
         throw mvFrequencyDefs::InvalidSize("Width and Height must be no larger than 2048.");
     }
-    allocatePlane(mf_Hold32(mf_PowerOfTwoAbove(width)), mf_Hold32(mf_PowerOfTwoAbove(height)));
-    imageWidth_ = mf_Hold32(width);
-    imageHeight_ = mf_Hold32(height);
+    allocatePlane(mvi::hold32(mvi::powerOfTwoAbove(width)),
+                  mvi::hold32(mvi::powerOfTwoAbove(height)));
+    imageWidth_ = mvi::hold32(width);
+    imageHeight_ = mvi::hold32(height);
 }
 
 // Keeps the plane when it has the size already; changes nothing when memory runs out.
 void mvFrequencyBuffer::allocatePlane(std::int32_t width, std::int32_t height) {
     if (data_ == nullptr || width != width_ || height != height_) {
         const auto elements = static_cast<std::size_t>(width) * static_cast<std::size_t>(height);
-        storage_.resize(2 * elements + mf_BufferAccess::kSlackFloats);
+        storage_.resize(2 * elements + mvi::BufferAccess::kSlackFloats);
         data_ = storage_.data();
     }
     width_ = width;

@@ -9,6 +9,10 @@
 
 class mvFrequencyBuffer;
 
+namespace mvi {
+struct BufferAccess;
+}
+
 /// Stores the buffer in the archive or loads it, by the archive's direction.
 ///
 /// Throws mvArchive::UnknownVersion for a version above 1 and leaves the buffer unchanged; any
@@ -131,7 +135,7 @@ class MVFREQ_API mvFrequencyBuffer {
     /// @}
 
   private:
-    friend struct mf_BufferAccess;
+    friend struct mvi::BufferAccess;
     friend class mvFrequencyFilter;
     friend mvArchive& operator||(mvArchive& ar, mvFrequencyBuffer& buffer);
 

@@ -12,10 +12,10 @@
 
 namespace {
 
-using Access = mf_BufferAccess;
+using Access = mvi::BufferAccess;
 
 // The inverse transform of `src` with its band, into `dst`.
-void transformPlane(const mvFrequencyBuffer& src, float* dst, long columns, mf_ColumnSink* sink) {
+void transformPlane(const mvFrequencyBuffer& src, float* dst, long columns, mvi::ColumnSink* sink) {
     const mvPair<long> size(Access::width(src), Access::height(src));
     const bool masked = Access::masked(src) != 0;
     const long rowLow = masked ? Access::maskedMiny(src) : 0;
@@ -34,7 +34,7 @@ class SpatialPlane {
     /// when it returns unless they are to be kept.
     template <class Visit>
     void compute(bool keep, Visit visit) {
-        mf_RunSink<Visit> sink(Access::imageHeight(buf_), visit);
+        mvi::RunSink<Visit> sink(Access::imageHeight(buf_), visit);
         if (Access::inverseComputed(buf_)) return sink.take(imageColumns());
         if (!inPlace_ && keep) Access::takeShape(copy_, buf_);
         transformPlane(buf_, Access::data(inPlace_ ? buf_ : copy_), Access::imageWidth(buf_),
@@ -44,7 +44,7 @@ class SpatialPlane {
     /// Visits a plane that was kept.
     template <class Visit>
     void visit(Visit visit) const {
-        mf_RunSink<Visit>(Access::imageHeight(buf_), visit).take(imageColumns());
+        mvi::RunSink<Visit>(Access::imageHeight(buf_), visit).take(imageColumns());
     }
 
     const mvFrequencyBuffer& plane() const { return inPlace_ ? buf_ : copy_; }
@@ -55,7 +55,7 @@ class SpatialPlane {
     }
 
   private:
-    mf_FinishedColumns imageColumns() const {
+    mvi::FinishedColumns imageColumns() const {
         return {0, Access::imageWidth(buf_), Access::data(plane()), 2 * Access::width(buf_)};
     }
 
@@ -75,7 +75,7 @@ float inverseScale(const mvFrequencyBuffer& buf) {
 
 // The linear map of magnitudes onto the whole range of integer pels.
 struct PelMap {
-    PelMap(const mf_SquareRange& range, float scale, float full)
+    PelMap(const mvi::SquareRange& range, float scale, float full)
         : low(std::sqrt(range.least) * scale) {
         const float high = std::sqrt(range.greatest) * scale;
         factor = high == low ? full : full / (high - low);
@@ -114,11 +114,11 @@ template <>
 struct QuadrantOutput<double> {
     QuadrantOutput(const mvFrequencyBuffer& buf, mvPelBuffer<unsigned char>& out)
         : image(buf, out) {}
-    mf_OutputImage<unsigned char> image;
+    mvi::OutputImage<unsigned char> image;
 
     static bool needsPlane() { return false; }
     void visit(long x, long y, const float* elements, long count) {
-        mf_WriteQuadrants(elements, count, image.row(y) + x);
+        mvi::writeQuadrants(elements, count, image.row(y) + x);
     }
     void write(const mvFrequencyBuffer&) { image.bind(); }
     void wrap() { image.wrap(); }
@@ -128,14 +128,14 @@ struct QuadrantOutput<double> {
 template <class T, class SecondOutput>
 void inverseToMagnitudes(mvFrequencyBuffer& buf, mvPelBuffer<T>& out, SecondOutput second,
                          bool rescale, bool destroy) {
-    const mf_KernelPath& path = mf_BestKernelPath();
-    const mf_PelRuns<T>& runs = path.pels<T>();
+    const mvi::KernelPath& path = mvi::bestKernelPath();
+    const mvi::PelRuns<T>& runs = path.pels<T>();
     const bool mapped = rescale && !std::is_same_v<T, double>;
     const float scale = inverseScale(buf);
 
-    mf_OutputImage<T> magnitudes(buf, out);
+    mvi::OutputImage<T> magnitudes(buf, out);
     SpatialPlane spatial(buf, destroy);
-    mf_SquareRange range;
+    mvi::SquareRange range;
     spatial.compute(mapped || second.needsPlane(),
                     [&](long x, long y, const float* elements, long count) {
                         if (mapped) {
@@ -146,7 +146,7 @@ void inverseToMagnitudes(mvFrequencyBuffer& buf, mvPelBuffer<T>& out, SecondOutp
                         second.visit(x, y, elements, count);
                     });
     magnitudes.bind();
-    mf_PollAttention();
+    mvi::pollAttention();
     if (mapped) {
         const PelMap map(range, scale, static_cast<float>(std::numeric_limits<T>::max()));
         spatial.visit([&](long x, long y, const float* elements, long count) {
@@ -192,8 +192,8 @@ void mfInverseFFT(mvFrequencyBuffer& buf, mvPelBuffer<double>& real, mvPelBuffer
                   bool destroy) {
     requirePelOutput(buf);
     const float scale = inverseScale(buf);
-    mf_OutputImage<double> re(buf, real);
-    mf_OutputImage<double> im(buf, imaginary);
+    mvi::OutputImage<double> re(buf, real);
+    mvi::OutputImage<double> im(buf, imaginary);
     SpatialPlane spatial(buf, destroy);
     spatial.compute(false, [&](long x, long y, const float* elements, long count) {
         double* const reals = re.row(y) + x;
@@ -205,7 +205,7 @@ void mfInverseFFT(mvFrequencyBuffer& buf, mvPelBuffer<double>& real, mvPelBuffer
     });
     re.bind();
     im.bind();
-    mf_PollAttention();
+    mvi::pollAttention();
     re.copyXformToOutput();
     im.copyXformToOutput();
     re.wrap();

@@ -49,9 +49,9 @@ void mapAutoScale(const mvPelBuffer_const<double>& src, mvPelBuffer<unsigned cha
     const Range range = rangeOf(src);
     const double scale = 255.0 / scaleRange(range);
     if (range.low >= 0.0) {
-        mapPels(src, dst, [=](double v) { return mf_LowByte(scale * v); });
+        mapPels(src, dst, [=](double v) { return mvi::lowByte(scale * v); });
     } else {
-        mapPels(src, dst, [=](double v) { return mf_LowByte((v - range.low) * scale); });
+        mapPels(src, dst, [=](double v) { return mvi::lowByte((v - range.low) * scale); });
     }
 }
 
@@ -64,16 +64,16 @@ void mapLog(const mvPelBuffer_const<double>& src, mvPelBuffer<unsigned char>& ds
     const Range range = rangeOf(src);
     const double scale = 255.0 / std::log(std::max(scaleRange(range), 2.0));
     if (range.low >= 0.0) {
-        mapPels(src, dst, [=](double v) { return mf_LowByte(std::log(v + 1.0) * scale); });
+        mapPels(src, dst, [=](double v) { return mvi::lowByte(std::log(v + 1.0) * scale); });
     } else {
         mapPels(src, dst,
-                [=](double v) { return mf_LowByte(std::log(v - range.low + 1.0) * scale); });
+                [=](double v) { return mvi::lowByte(std::log(v - range.low + 1.0) * scale); });
     }
 }
 
 void mapAngle(const mvPelBuffer_const<double>& src, mvPelBuffer<unsigned char>& dst) {
     constexpr double kBytesPerRadian = 40.58451;
-    mapPels(src, dst, [](double v) { return mf_LowByte(v * kBytesPerRadian); });
+    mapPels(src, dst, [](double v) { return mvi::lowByte(v * kBytesPerRadian); });
 }
 
 }  // namespace

@@ -11,11 +11,11 @@ namespace {
 // write(elements, count, pels) makes a run of pels.
 template <class T, class Write>
 void phaseImage(const mvFrequencyBuffer& buf, mvPelBuffer<T>& out, Write write) {
-    using Access = mf_BufferAccess;
+    using Access = mvi::BufferAccess;
     Access::requireData(buf);
     Access::requireImageInPlane(buf);
-    mf_PollAttention();
-    mf_OutputImage<T> output(buf, out);
+    mvi::pollAttention();
+    mvi::OutputImage<T> output(buf, out);
     output.bind();
     for (long y = 0; y < Access::imageHeight(buf); ++y) {
         write(Access::data(buf) + 2 * Access::width(buf) * y, Access::imageWidth(buf),
@@ -36,5 +36,5 @@ void mf_ComputeAngleImage(const mvFrequencyBuffer& buf, mvPelBuffer<double>& ang
 }
 
 void mf_ComputeQuadrantImage(const mvFrequencyBuffer& buf, mvPelBuffer<unsigned char>& quadrant) {
-    phaseImage(buf, quadrant, mf_WriteQuadrants);
+    phaseImage(buf, quadrant, mvi::writeQuadrants);
 }

@@ -14,22 +14,23 @@ mvFrequencyFilterBandPass::mvFrequencyFilterBandPass(double sigma, double platea
 }
 
 void mvFrequencyFilterBandPass::apply(mvFrequencyBuffer& buf) const {
-    mf_RequireApplicable(buf, response_, parameters_.size);
-    mf_Ring ring(parameters_, response_, mf_Ring::Inside::bySquares);
+    mvi::requireApplicable(buf, response_, parameters_.size);
+    mvi::Ring ring(parameters_, response_, mvi::Ring::Inside::bySquares);
     keepRing(ring, buf, buf);
 }
 
 void mvFrequencyFilterBandPass::apply(const mvFrequencyBuffer& src, mvFrequencyBuffer& dst) const {
-    mf_RequireApplicable(src, response_, parameters_.size);
-    mf_RequirePowersOfTwo(parameters_.size);
-    mf_Ring ring(parameters_, response_, mf_Ring::Inside::bySquares);
+    mvi::requireApplicable(src, response_, parameters_.size);
+    mvi::requirePowersOfTwo(parameters_.size);
+    mvi::Ring ring(parameters_, response_, mvi::Ring::Inside::bySquares);
     setAndAllocateFrequencyBuffer(dst, src.width(), src.height());
     keepRing(ring, src, dst);
 }
 
-void mvFrequencyFilterBandPass::keepRing(mf_Ring& ring, const mvFrequencyBuffer& src,
+void mvFrequencyFilterBandPass::keepRing(mvi::Ring& ring, const mvFrequencyBuffer& src,
                                          mvFrequencyBuffer& dst) const {
     maskFrequencyBuffer(dst, false, 0, 0);
-    mf_ApplyRing(ring, getFrequencyBufferData(src), getFrequencyBufferData(dst), mf_ClearOutside());
-    mf_ClearDcSquare(dst, parameters_.dcRadius);
+    mvi::applyRing(ring, getFrequencyBufferData(src), getFrequencyBufferData(dst),
+                   mvi::ClearOutside());
+    mvi::clearDcSquare(dst, parameters_.dcRadius);
 }

@@ -4,7 +4,9 @@
 #include <filt/export.h>
 #include <filt/freqfilt/ring_filter.h>
 
-class mf_Ring;
+namespace mvi {
+class Ring;
+}
 
 /// Keeps the frequencies on a ring around DC and clears the others: 1 on the flat top, falling as
 /// exp(-(distance - plateau)^2 / (2 sigma^2)) beyond it, 0 from about four sigmas on. A frequency
@@ -42,5 +44,5 @@ class MVFREQ_API mvFrequencyFilterBandPass : public mvRingFilter {
     bool rejects() const override { return false; }
 
   private:
-    void keepRing(mf_Ring& ring, const mvFrequencyBuffer& src, mvFrequencyBuffer& dst) const;
+    void keepRing(mvi::Ring& ring, const mvFrequencyBuffer& src, mvFrequencyBuffer& dst) const;
 };

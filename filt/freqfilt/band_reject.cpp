@@ -15,25 +15,26 @@ mvFrequencyFilterBandReject::mvFrequencyFilterBandReject(double sigma, double pl
 }
 
 void mvFrequencyFilterBandReject::apply(mvFrequencyBuffer& buf) const {
-    mf_RequireApplicable(buf, response_, parameters_.size);
-    mf_Ring ring(parameters_, response_, mf_Ring::Inside::bySquares);
-    mf_RequireList(parameters_.dcRadius);
-    const mf_DcSquare dcSquare(buf, parameters_.dcRadius);
+    mvi::requireApplicable(buf, response_, parameters_.size);
+    mvi::Ring ring(parameters_, response_, mvi::Ring::Inside::bySquares);
+    mvi::requireList(parameters_.dcRadius);
+    const mvi::DcSquare dcSquare(buf, parameters_.dcRadius);
     maskFrequencyBuffer(buf, false, 0, 0);
     float* const plane = getFrequencyBufferData(buf);
-    mf_ApplyRing(ring, plane, plane, mf_KeepOutside());
+    mvi::applyRing(ring, plane, plane, mvi::KeepOutside());
     dcSquare.restore(buf);
 }
 
 void mvFrequencyFilterBandReject::apply(const mvFrequencyBuffer& src,
                                         mvFrequencyBuffer& dst) const {
-    mf_RequireApplicable(src, response_, parameters_.size);
-    mf_RequirePowersOfTwo(parameters_.size);
-    mf_Ring ring(parameters_, response_, mf_Ring::Inside::byProfile);
+    mvi::requireApplicable(src, response_, parameters_.size);
+    mvi::requirePowersOfTwo(parameters_.size);
+    mvi::Ring ring(parameters_, response_, mvi::Ring::Inside::byProfile);
     setAndAllocateFrequencyBuffer(dst, src.width(), src.height());
     maskFrequencyBuffer(dst, false, 0, 0);
-    mf_RequireList(parameters_.dcRadius);
-    const mf_DcSquare dcSquare(src, parameters_.dcRadius);
-    mf_ApplyRing(ring, getFrequencyBufferData(src), getFrequencyBufferData(dst), mf_KeepOutside());
+    mvi::requireList(parameters_.dcRadius);
+    const mvi::DcSquare dcSquare(src, parameters_.dcRadius);
+    mvi::applyRing(ring, getFrequencyBufferData(src), getFrequencyBufferData(dst),
+                   mvi::KeepOutside());
     dcSquare.restore(dst);
 }

@@ -22,7 +22,7 @@ void mvFrequencyFilter::dispatchSerialize(mvArchive& ar) {
 }
 
 void mvFrequencyFilter::serialize_(mvArchive& ar, unsigned char version) {
-    mf_RequireVersion(version, 0, "filt/freqfilt", 136);
+    mvi::requireVersion(version, 0, "filt/freqfilt", 136);
     mvPersistent::dispatchSerialize(ar);
     ar || initialized_;
 }

@@ -15,21 +15,21 @@ mvFrequencyFilterGabor::mvFrequencyFilterGabor(const mvPair<double>& sigma,
 }
 
 void mvFrequencyFilterGabor::apply(mvFrequencyBuffer& buf) const {
-    mf_RequireApplicable(buf, response_, parameters_.size);
+    mvi::requireApplicable(buf, response_, parameters_.size);
     keepLobe(buf, buf);
 }
 
 void mvFrequencyFilterGabor::apply(const mvFrequencyBuffer& src, mvFrequencyBuffer& dst) const {
-    mf_RequireApplicable(src, response_, parameters_.size);
-    mf_RequirePowersOfTwo(parameters_.size);
+    mvi::requireApplicable(src, response_, parameters_.size);
+    mvi::requirePowersOfTwo(parameters_.size);
     setAndAllocateFrequencyBuffer(dst, src.width(), src.height());
     keepLobe(src, dst);
 }
 
 void mvFrequencyFilterGabor::keepLobe(const mvFrequencyBuffer& src, mvFrequencyBuffer& dst) const {
-    const mf_PatchPlacement at(parameters_, response_);
+    const mvi::PatchPlacement at(parameters_, response_);
     maskFrequencyBuffer(dst, true, at.rowMin, at.rowMax);
-    mf_ApplyPatch(at, response_, getFrequencyBufferData(src), getFrequencyBufferData(dst),
-                  mf_ClearOutside());
-    mf_ClearDcSquare(dst, parameters_.dcRadius);
+    mvi::applyPatch(at, response_, getFrequencyBufferData(src), getFrequencyBufferData(dst),
+                    mvi::ClearOutside());
+    mvi::clearDcSquare(dst, parameters_.dcRadius);
 }

@@ -16,17 +16,17 @@ mvFrequencyFilterGaborReject::mvFrequencyFilterGaborReject(const mvPair<double>&
 }
 
 void mvFrequencyFilterGaborReject::apply(mvFrequencyBuffer& buf) const {
-    mf_RequireApplicable(buf, response_, parameters_.size);
-    const mf_DcSquare dcSquare(buf, parameters_.dcRadius);
+    mvi::requireApplicable(buf, response_, parameters_.size);
+    const mvi::DcSquare dcSquare(buf, parameters_.dcRadius);
     rejectLobe(buf, buf);
     dcSquare.restore(buf);
 }
 
 void mvFrequencyFilterGaborReject::apply(const mvFrequencyBuffer& src,
                                          mvFrequencyBuffer& dst) const {
-    mf_RequireApplicable(src, response_, parameters_.size);
-    mf_RequirePowersOfTwo(parameters_.size);
-    const mf_DcSquare dcSquare(src, parameters_.dcRadius);
+    mvi::requireApplicable(src, response_, parameters_.size);
+    mvi::requirePowersOfTwo(parameters_.size);
+    const mvi::DcSquare dcSquare(src, parameters_.dcRadius);
     setAndAllocateFrequencyBuffer(dst, src.width(), src.height());
     rejectLobe(src, dst);
     dcSquare.restore(dst);
@@ -34,8 +34,8 @@ void mvFrequencyFilterGaborReject::apply(const mvFrequencyBuffer& src,
 
 void mvFrequencyFilterGaborReject::rejectLobe(const mvFrequencyBuffer& src,
                                               mvFrequencyBuffer& dst) const {
-    const mf_PatchPlacement at(parameters_, response_);
+    const mvi::PatchPlacement at(parameters_, response_);
     maskFrequencyBuffer(dst, false, 0, 0);
-    mf_ApplyPatch(at, response_, getFrequencyBufferData(src), getFrequencyBufferData(dst),
-                  mf_KeepOutside());
+    mvi::applyPatch(at, response_, getFrequencyBufferData(src), getFrequencyBufferData(dst),
+                    mvi::KeepOutside());
 }

@@ -52,16 +52,16 @@ void mvFrequencyFilterImage::setImage(const mvFrequencyBuffer& image) {
 }
 
 void mvFrequencyFilterImage::create(const mvFrequencyBuffer& image) {
-    mf_BufferAccess::requireData(image);
+    mvi::BufferAccess::requireData(image);
     mutating_();
     image_ = image;
     initialized_ = true;
 }
 
 void mvFrequencyFilterImage::requireApplicable(const mvFrequencyBuffer& buf) const {
-    mf_BufferAccess::requireData(buf);
-    mf_BufferAccess::requireData(image_);
-    mf_RequireFilterSize(buf, {image_.width(), image_.height()});
+    mvi::BufferAccess::requireData(buf);
+    mvi::BufferAccess::requireData(image_);
+    mvi::requireFilterSize(buf, {image_.width(), image_.height()});
 }
 
 void mvFrequencyFilterImage::apply(mvFrequencyBuffer& buf) const {
@@ -81,7 +81,7 @@ void mvFrequencyFilterImage::multiply(mvFrequencyBuffer& buf) const {
 }
 
 void mvFrequencyFilterImage::serialize_(mvArchive& ar, unsigned char version) {
-    mf_RequireVersion(version, 0, "filt/freqfilt", 2846);
+    mvi::requireVersion(version, 0, "filt/freqfilt", 2846);
     mvFrequencyFilter::dispatchSerialize(ar);
     ar || image_;
 }

@@ -24,10 +24,10 @@ void mvLobeFilter::create(const mvLobeParameters& wanted) {
         throw InvalidArgument("Plateau values cannot be negative.");
     }
     requireRadius(wanted);
-    mf_RequirePowersOfTwo(wanted.size);
-    const mvPair<std::int32_t> support = mf_LobeSupport(wanted);
+    mvi::requirePowersOfTwo(wanted.size);
+    const mvPair<std::int32_t> support = mvi::lobeSupport(wanted);
     rebuild(wanted, support.x, support.y);
-    mf_FillLobePatch(wanted, rejects(), response_);
+    mvi::fillLobePatch(wanted, rejects(), response_);
 }
 
 long mvLobeFilter::supportWidth() const {
@@ -63,10 +63,10 @@ bool mvLobeFilter::sameAs(const mvLobeFilter& other) const {
     if (!sameShape(other)) return false;
     if (!response_.isSet()) return true;
     const mvLobeParameters &a = parameters_, &b = other.parameters_;
-    return mf_SameValue(a.angle, b.angle) && mf_SameValue(a.frequency, b.frequency) &&
-           mf_SameValue(a.sigma, b.sigma) && mf_SameValue(a.plateau, b.plateau) &&
+    return mvi::sameValue(a.angle, b.angle) && mvi::sameValue(a.frequency, b.frequency) &&
+           mvi::sameValue(a.sigma, b.sigma) && mvi::sameValue(a.plateau, b.plateau) &&
            a.size == b.size && a.dcRadius == b.dcRadius &&
-           mf_SameFloats(data(), other.data(), response_.size());
+           mvi::sameFloats(data(), other.data(), response_.size());
 }
 
 void mvLobeFilter::exchange(mvArchive& ar) {
@@ -74,9 +74,9 @@ void mvLobeFilter::exchange(mvArchive& ar) {
     response_.exchangeSize(ar);
     ar || angle || parameters_.frequency;
     parameters_.angle = mvRadian(angle);
-    mf_ExchangePair(ar, parameters_.sigma);
-    mf_ExchangePair(ar, parameters_.plateau);
-    mf_ExchangePair(ar, parameters_.size);
+    mvi::exchangePair(ar, parameters_.sigma);
+    mvi::exchangePair(ar, parameters_.plateau);
+    mvi::exchangePair(ar, parameters_.size);
     ar || parameters_.dcRadius;
     response_.exchangeGains(ar);
 }

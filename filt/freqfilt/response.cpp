@@ -57,13 +57,13 @@ void mvFilterResponse::exchangeGains(mvArchive& ar) {
     bool hasGains = isSet();
     ar || hasGains;
     if (ar.isStoring()) {
-        mf_StoreFloats(ar, data_, hasGains ? size() : 0);
+        mvi::storeFloats(ar, data_, hasGains ? size() : 0);
         return;
     }
-    mf_LoadedFloats floats = mf_LoadFloats(ar, kSlackFloats);
+    mvi::LoadedFloats floats = mvi::loadFloats(ar, kSlackFloats);
     if (hasGains) {
         constexpr std::size_t kLargestPadded = 16 * 1024 * 1024;
-        mf_PadFloats(floats, std::max(size(), floats.count), kSlackFloats, kLargestPadded);
+        mvi::padFloats(floats, std::max(size(), floats.count), kSlackFloats, kLargestPadded);
         storage_ = std::move(floats.values);
         data_ = storage_.data();
     } else {

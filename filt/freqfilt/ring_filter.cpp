@@ -21,9 +21,9 @@ void mvRingFilter::create(const mvRingParameters& wanted) {
     if (!(wanted.sigma > 0.0)) throw InvalidArgument("Sigma must be positive.");
     if (!(wanted.plateau >= 0.0)) throw InvalidArgument("Plateau cannot be negative.");
     requireRadius(wanted);
-    mf_RequirePowersOfTwo(wanted.size);
-    rebuild(wanted, mf_RingSupport(wanted), mf_kSamplesPerBin);
-    mf_FillRingProfile(wanted, rejects(), response_);
+    mvi::requirePowersOfTwo(wanted.size);
+    rebuild(wanted, mvi::ringSupport(wanted), mvi::kSamplesPerBin);
+    mvi::fillRingProfile(wanted, rejects(), response_);
 }
 
 long mvRingFilter::supportWidth() const {
@@ -59,7 +59,7 @@ bool mvRingFilter::sameAs(const mvRingFilter& other) const {
 void mvRingFilter::exchange(mvArchive& ar) {
     response_.exchangeSize(ar);
     ar || parameters_.frequency || parameters_.sigma || parameters_.plateau;
-    mf_ExchangePair(ar, parameters_.size);
+    mvi::exchangePair(ar, parameters_.size);
     ar || parameters_.dcRadius;
     response_.exchangeGains(ar);
 }

@@ -15,9 +15,7 @@ import sys
 GENERATED = re.compile(r"^(vtable|VTT|typeinfo|construction vtable|guard variable|"
                        r"(non-)?virtual thunk|covariant return thunk)\b")
 STANDARD_FUNCTION = re.compile(r"\b(std|__gnu_cxx)::")
-INTERNAL = re.compile(r"\bmf_(FFT2D|RealFFT2D|WrapCopy|Kernel|BestKernelPath|PlainIsSupported|"
-                      r"BaselineIsSupported|Avx|k[A-Z]|OutputImage|BufferAccess|Ring|Patch|"
-                      r"DcSquare|KeepRegistration)")
+INTERNAL = re.compile(r"\bmvi::")
 STANDARD = re.compile(r"^(libstdc\+\+|libc\+\+|libm|libgcc_s|libc|libpthread|ld-linux.*)\.so")
 SANITIZER = re.compile(r"^lib(asan|tsan|ubsan|clang_rt)|^libgcov")
 

@@ -49,14 +49,14 @@ TEST(BufferRecord, LoadsEveryField) {
     archive::load(head(1).flag(true).then(matrix()).then(tail()).bytes(), buffer);
     EXPECT_TRUE(buffer == sample());
     EXPECT_TRUE(support::sameSpectrum(support::spectrumOf(sample()), buffer));
-    EXPECT_EQ(mf_BufferAccess::xform(buffer), support::someXformCache());
+    EXPECT_EQ(mvi::BufferAccess::xform(buffer), support::someXformCache());
 }
 
 TEST(BufferRecord, VersionZeroCarriesTheTransformItself) {
     mvFrequencyBuffer buffer;
     archive::load(head(0).then(matrix()).then(tail()).bytes(), buffer);
     EXPECT_TRUE(buffer == sample());
-    EXPECT_EQ(mf_BufferAccess::xform(buffer), support::someXformCache());
+    EXPECT_EQ(mvi::BufferAccess::xform(buffer), support::someXformCache());
     EXPECT_EQ(archive::stored(buffer), head(1).flag(true).then(matrix()).then(tail()).bytes());
 }
 
@@ -95,7 +95,7 @@ TEST(BufferRecord, RoundTripsKeepBitsAndBytes) {
             archive::load(bytes, again);
             EXPECT_TRUE(again == buffer);
             EXPECT_TRUE(support::sameSpectrum(spectrum, again));
-            EXPECT_EQ(mf_BufferAccess::xform(again), mf_BufferAccess::xform(buffer));
+            EXPECT_EQ(mvi::BufferAccess::xform(again), mvi::BufferAccess::xform(buffer));
             EXPECT_EQ(archive::stored(again), bytes);
         }
     }
@@ -107,7 +107,7 @@ TEST(BufferRecord, UnknownVersionsAreRefusedBeforeAnyField) {
         EXPECT_EQ(archive::loadingThrows(Record().u8(version).bytes(), buffer),
                   archive::kUnknownBuffer);
         EXPECT_TRUE(buffer == sample());
-        EXPECT_EQ(mf_BufferAccess::xform(buffer), support::someXformCache());
+        EXPECT_EQ(mvi::BufferAccess::xform(buffer), support::someXformCache());
     }
 }
 
@@ -153,11 +153,11 @@ TEST(BufferRecord, LoadedFlagsAreTakenAsTheyStand) {
                       .then(tail())
                       .bytes(),
                   buffer);
-    EXPECT_EQ(mf_BufferAccess::imageWidth(buffer), -7);
-    EXPECT_EQ(mf_BufferAccess::imageHeight(buffer), 90);
-    EXPECT_EQ(mf_BufferAccess::masked(buffer), -5);
-    EXPECT_EQ(mf_BufferAccess::maskedMiny(buffer), 12);
-    EXPECT_EQ(mf_BufferAccess::maskedMaxy(buffer), -12);
+    EXPECT_EQ(mvi::BufferAccess::imageWidth(buffer), -7);
+    EXPECT_EQ(mvi::BufferAccess::imageHeight(buffer), 90);
+    EXPECT_EQ(mvi::BufferAccess::masked(buffer), -5);
+    EXPECT_EQ(mvi::BufferAccess::maskedMiny(buffer), 12);
+    EXPECT_EQ(mvi::BufferAccess::maskedMaxy(buffer), -12);
     EXPECT_EQ(buffer.get(1, 0, false), mvPair(0.0, 4.0));
 }
 

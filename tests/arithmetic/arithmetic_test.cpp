@@ -97,7 +97,7 @@ TEST_P(Arithmetic, ThreeArgumentsTakeThePropertiesOfTheFirst) {
          {mvFrequencyBuffer(), mvFrequencyBuffer(3, 100), support::bufferOf(spent)}) {
         op.three(bufferA, bufferB, result);
         EXPECT_TRUE(support::sameSpectrum(with(a, op.ofThree(a.plane, b.plane)), result));
-        EXPECT_EQ(mf_BufferAccess::xform(result), mf_BufferAccess::xform(bufferA));
+        EXPECT_EQ(mvi::BufferAccess::xform(result), mvi::BufferAccess::xform(bufferA));
     }
     EXPECT_TRUE(support::sameSpectrum(a, bufferA));
     EXPECT_TRUE(support::sameSpectrum(b, bufferB));
@@ -158,8 +158,8 @@ TEST_P(Arithmetic, ImageSizesMayDiffer) {
     const Operation& op = GetParam();
     mvFrequencyBuffer result;
     op.three(mvFrequencyBuffer(9, 5), mvFrequencyBuffer(16, 8), result);
-    EXPECT_EQ(mf_BufferAccess::imageWidth(result), 9);
-    EXPECT_EQ(mf_BufferAccess::imageHeight(result), 5);
+    EXPECT_EQ(mvi::BufferAccess::imageWidth(result), 9);
+    EXPECT_EQ(mvi::BufferAccess::imageHeight(result), 5);
 }
 
 // The operands of one refused call, and what it throws in either order of the checks.

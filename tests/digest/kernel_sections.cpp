@@ -38,7 +38,7 @@ void addCase(Digest& digest, const Planes& planes, Transform transform) {
     for (const float value : plane) digest.add(value);
 }
 
-void addPlanes(Digest& digest, const Planes& planes, const mf_KernelPath& path) {
+void addPlanes(Digest& digest, const Planes& planes, const mvi::KernelPath& path) {
     const mvPair<long> size = planes.size;
     const int rows = static_cast<int>(size.y);
     addCase(digest, planes, [&](float* p) { mf_FFT2D(p, size, +1, 0, rows, path); });
@@ -49,7 +49,7 @@ void addPlanes(Digest& digest, const Planes& planes, const mf_KernelPath& path) 
     addCase(digest, planes, [&](float* p) { mf_RealFFT2D(p, size, +1, 0, rows, path); });
 }
 
-Section sectionOf(const mf_KernelPath& path) {
+Section sectionOf(const mvi::KernelPath& path) {
     constexpr long kLargestArea = 1L << 15;
     constexpr int kRepeats = 4;
     Section section{std::string("kernel ") + path.name, 0, 0};
@@ -71,7 +71,7 @@ Section sectionOf(const mf_KernelPath& path) {
 
 std::vector<Section> kernelSections() {
     std::vector<Section> sections;
-    for (const mf_KernelPath* path : mf_KernelPathList()) {
+    for (const mvi::KernelPath* path : mvi::KernelPathList()) {
         if (path->isSupported()) sections.push_back(sectionOf(*path));
     }
     return sections;

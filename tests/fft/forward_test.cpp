@@ -121,12 +121,12 @@ TYPED_TEST(ForwardTest, TakesPlacementFromTheFirstImage) {
     first.copyXforms(support::someXformCache());
     mvFrequencyBuffer one(2, 2);
     mfForwardFFT<TypeParam>(first, one);
-    EXPECT_TRUE(mf_BufferAccess::xform(one) == support::someXformCache());
+    EXPECT_TRUE(mvi::BufferAccess::xform(one) == support::someXformCache());
     mvFrequencyBuffer two(2, 2);
     mfForwardFFT<TypeParam>(first, second, two);
-    EXPECT_TRUE(mf_BufferAccess::xform(two) == support::someXformCache());
+    EXPECT_TRUE(mvi::BufferAccess::xform(two) == support::someXformCache());
     mfForwardFFT<TypeParam>(second, two);
-    EXPECT_FALSE(mf_BufferAccess::xform(two).isSet()) << "a transform of none is taken over, too";
+    EXPECT_FALSE(mvi::BufferAccess::xform(two).isSet()) << "a transform of none is taken over, too";
 }
 
 TEST(Forward, PadsAnImageOf3x5To4x8) {
@@ -134,8 +134,8 @@ TEST(Forward, PadsAnImageOf3x5To4x8) {
     mfForwardFFT<double>(pelBufferOf(randomImage<double>(3, 5, 1)), buffer);
     EXPECT_EQ(buffer.width(), 4);
     EXPECT_EQ(buffer.height(), 8);
-    EXPECT_EQ(mf_BufferAccess::imageWidth(buffer), 3);
-    EXPECT_EQ(mf_BufferAccess::imageHeight(buffer), 5);
+    EXPECT_EQ(mvi::BufferAccess::imageWidth(buffer), 3);
+    EXPECT_EQ(mvi::BufferAccess::imageHeight(buffer), 5);
 }
 
 TEST(Forward, KeepsASinglePel) {
@@ -195,8 +195,8 @@ TEST(ForwardOfABuffer, CarriesPlacementOverAndDropsTheMask) {
     mvFrequencyBuffer result;
     mfForwardFFT(source, result);
     expectSpectrum(reference::forward(spectrumOf(source)), result, "masked");
-    EXPECT_TRUE(mf_BufferAccess::xform(result) == support::someXformCache());
-    EXPECT_EQ(mf_BufferAccess::masked(source), 1);
+    EXPECT_TRUE(mvi::BufferAccess::xform(result) == support::someXformCache());
+    EXPECT_EQ(mvi::BufferAccess::masked(source), 1);
 }
 
 TEST(ForwardOfABuffer, WorksInPlace) {

@@ -58,7 +58,7 @@ void expectSameState(const mvFrequencyBuffer& expected, const mvFrequencyBuffer&
     EXPECT_EQ(a.maskedMiny, b.maskedMiny);
     EXPECT_EQ(a.maskedMaxy, b.maskedMaxy);
     EXPECT_EQ(a.inverseComputed, b.inverseComputed);
-    EXPECT_TRUE(mf_BufferAccess::xform(expected) == mf_BufferAccess::xform(actual));
+    EXPECT_TRUE(mvi::BufferAccess::xform(expected) == mvi::BufferAccess::xform(actual));
 }
 
 TEST(FrequencyBuffer, HasNoDataWhenDefaultConstructed) {
@@ -66,9 +66,9 @@ TEST(FrequencyBuffer, HasNoDataWhenDefaultConstructed) {
     EXPECT_EQ(dataOf(buffer), nullptr);
     EXPECT_EQ(thrownBy([&] { buffer.width(); }), support::kNoData);
     EXPECT_EQ(thrownBy([&] { buffer.height(); }), support::kNoData);
-    EXPECT_EQ(mf_BufferAccess::offset(buffer), mvPair<long>(0, 0));
-    EXPECT_EQ(mf_BufferAccess::masked(buffer), 0);
-    EXPECT_TRUE(mf_BufferAccess::xform(buffer) == mv2XformCache());
+    EXPECT_EQ(mvi::BufferAccess::offset(buffer), mvPair<long>(0, 0));
+    EXPECT_EQ(mvi::BufferAccess::masked(buffer), 0);
+    EXPECT_TRUE(mvi::BufferAccess::xform(buffer) == mv2XformCache());
 }
 
 TEST(FrequencyBuffer, PadsEachSideToAPowerOfTwo) {
@@ -86,9 +86,9 @@ TEST(FrequencyBuffer, PadsEachSideToAPowerOfTwo) {
 
 TEST(FrequencyBuffer, RemembersTheSizeThatWasAskedFor) {
     const mvFrequencyBuffer buffer(600, 300);
-    EXPECT_EQ(mf_BufferAccess::imageWidth(buffer), 600);
-    EXPECT_EQ(mf_BufferAccess::imageHeight(buffer), 300);
-    EXPECT_EQ(mf_BufferAccess::imageHeight(mvFrequencyBuffer(4, -7)), -7);
+    EXPECT_EQ(mvi::BufferAccess::imageWidth(buffer), 600);
+    EXPECT_EQ(mvi::BufferAccess::imageHeight(buffer), 300);
+    EXPECT_EQ(mvi::BufferAccess::imageHeight(mvFrequencyBuffer(4, -7)), -7);
 }
 
 TEST(FrequencyBuffer, StartsWithZerosAndTheIdentity) {
@@ -96,8 +96,8 @@ TEST(FrequencyBuffer, StartsWithZerosAndTheIdentity) {
     EXPECT_TRUE(support::samePlane(reference::Plane(8, 4), planeOf(buffer)));
     mv2XformCache identity;
     identity.setIdentity();
-    EXPECT_TRUE(mf_BufferAccess::xform(buffer) == identity);
-    EXPECT_EQ(mf_BufferAccess::offset(buffer), mvPair<long>(0, 0));
+    EXPECT_TRUE(mvi::BufferAccess::xform(buffer) == identity);
+    EXPECT_EQ(mvi::BufferAccess::offset(buffer), mvPair<long>(0, 0));
 }
 
 TEST(FrequencyBuffer, RefusesSidesAbove2048) {
@@ -128,9 +128,9 @@ TEST(FrequencyBuffer, KeepsBlockAndContentsWhenThePaddedSizeStays) {
     BufferProbe::setAndAllocateFrequencyBuffer(buffer, 5, 3);
     EXPECT_EQ(dataOf(buffer), data);
     EXPECT_TRUE(support::samePlane(before, planeOf(buffer)));
-    EXPECT_EQ(mf_BufferAccess::imageWidth(buffer), 5);
-    EXPECT_EQ(mf_BufferAccess::imageHeight(buffer), 3);
-    EXPECT_EQ(mf_BufferAccess::masked(buffer), 0);
+    EXPECT_EQ(mvi::BufferAccess::imageWidth(buffer), 5);
+    EXPECT_EQ(mvi::BufferAccess::imageHeight(buffer), 3);
+    EXPECT_EQ(mvi::BufferAccess::masked(buffer), 0);
 }
 
 TEST(FrequencyBuffer, KeepsOldFloatsAndAddsZerosWhenItGrows) {
@@ -185,7 +185,7 @@ TEST(FrequencyBuffer, CopiesThePaddedSizeOfAReducedCopy) {
     mvFrequencyBuffer source = bufferOf(randomPlane(16, 16, 1));
     BufferProbe::setAndAllocateFrequencyBuffer(source, 9, 9);
     const mvFrequencyBuffer reduced(source, 8, 8);
-    EXPECT_EQ(mf_BufferAccess::imageWidth(reduced), 4);
+    EXPECT_EQ(mvi::BufferAccess::imageWidth(reduced), 4);
     expectSameState(reduced, mvFrequencyBuffer(reduced));
     mvFrequencyBuffer assigned(2, 2);
     assigned = reduced;
@@ -206,7 +206,7 @@ TEST(FrequencyBuffer, LosesItsDataToAnEmptySource) {
     const mvFrequencyBuffer empty;
     buffer = empty;
     EXPECT_EQ(thrownBy([&] { buffer.width(); }), support::kNoData);
-    EXPECT_EQ(mf_BufferAccess::masked(buffer), 0);
+    EXPECT_EQ(mvi::BufferAccess::masked(buffer), 0);
     EXPECT_TRUE(buffer == empty);
     EXPECT_EQ(dataOf(mvFrequencyBuffer(empty)), nullptr);
     BufferProbe::setAndAllocateFrequencyBuffer(buffer, 2, 2);
@@ -306,7 +306,7 @@ TEST(FrequencyBufferEquality, DoesNotLookAtTheTransform) {
     image.copyXforms(support::someXformCache());
     mvFrequencyBuffer moved;
     mfForwardFFT<double>(image, moved);
-    EXPECT_FALSE(mf_BufferAccess::xform(plain) == mf_BufferAccess::xform(moved));
+    EXPECT_FALSE(mvi::BufferAccess::xform(plain) == mvi::BufferAccess::xform(moved));
     EXPECT_TRUE(plain == moved);
 }
 
@@ -333,17 +333,17 @@ TEST(ReducedCopy, CopiesBits) {
 TEST(ReducedCopy, ShrinksTheImageSizeTruncated) {
     mvFrequencyBuffer source(135, 255);
     const mvFrequencyBuffer reduced(source, 64, 16);
-    EXPECT_EQ(mf_BufferAccess::imageWidth(reduced), 33);
-    EXPECT_EQ(mf_BufferAccess::imageHeight(reduced), 15);
+    EXPECT_EQ(mvi::BufferAccess::imageWidth(reduced), 33);
+    EXPECT_EQ(mvi::BufferAccess::imageHeight(reduced), 15);
 }
 
 TEST(ReducedCopy, KeepsOffsetAndMarkButNoMask) {
     mvFrequencyBuffer source = spentBuffer();
     BufferProbe::maskFrequencyBuffer(source, true, 1, 2);
     const mvFrequencyBuffer reduced(source, 2, 2);
-    EXPECT_EQ(mf_BufferAccess::offset(reduced), mvPair<long>(5, -6));
-    EXPECT_TRUE(mf_BufferAccess::inverseComputed(reduced));
-    EXPECT_EQ(mf_BufferAccess::masked(reduced), 0);
+    EXPECT_EQ(mvi::BufferAccess::offset(reduced), mvPair<long>(5, -6));
+    EXPECT_TRUE(mvi::BufferAccess::inverseComputed(reduced));
+    EXPECT_EQ(mvi::BufferAccess::masked(reduced), 0);
 }
 
 TEST(ReducedCopy, ScalesATransformThatIsSet) {
@@ -351,13 +351,13 @@ TEST(ReducedCopy, ScalesATransformThatIsSet) {
     const mv2XformLinear scale(mvMatrix<2>(0.5, 1.0, mvRadian(0), mvRadian(0)), mvVector<2>(0, 0));
     mv2XformCache expected;
     expected.xform(support::someXform() * scale);
-    EXPECT_TRUE(mf_BufferAccess::xform(reduced) == expected);
+    EXPECT_TRUE(mvi::BufferAccess::xform(reduced) == expected);
 }
 
 TEST(ReducedCopy, CopiesATransformThatIsNotSet) {
     mvFrequencyBuffer source;
     mfForwardFFT<double>(pelBufferOf(randomImage<double>(4, 4, 1)), source);
-    EXPECT_FALSE(mf_BufferAccess::xform(mvFrequencyBuffer(source, 2, 2)).isSet());
+    EXPECT_FALSE(mvi::BufferAccess::xform(mvFrequencyBuffer(source, 2, 2)).isSet());
 }
 
 TEST(ComplexBuffer, TakesTwoImagesAsItsPlane) {
@@ -373,11 +373,11 @@ TEST(ComplexBuffer, TakesTwoImagesAsItsPlane) {
         }
     }
     EXPECT_TRUE(support::samePlane(expected, planeOf(buffer)));
-    EXPECT_EQ(mf_BufferAccess::imageWidth(buffer), 3);
-    EXPECT_EQ(mf_BufferAccess::imageHeight(buffer), 5);
-    EXPECT_EQ(mf_BufferAccess::offset(buffer), mvPair<long>(4, -2));
-    EXPECT_TRUE(mf_BufferAccess::xform(buffer) == support::someXformCache());
-    EXPECT_FALSE(mf_BufferAccess::inverseComputed(buffer));
+    EXPECT_EQ(mvi::BufferAccess::imageWidth(buffer), 3);
+    EXPECT_EQ(mvi::BufferAccess::imageHeight(buffer), 5);
+    EXPECT_EQ(mvi::BufferAccess::offset(buffer), mvPair<long>(4, -2));
+    EXPECT_TRUE(mvi::BufferAccess::xform(buffer) == support::someXformCache());
+    EXPECT_FALSE(mvi::BufferAccess::inverseComputed(buffer));
 }
 
 TEST(ComplexBuffer, PollsOnce) {

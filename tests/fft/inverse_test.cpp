@@ -415,7 +415,7 @@ TEST(InverseToABuffer, IsUnscaledAndNeitherMaskedNorMarked) {
         EXPECT_FALSE(actual.inverseComputed);
         EXPECT_EQ(actual.imageWidth, 5);
         EXPECT_EQ(actual.x, 2);
-        EXPECT_TRUE(mf_BufferAccess::xform(result) == support::someXformCache());
+        EXPECT_TRUE(mvi::BufferAccess::xform(result) == support::someXformCache());
         expectSource(before, source, destroy, "source");
     }
 }
@@ -440,8 +440,8 @@ TEST(InverseToABuffer, TakesASpentSourceAsSpatialData) {
         mvFrequencyBuffer result;
         mfInverseFFT(source, result, destroy);
         EXPECT_TRUE(support::samePlane(spent.plane, planeOf(result)));
-        EXPECT_FALSE(mf_BufferAccess::inverseComputed(result));
-        EXPECT_TRUE(mf_BufferAccess::inverseComputed(source));
+        EXPECT_FALSE(mvi::BufferAccess::inverseComputed(result));
+        EXPECT_TRUE(mvi::BufferAccess::inverseComputed(source));
     }
 }
 
@@ -456,18 +456,18 @@ TEST(InverseToABuffer, EndsInPlaceAsTheOrderOfItsStepsSays) {
     auto kept = masked();
     mfInverseFFT(kept, kept, false);
     EXPECT_TRUE(support::samePlane(expected, planeOf(kept)));
-    EXPECT_FALSE(mf_BufferAccess::inverseComputed(kept));
-    EXPECT_EQ(mf_BufferAccess::masked(kept), 0);
+    EXPECT_FALSE(mvi::BufferAccess::inverseComputed(kept));
+    EXPECT_EQ(mvi::BufferAccess::masked(kept), 0);
 
     auto destroyed = masked();
     mfInverseFFT(destroyed, destroyed, true);
     EXPECT_TRUE(support::samePlane(expected, planeOf(destroyed)));
-    EXPECT_TRUE(mf_BufferAccess::inverseComputed(destroyed));
-    EXPECT_EQ(mf_BufferAccess::masked(destroyed), 0);
+    EXPECT_TRUE(mvi::BufferAccess::inverseComputed(destroyed));
+    EXPECT_EQ(mvi::BufferAccess::masked(destroyed), 0);
 
     mfInverseFFT(destroyed, destroyed, false);
     EXPECT_TRUE(support::samePlane(expected, planeOf(destroyed)));
-    EXPECT_TRUE(mf_BufferAccess::inverseComputed(destroyed));
+    EXPECT_TRUE(mvi::BufferAccess::inverseComputed(destroyed));
 }
 
 TEST(InverseOfAReducedCopy, GivesAnImageOfTheReducedSize) {

@@ -73,11 +73,11 @@ Plane leftColumns(const Plane& plane, long count) {
 }
 
 // Collects the columns that it takes; each may come once.
-class Collector : public mf_ColumnSink {
+class Collector : public mvi::ColumnSink {
   public:
     Collector(long columns, int height) : plane_(static_cast<int>(columns), height) {}
 
-    void take(const mf_FinishedColumns& columns) override {
+    void take(const mvi::FinishedColumns& columns) override {
         EXPECT_EQ(columns.x, next_);
         next_ += columns.count;
         for (int y = 0; y < plane_.height; ++y) {
@@ -98,7 +98,7 @@ class Collector : public mf_ColumnSink {
     long next_ = 0;
 };
 
-class RowsOf : public mf_RowSource {
+class RowsOf : public mvi::RowSource {
   public:
     RowsOf(const Plane& plane, long rows, bool real) : plane_(plane), rows_(rows), real_(real) {}
 
@@ -133,7 +133,7 @@ Plane writtenPlane(const Plane& plane, long rows, bool real) {
 
 template <class Check>
 void onEveryPath(Check check) {
-    for (const mf_KernelPath* path : mf_KernelPathList()) {
+    for (const mvi::KernelPath* path : mvi::KernelPathList()) {
         if (!path->isSupported()) continue;
         SCOPED_TRACE(path->name);
         check(*path);
@@ -159,7 +159,7 @@ TEST(KernelFlow, GivesASinkTheColumnsOfTheTransformAndKeepsTheSource) {
     withEveryBand([](const Plane& plane, Band band) {
         Plane expected = plane;
         reference::FFT2D(expected, -1, band.low, band.high);
-        onEveryPath([&](const mf_KernelPath& path) {
+        onEveryPath([&](const mvi::KernelPath& path) {
             for (const long columns : columnCountsOf(plane.width)) {
                 Plane source = plane;
                 Collector sink(columns, plane.height);
@@ -177,7 +177,7 @@ TEST(KernelFlow, TransformsIntoAnotherPlane) {
         for (const int direction : {1, -1}) {
             Plane expected = plane;
             reference::FFT2D(expected, direction, band.low, band.high);
-            onEveryPath([&](const mf_KernelPath& path) {
+            onEveryPath([&](const mvi::KernelPath& path) {
                 Plane source = plane, result = randomPlane(plane.width, plane.height, 9);
                 mf_FFT2D(source.floats(), result.floats(), {plane.width, plane.height}, direction,
                          band.low, band.high, plane.width, nullptr, path);
@@ -192,7 +192,7 @@ TEST(KernelFlow, ComputesAllColumnsOfAPlaneInPlace) {
     withEveryBand([](const Plane& plane, Band band) {
         Plane expected = plane;
         reference::FFT2D(expected, -1, band.low, band.high);
-        onEveryPath([&](const mf_KernelPath& path) {
+        onEveryPath([&](const mvi::KernelPath& path) {
             const long columns = (plane.width + 1) / 2;
             Plane both = plane;
             Collector sink(columns, plane.height);
@@ -216,7 +216,7 @@ TEST(KernelFlow, TakesRowsThatAreNotThereAsZero) {
             reference::FFT2D(complex, 1, 0, size.height);
             Plane real = writtenPlane(plane, rows, true);
             reference::RealFFT2D(real);
-            onEveryPath([&](const mf_KernelPath& path) {
+            onEveryPath([&](const mvi::KernelPath& path) {
                 Plane result = randomPlane(size.width, size.height, 13);
                 mf_FFT2D(RowsOf(plane, rows, false), result.floats(), {size.width, size.height},
                          path);

@@ -55,14 +55,14 @@ Plane onAlignedFloats(Plane plane, Call call) {
 }
 
 Plane transformed(const Plane& plane, int direction, Band band,
-                  const mf_KernelPath& path = mf_BestKernelPath()) {
+                  const mvi::KernelPath& path = mvi::bestKernelPath()) {
     return onAlignedFloats(plane, [&](float* data, mvPair<long> size) {
         mf_FFT2D(data, size, direction, band.low, band.high, path);
     });
 }
 
 Plane realTransformed(const Plane& plane, Band band,
-                      const mf_KernelPath& path = mf_BestKernelPath()) {
+                      const mvi::KernelPath& path = mvi::bestKernelPath()) {
     return onAlignedFloats(plane, [&](float* data, mvPair<long> size) {
         mf_RealFFT2D(data, size, 1, band.low, band.high, path);
     });
@@ -98,9 +98,9 @@ std::string sizeOf(const Plane& plane) {
 }
 
 // The paths that this processor has.
-std::vector<const mf_KernelPath*> supportedPaths() {
-    std::vector<const mf_KernelPath*> paths;
-    for (const mf_KernelPath* path : mf_KernelPathList()) {
+std::vector<const mvi::KernelPath*> supportedPaths() {
+    std::vector<const mvi::KernelPath*> paths;
+    for (const mvi::KernelPath* path : mvi::KernelPathList()) {
         if (path->isSupported()) paths.push_back(path);
     }
     return paths;
@@ -109,7 +109,7 @@ std::vector<const mf_KernelPath*> supportedPaths() {
 // transform(path) has the expected bits on every path.
 template <class Transform>
 void expectOnEveryPath(const Plane& expected, Transform transform, const std::string& what) {
-    for (const mf_KernelPath* path : supportedPaths()) {
+    for (const mvi::KernelPath* path : supportedPaths()) {
         EXPECT_TRUE(support::samePlane(expected, transform(*path), true))
             << what << ", " << sizeOf(expected) << ", path " << path->name;
     }
@@ -118,7 +118,7 @@ void expectOnEveryPath(const Plane& expected, Transform transform, const std::st
 void expectReferenceBits(const Plane& plane, int direction, Band band, const std::string& what) {
     expectOnEveryPath(
         expectedTransform(plane, direction, band),
-        [&](const mf_KernelPath& path) { return transformed(plane, direction, band, path); },
+        [&](const mvi::KernelPath& path) { return transformed(plane, direction, band, path); },
         what + ", direction " + std::to_string(direction) + ", band " + std::to_string(band.low) +
             " .. " + std::to_string(band.high));
 }
@@ -131,7 +131,7 @@ void expectReferenceBits(const Plane& plane, const std::string& what) {
     const Plane real = asRealInput(plane);
     expectOnEveryPath(
         expectedRealTransform(real),
-        [&](const mf_KernelPath& path) { return realTransformed(real, allRows(real), path); },
+        [&](const mvi::KernelPath& path) { return realTransformed(real, allRows(real), path); },
         what + ", real");
 }
 
@@ -156,9 +156,9 @@ void expectAccuracy(const Plane& actual, const Plane& input, int direction) {
 TEST(KernelPaths, HoldTheBestOneAndEndWithPlainCode) {
     const auto paths = supportedPaths();
     ASSERT_FALSE(paths.empty());
-    EXPECT_EQ(paths.front(), &mf_BestKernelPath());
+    EXPECT_EQ(paths.front(), &mvi::bestKernelPath());
     EXPECT_STREQ(paths.back()->name, "plain");
-    for (const mf_KernelPath* path : paths) RecordProperty(path->name, "supported");
+    for (const mvi::KernelPath* path : paths) RecordProperty(path->name, "supported");
 }
 
 TEST(Kernel, HasTheReferencesBitsForAllSizes) {
@@ -327,7 +327,7 @@ TEST(RealKernel, HasNoUseForItsBand) {
     const Plane plane = randomPlane(16, 16, 19);
     expectOnEveryPath(
         realTransformed(plane),
-        [&](const mf_KernelPath& path) {
+        [&](const mvi::KernelPath& path) {
             return realTransformed(plane, {5, 6}, path);
         },
         "band");

@@ -24,7 +24,7 @@ constexpr float kNaN = std::numeric_limits<float>::quiet_NaN();
 
 template <class Check>
 void onEveryPath(Check check) {
-    for (const mf_KernelPath* path : mf_KernelPathList()) {
+    for (const mvi::KernelPath* path : mvi::KernelPathList()) {
         if (!path->isSupported()) continue;
         for (long count = 0; count <= kLongest; ++count) {
             SCOPED_TRACE(std::string(path->name) + ", " + std::to_string(count));
@@ -82,7 +82,7 @@ using PelTypes = testing::Types<unsigned char, unsigned short, double>;
 TYPED_TEST_SUITE(PelRuns, PelTypes);
 
 TYPED_TEST(PelRuns, MakeRealsAndElementsOfPels) {
-    onEveryPath([](const mf_KernelPath& path, long count) {
+    onEveryPath([](const mvi::KernelPath& path, long count) {
         const auto n = static_cast<std::size_t>(count);
         const auto re = support::randomImage<TypeParam>(count + 1, 1, 3).pels;
         const auto im = support::randomImage<TypeParam>(count + 1, 1, 4).pels;
@@ -100,7 +100,7 @@ TYPED_TEST(PelRuns, MakeRealsAndElementsOfPels) {
 }
 
 TYPED_TEST(PelRuns, RoundScaledMagnitudes) {
-    onEveryPath([](const mf_KernelPath& path, long count) {
+    onEveryPath([](const mvi::KernelPath& path, long count) {
         const auto n = static_cast<std::size_t>(count);
         for (const float scale : {1.0F, 0.25F, 1.0F / 1048576}) {
             const auto elements = someElements(count, 5);
@@ -116,7 +116,7 @@ TYPED_TEST(PelRuns, RoundScaledMagnitudes) {
 }
 
 TYPED_TEST(PelRuns, MapScaledMagnitudes) {
-    onEveryPath([](const mf_KernelPath& path, long count) {
+    onEveryPath([](const mvi::KernelPath& path, long count) {
         const auto n = static_cast<std::size_t>(count);
         for (const float factor : {1.0F, -3.5F, 255.0F, kInfinity, kNaN}) {
             const auto elements = someElements(count, 6);
@@ -133,7 +133,7 @@ TYPED_TEST(PelRuns, MapScaledMagnitudes) {
 }
 
 TEST(Mirrored, ConjugatesInReverseOrder) {
-    onEveryPath([](const mf_KernelPath& path, long count) {
+    onEveryPath([](const mvi::KernelPath& path, long count) {
         const auto n = static_cast<std::size_t>(count);
         const auto elements = someElements(count, 8);
         std::vector<float> out(2 * n + 2, 7.0F);
@@ -148,7 +148,7 @@ TEST(Mirrored, ConjugatesInReverseOrder) {
 }
 
 TEST(SquareRange, GrowsByAllButNaNs) {
-    onEveryPath([](const mf_KernelPath& path, long count) {
+    onEveryPath([](const mvi::KernelPath& path, long count) {
         const auto elements = someElements(count, 9);
         float least = 2.0F, greatest = 3.0F;
         for (std::size_t i = 0; i < static_cast<std::size_t>(count); ++i) {
@@ -157,7 +157,7 @@ TEST(SquareRange, GrowsByAllButNaNs) {
             if (square < least) least = square;
             if (square > greatest) greatest = square;
         }
-        mf_SquareRange range{2.0F, 3.0F};
+        mvi::SquareRange range{2.0F, 3.0F};
         path.squareRange(elements.data(), count, range);
         EXPECT_TRUE(sameBits(range.least, least));
         EXPECT_TRUE(sameBits(range.greatest, greatest));

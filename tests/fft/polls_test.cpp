@@ -226,7 +226,7 @@ TEST(Polls, LeaveABufferThatFailedInTheKernelUnmarked) {
     const AttentionCounter attention(2);
     EXPECT_EQ(thrownBy([&] { mfInverseFFT<Byte>(fixture.buffer, fixture.bytes, false, true); }),
               "status 77");
-    EXPECT_FALSE(mf_BufferAccess::inverseComputed(fixture.buffer));
+    EXPECT_FALSE(mvi::BufferAccess::inverseComputed(fixture.buffer));
 }
 
 }  // namespace

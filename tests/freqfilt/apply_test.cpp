@@ -22,13 +22,13 @@ TYPED_TEST_SUITE(FilterApply, cases::AllFilters);
 TYPED_TEST(FilterApply, TheDestinationKeepsItsOwnPlacement) {
     const auto p = TypeParam::parameters();
     const mvFrequencyBuffer src = support::bufferOf(spectrumFor(p));
-    ASSERT_NE(mf_BufferAccess::imageWidth(src), p.width);
+    ASSERT_NE(mvi::BufferAccess::imageWidth(src), p.width);
     mvFrequencyBuffer dst(3, 3);
     TypeParam::make(p).apply(src, dst);
-    EXPECT_EQ(mf_BufferAccess::offset(dst), Size(0, 0));
-    EXPECT_EQ(mf_BufferAccess::xform(dst).linearXform(), mv2XformLinear());
-    EXPECT_EQ(mf_BufferAccess::imageWidth(dst), p.width);
-    EXPECT_EQ(mf_BufferAccess::imageHeight(dst), p.height);
+    EXPECT_EQ(mvi::BufferAccess::offset(dst), Size(0, 0));
+    EXPECT_EQ(mvi::BufferAccess::xform(dst).linearXform(), mv2XformLinear());
+    EXPECT_EQ(mvi::BufferAccess::imageWidth(dst), p.width);
+    EXPECT_EQ(mvi::BufferAccess::imageHeight(dst), p.height);
 }
 
 template <class Case>

@@ -159,15 +159,15 @@ TEST(BandPass, ASquareThatJustFits) {
 
 TEST(BandPass, ASpentBufferIsFilteredUnlessASquareIsToBeRemoved) {
     mvFrequencyBuffer buffer = onesOf(8, 8);
-    mf_BufferAccess::setInverseComputed(buffer, true);
+    mvi::BufferAccess::setInverseComputed(buffer, true);
     EXPECT_EQ(thrownBy([&] { Filter(1.0, 0.0, 0.0, Size(8, 8), 0).apply(buffer); }), "nothing");
     EXPECT_EQ(thrownBy([&] { Filter(1.0, 0.0, 0.0, Size(8, 8), 1).apply(buffer); }),
               support::kSpent);
-    EXPECT_TRUE(mf_BufferAccess::inverseComputed(buffer));
+    EXPECT_TRUE(mvi::BufferAccess::inverseComputed(buffer));
     // Sizing the destination makes it frequency data again.
     EXPECT_EQ(thrownBy([&] { Filter(1.0, 0.0, 0.0, Size(8, 8), 1).apply(buffer, buffer); }),
               "nothing");
-    EXPECT_FALSE(mf_BufferAccess::inverseComputed(buffer));
+    EXPECT_FALSE(mvi::BufferAccess::inverseComputed(buffer));
 }
 
 TEST(BandPass, ASideThatPassesTheChecksIsHeldTo32Bits) {

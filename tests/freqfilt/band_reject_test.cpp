@@ -88,7 +88,7 @@ TEST(BandReject, ASpentBufferIsRefusedWhereASquareIsProtected) {
     EXPECT_TRUE(support::sameSpectrum(spent, buffer));
     // Sizing the destination, here the source itself, comes before the square is read.
     EXPECT_EQ(thrownBy([&] { guarded.apply(buffer, buffer); }), "nothing");
-    EXPECT_FALSE(mf_BufferAccess::inverseComputed(buffer));
+    EXPECT_FALSE(mvi::BufferAccess::inverseComputed(buffer));
 }
 
 }  // namespace

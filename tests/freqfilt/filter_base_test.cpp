@@ -69,23 +69,23 @@ TEST(FilterBase, MasksABufferAndDoesNothingElse) {
         spectrum.maskedMiny = miny;
         spectrum.maskedMaxy = maxy;
         EXPECT_TRUE(support::sameSpectrum(spectrum, buffer));
-        EXPECT_EQ(mf_BufferAccess::masked(buffer), masked ? 1 : 0);
+        EXPECT_EQ(mvi::BufferAccess::masked(buffer), masked ? 1 : 0);
     }
 }
 
 TEST(FilterBase, MasksABufferWithoutData) {
     mvFrequencyBuffer buffer;
     BufferProbe::maskFrequencyBuffer(buffer, true, 1, 2);
-    EXPECT_EQ(mf_BufferAccess::masked(buffer), 1);
-    EXPECT_EQ(mf_BufferAccess::maskedMiny(buffer), 1);
-    EXPECT_EQ(mf_BufferAccess::maskedMaxy(buffer), 2);
+    EXPECT_EQ(mvi::BufferAccess::masked(buffer), 1);
+    EXPECT_EQ(mvi::BufferAccess::maskedMiny(buffer), 1);
+    EXPECT_EQ(mvi::BufferAccess::maskedMaxy(buffer), 2);
 }
 
 TEST(FilterBase, HoldsRowsBeyond32BitsAtTheEnds) {
     mvFrequencyBuffer buffer(4, 4);
     BufferProbe::maskFrequencyBuffer(buffer, true, -(1L << 40), 1L << 40);
-    EXPECT_EQ(mf_BufferAccess::maskedMiny(buffer), -(1L << 31));
-    EXPECT_EQ(mf_BufferAccess::maskedMaxy(buffer), (1L << 31) - 1);
+    EXPECT_EQ(mvi::BufferAccess::maskedMiny(buffer), -(1L << 31));
+    EXPECT_EQ(mvi::BufferAccess::maskedMaxy(buffer), (1L << 31) - 1);
 }
 
 TEST(FilterBase, SizesABuffer) {

@@ -79,9 +79,9 @@ TEST(GaborReject, ClearsTheBandInBothForms) {
     filter.apply(buffer);
     filter.apply(src, dst);
     for (const mvFrequencyBuffer* b : {&buffer, &dst}) {
-        EXPECT_EQ(mf_BufferAccess::masked(*b), 0);
-        EXPECT_EQ(mf_BufferAccess::maskedMiny(*b), 0);
-        EXPECT_EQ(mf_BufferAccess::maskedMaxy(*b), 0);
+        EXPECT_EQ(mvi::BufferAccess::masked(*b), 0);
+        EXPECT_EQ(mvi::BufferAccess::maskedMiny(*b), 0);
+        EXPECT_EQ(mvi::BufferAccess::maskedMaxy(*b), 0);
     }
 }
 

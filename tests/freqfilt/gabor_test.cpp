@@ -60,16 +60,16 @@ TEST(Gabor, KeepsColumnsUpToTheLastAndAllRowsOfItsSupport) {
 
 TEST(Gabor, MarksTheBandOfRows) {
     const mvFrequencyBuffer buffer = filteredOnes(round(0.01, 0.0, 0.25, Size(256, 256)), 256, 256);
-    EXPECT_EQ(mf_BufferAccess::masked(buffer), 1);
-    EXPECT_EQ(mf_BufferAccess::maskedMiny(buffer), 112);
-    EXPECT_EQ(mf_BufferAccess::maskedMaxy(buffer), 144);
+    EXPECT_EQ(mvi::BufferAccess::masked(buffer), 1);
+    EXPECT_EQ(mvi::BufferAccess::maskedMiny(buffer), 112);
+    EXPECT_EQ(mvi::BufferAccess::maskedMaxy(buffer), 144);
 }
 
 TEST(Gabor, TheBandIsNotClipped) {
     const mvFrequencyBuffer buffer =
         filteredOnes(round(0.01, -pi / 2, 0.5, Size(256, 256)), 256, 256);
-    EXPECT_EQ(mf_BufferAccess::maskedMiny(buffer), -16);
-    EXPECT_EQ(mf_BufferAccess::maskedMaxy(buffer), 16);
+    EXPECT_EQ(mvi::BufferAccess::maskedMiny(buffer), -16);
+    EXPECT_EQ(mvi::BufferAccess::maskedMaxy(buffer), 16);
     EXPECT_EQ(extentOf(buffer), (Extent{112, 143, 0, 16}));
 }
 
@@ -143,11 +143,11 @@ TEST(Gabor, ASideOfOneHasItsCentreAtZero) {
         const Filter filter = round(0.1, 0.0, 0.0, size);
         const mvFrequencyBuffer buffer =
             filteredOnes(filter, static_cast<int>(size.x), static_cast<int>(size.y));
-        EXPECT_EQ(mf_BufferAccess::masked(buffer), 1);
+        EXPECT_EQ(mvi::BufferAccess::masked(buffer), 1);
         const long centre = size.y / 2;
         const long half = filter.supportHeight() / 2;
-        EXPECT_EQ(mf_BufferAccess::maskedMiny(buffer), centre - half);
-        EXPECT_EQ(mf_BufferAccess::maskedMaxy(buffer), centre + half);
+        EXPECT_EQ(mvi::BufferAccess::maskedMiny(buffer), centre - half);
+        EXPECT_EQ(mvi::BufferAccess::maskedMaxy(buffer), centre + half);
     }
 }
 
@@ -174,7 +174,7 @@ TEST(Gabor, ARemovalSquareThatReachesOutIsFoundAfterFiltering) {
     mvFrequencyBuffer buffer = support::bufferOf(support::constantPlane(8, 8, {1, 1}));
     EXPECT_EQ(thrownBy([&] { round(1, 0, 0, Size(8, 8), 5).apply(buffer); }),
               support::kOutOfBounds);
-    EXPECT_EQ(mf_BufferAccess::masked(buffer), 1);
+    EXPECT_EQ(mvi::BufferAccess::masked(buffer), 1);
     for (long u = -4; u < 4; ++u) EXPECT_EQ(buffer.getReal(u, -4, true), 0.0);
     EXPECT_LT(buffer.getReal(-4, -3, true), 1.0);
     EXPECT_GT(buffer.getReal(-4, -3, true), 0.0);
@@ -182,11 +182,11 @@ TEST(Gabor, ARemovalSquareThatReachesOutIsFoundAfterFiltering) {
 
 TEST(Gabor, ASpentBufferIsFilteredUnlessASquareIsToBeRemoved) {
     mvFrequencyBuffer buffer = support::bufferOf(support::constantPlane(8, 8, {1, 1}));
-    mf_BufferAccess::setInverseComputed(buffer, true);
+    mvi::BufferAccess::setInverseComputed(buffer, true);
     EXPECT_EQ(thrownBy([&] { round(1, 0, 0, Size(8, 8), 0).apply(buffer); }), "nothing");
     EXPECT_EQ(thrownBy([&] { round(1, 0, 0, Size(8, 8), 1).apply(buffer); }), support::kSpent);
     EXPECT_EQ(thrownBy([&] { round(1, 0, 0, Size(8, 8), 1).apply(buffer, buffer); }), "nothing");
-    EXPECT_FALSE(mf_BufferAccess::inverseComputed(buffer));
+    EXPECT_FALSE(mvi::BufferAccess::inverseComputed(buffer));
 }
 
 TEST(Gabor, ANaNInTheResponseEqualsAnything) {

@@ -148,7 +148,7 @@ TEST(ImageFilter, TheDestinationBecomesTheSourceAndThenTheProduct) {
         expected.masked = false;
         expected.maskedMiny = expected.maskedMaxy = 0;
         EXPECT_TRUE(support::sameSpectrum(expected, dst));
-        EXPECT_EQ(mf_BufferAccess::xform(dst), mf_BufferAccess::xform(source));
+        EXPECT_EQ(mvi::BufferAccess::xform(dst), mvi::BufferAccess::xform(source));
         EXPECT_TRUE(support::sameSpectrum(src, source));
     }
 }

@@ -40,7 +40,7 @@ void forEachPair(Check check) {
                                             << ", frequency " << lobe.frequency);
             const mvFrequencyBuffer banded = filtered(lobe, w, h);
             mvFrequencyBuffer plain(banded);
-            ASSERT_EQ(mf_BufferAccess::masked(banded), 1);
+            ASSERT_EQ(mvi::BufferAccess::masked(banded), 1);
             support::BufferProbe::maskFrequencyBuffer(plain, false, 0, 0);
             check(banded, plain);
         }

@@ -85,7 +85,7 @@ void fill(Plane& plane, Bytes& bytes, unsigned seed) {
     }
 }
 
-void transform(float* data, mvPair<long> size, const Call& call, const mf_KernelPath& path) {
+void transform(float* data, mvPair<long> size, const Call& call, const mvi::KernelPath& path) {
     if (call.isReal) return mf_RealFFT2D(data, size, call.direction, call.low, call.high, path);
     mf_FFT2D(data, size, call.direction, call.low, call.high, path);
 }
@@ -96,7 +96,7 @@ void transform(Plane& plane, const Call& call) {
 }
 
 // On a block of just that size at a 16-byte boundary, so that AddressSanitizer sees its ends.
-Plane transformed(Plane plane, const Call& call, const mf_KernelPath& path) {
+Plane transformed(Plane plane, const Call& call, const mvi::KernelPath& path) {
     constexpr std::align_val_t alignment{16};
     const auto release = [](float* p) { ::operator delete(p, alignment); };
     const std::unique_ptr<float, decltype(release)> block(
@@ -136,7 +136,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 
     Plane expected = plane;
     transform(expected, call);
-    for (const mf_KernelPath* path : mf_KernelPathList()) {
+    for (const mvi::KernelPath* path : mvi::KernelPathList()) {
         if (!path->isSupported()) continue;
         expectSame(expected, transformed(plane, call, *path), call, path->name);
     }

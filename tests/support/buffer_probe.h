@@ -42,16 +42,16 @@ inline mvFrequencyBuffer bufferOf(const reference::Plane& plane) {
 
 /// The buffer with all that the transforms know about it, in the reference's terms.
 inline reference::Spectrum spectrumOf(const mvFrequencyBuffer& buffer) {
-    const mvPair<long> offset = mf_BufferAccess::offset(buffer);
+    const mvPair<long> offset = mvi::BufferAccess::offset(buffer);
     return {.plane = planeOf(buffer),
-            .imageWidth = mf_BufferAccess::imageWidth(buffer),
-            .imageHeight = mf_BufferAccess::imageHeight(buffer),
+            .imageWidth = mvi::BufferAccess::imageWidth(buffer),
+            .imageHeight = mvi::BufferAccess::imageHeight(buffer),
             .x = offset.x,
             .y = offset.y,
-            .masked = mf_BufferAccess::masked(buffer) != 0,
-            .maskedMiny = mf_BufferAccess::maskedMiny(buffer),
-            .maskedMaxy = mf_BufferAccess::maskedMaxy(buffer),
-            .inverseComputed = mf_BufferAccess::inverseComputed(buffer)};
+            .masked = mvi::BufferAccess::masked(buffer) != 0,
+            .maskedMiny = mvi::BufferAccess::maskedMiny(buffer),
+            .maskedMaxy = mvi::BufferAccess::maskedMaxy(buffer),
+            .inverseComputed = mvi::BufferAccess::inverseComputed(buffer)};
 }
 
 }  // namespace support

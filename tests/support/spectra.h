@@ -24,7 +24,7 @@ inline mvFrequencyBuffer bufferOf(const reference::Spectrum& spectrum) {
     setPlane(buffer, spectrum.plane);
     BufferProbe::maskFrequencyBuffer(buffer, spectrum.masked, spectrum.maskedMiny,
                                      spectrum.maskedMaxy);
-    mf_BufferAccess::setInverseComputed(buffer, spectrum.inverseComputed);
+    mvi::BufferAccess::setInverseComputed(buffer, spectrum.inverseComputed);
     return buffer;
 }
 

@@ -2,20 +2,22 @@
 #include <filt/fft/internal/archive_routines.h>
 #include <algorithm>
 
+namespace mvi {
+
 namespace {
 
 template <class T>
-void exchangePair(mvArchive& ar, mvPair<T>& pair) {
+void exchangeCoordinates(mvArchive& ar, mvPair<T>& pair) {
     unsigned char version = 0;
     ar || version;
-    mf_RequireVersion(version, 0, nullptr, 0);
+    requireVersion(version, 0, nullptr, 0);
     ar || pair.x || pair.y;
 }
 
 std::size_t exchangeFloatsHead(mvArchive& ar, std::size_t count) {
     unsigned char version = 0;
     ar || version;
-    mf_RequireVersion(version, 0, nullptr, 0);
+    requireVersion(version, 0, nullptr, 0);
     unsigned long field = count;
     ar || field;
     return field;
@@ -23,28 +25,28 @@ std::size_t exchangeFloatsHead(mvArchive& ar, std::size_t count) {
 
 }  // namespace
 
-void mf_RequireVersion(unsigned char version, unsigned char newest, const char* text, long number) {
+void requireVersion(unsigned char version, unsigned char newest, const char* text, long number) {
     if (version > newest) throw mvArchive::UnknownVersion(text, number);
 }
 
-void mf_ExchangePair(mvArchive& ar, mvPair<std::int32_t>& pair) {
-    exchangePair(ar, pair);
+void exchangePair(mvArchive& ar, mvPair<std::int32_t>& pair) {
+    exchangeCoordinates(ar, pair);
 }
-void mf_ExchangePair(mvArchive& ar, mvPair<long>& pair) {
-    exchangePair(ar, pair);
+void exchangePair(mvArchive& ar, mvPair<long>& pair) {
+    exchangeCoordinates(ar, pair);
 }
-void mf_ExchangePair(mvArchive& ar, mvPair<double>& pair) {
-    exchangePair(ar, pair);
+void exchangePair(mvArchive& ar, mvPair<double>& pair) {
+    exchangeCoordinates(ar, pair);
 }
 
-void mf_StoreFloats(mvArchive& ar, const float* values, std::size_t count) {
+void storeFloats(mvArchive& ar, const float* values, std::size_t count) {
     exchangeFloatsHead(ar, count);
     ar.floats(const_cast<float*>(values), count);
 }
 
-mf_LoadedFloats mf_LoadFloats(mvArchive& ar, std::size_t slack) {
+LoadedFloats loadFloats(mvArchive& ar, std::size_t slack) {
     constexpr std::size_t kFirstFloats = 16384;
-    mf_LoadedFloats floats;
+    LoadedFloats floats;
     floats.count = exchangeFloatsHead(ar, 0);
     for (std::size_t have = 0; have < floats.count;) {
         const std::size_t room = std::min(floats.count, std::max(2 * have, kFirstFloats));
@@ -55,11 +57,13 @@ mf_LoadedFloats mf_LoadFloats(mvArchive& ar, std::size_t slack) {
     return floats;
 }
 
-void mf_PadFloats(mf_LoadedFloats& floats, std::size_t needed, std::size_t slack,
-                  std::size_t largestPadded) {
+void padFloats(LoadedFloats& floats, std::size_t needed, std::size_t slack,
+               std::size_t largestPadded) {
     if (needed > std::max(floats.count, largestPadded)) {
         throw mvArchive::BadValue("An array of the archive is shorter than its sizes say.");
     }
     floats.values.resize(needed + slack);
     if (needed < floats.count) std::fill_n(floats.values.data() + needed, slack, 0.0f);
 }
+
+}  // namespace mvi

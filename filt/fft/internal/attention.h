@@ -3,7 +3,11 @@
 
 #include <filt/platform.h>
 
+namespace mvi {
+
 /// Asks the calling thread's attention handler; throws when it does not say "go on".
-inline void mf_PollAttention() {
+inline void pollAttention() {
     mfThrowExceptionOnFailure(vsys_attention_check());
 }
+
+}  // namespace mvi

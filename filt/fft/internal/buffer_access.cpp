@@ -2,6 +2,8 @@
 #include <filt/fft/internal/buffer_access.h>
 #include <filt/fft/internal/integers.h>
 
+namespace mvi {
+
 namespace {
 
 [[noreturn]] void throwSize() {
@@ -9,22 +11,24 @@ namespace {
 }
 
 bool isTransformable(long side) {
-    return side <= mf_BufferAccess::kLargestSide && mf_IsPowerOfTwo(side);
+    return side <= BufferAccess::kLargestSide && isPowerOfTwo(side);
 }
 
 }  // namespace
 
-void mf_BufferAccess::setPlacement(mvFrequencyBuffer& b, const mv_PelBuffer& image) {
+void BufferAccess::setPlacement(mvFrequencyBuffer& b, const mv_PelBuffer& image) {
     const mvPair<long> offset = image.offset();
     b.xform_ = image.xformCache();
-    b.offset_ = {mf_Hold32(offset.x), mf_Hold32(offset.y)};
+    b.offset_ = {hold32(offset.x), hold32(offset.y)};
 }
 
-void mf_BufferAccess::requireTransformable(const mvFrequencyBuffer& b) {
+void BufferAccess::requireTransformable(const mvFrequencyBuffer& b) {
     requireData(b);
     if (!isTransformable(b.width_) || !isTransformable(b.height_)) throwSize();
 }
 
-void mf_BufferAccess::requireImageInPlane(const mvFrequencyBuffer& b) {
+void BufferAccess::requireImageInPlane(const mvFrequencyBuffer& b) {
     if (b.imageWidth_ > b.width_ || b.imageHeight_ > b.height_) throwSize();
 }
+
+}  // namespace mvi

@@ -4,8 +4,10 @@
 #include <filt/fft/frequency_buffer.h>
 #include <cstddef>
 
+namespace mvi {
+
 /// A view of a buffer's private fields.
-struct mf_BufferAccess {
+struct BufferAccess {
     static constexpr long kLargestSide = 2048;
 
     /// Floats behind the plane: room to move its first one up to a 16-byte boundary.
@@ -53,3 +55,5 @@ struct mf_BufferAccess {
     /// archive makes such a buffer.
     static void requireImageInPlane(const mvFrequencyBuffer& b);
 };
+
+}  // namespace mvi

@@ -3,14 +3,16 @@
 
 #include <filt/fft/internal/kernel.h>
 
+namespace mvi {
+
 /// A sink that calls visit(x, y, elements, count) for runs of elements of the rows
 /// 0 .. height - 1.
 template <class Visit>
-class mf_RunSink : public mf_ColumnSink {
+class RunSink : public ColumnSink {
   public:
-    mf_RunSink(long height, Visit visit) : height_(height), visit_(visit) {}
+    RunSink(long height, Visit visit) : height_(height), visit_(visit) {}
 
-    void take(const mf_FinishedColumns& columns) override {
+    void take(const FinishedColumns& columns) override {
         for (long y = 0; y < height_; ++y) {
             visit_(columns.x, y, columns.first + columns.pitch * y, columns.count);
         }
@@ -20,3 +22,5 @@ class mf_RunSink : public mf_ColumnSink {
     long height_;
     Visit visit_;
 };
+
+}  // namespace mvi

@@ -5,9 +5,11 @@
 #include <cstdint>
 #include <limits>
 
+namespace mvi {
+
 /// Toward zero, held at the ends of the target type; NaN gives 0.
 template <class Integer, class Floating>
-Integer mf_Truncate(Floating value) {
+Integer truncate(Floating value) {
     constexpr auto low = std::numeric_limits<Integer>::min();
     constexpr auto high = std::numeric_limits<Integer>::max();
     // 2^31 and 2^63 are exact in both floating types; the largest integers are not.
@@ -18,27 +20,29 @@ Integer mf_Truncate(Floating value) {
 }
 
 /// The low byte of the value truncated to 64 bits; 0 for what 64 bits do not hold, and for NaN.
-inline unsigned char mf_LowByte(double value) {
+inline unsigned char lowByte(double value) {
     constexpr double end = 9223372036854775808.0;
     const bool fits = value >= -end && value < end;
     return static_cast<unsigned char>(fits ? static_cast<std::int64_t>(value) : 0);
 }
 
 /// The nearest value that 32 bits hold.
-constexpr std::int32_t mf_Hold32(long value) {
+constexpr std::int32_t hold32(long value) {
     constexpr long low = std::numeric_limits<std::int32_t>::min();
     constexpr long high = std::numeric_limits<std::int32_t>::max();
     return static_cast<std::int32_t>(value < low ? low : value > high ? high : value);
 }
 
 /// The smallest power of two not below `value`; 1 for all values up to 1.
-constexpr long mf_PowerOfTwoAbove(long value) {
+constexpr long powerOfTwoAbove(long value) {
     unsigned long power = 1;
     while (value > 1 && power < static_cast<unsigned long>(value)) power *= 2;
     return static_cast<long>(power);
 }
 
 /// True for 1, 2, 4, ...
-constexpr bool mf_IsPowerOfTwo(long value) {
+constexpr bool isPowerOfTwo(long value) {
     return value > 0 && (value & (value - 1)) == 0;
 }
+
+}  // namespace mvi

@@ -31,16 +31,16 @@ Floats makeFloats(std::size_t count) {
 
 // Sizes and memory of one transform.
 struct Work {
-    Work(const mf_KernelPath& kernelPath, mvPair<long> planeSize)
+    Work(const mvi::KernelPath& kernelPath, mvPair<long> planeSize)
         : path(kernelPath),
           size(planeSize),
-          scratch(makeFloats(mf_KernelScratchFloats(size.x, size.y))),
-          rows(new const float*[static_cast<std::size_t>(size.y + mf_kRowsAhead)]) {}
+          scratch(makeFloats(mvi::kernelScratchFloats(size.x, size.y))),
+          rows(new const float*[static_cast<std::size_t>(size.y + mvi::kRowsAhead)]) {}
 
     // Where the column pass finds row y.
     const float*& row(long y) { return rows[static_cast<std::size_t>(y)]; }
 
-    const mf_KernelPath& path;
+    const mvi::KernelPath& path;
     mvPair<long> size;
     Floats scratch;
     std::unique_ptr<const float*[]> rows;
@@ -49,12 +49,12 @@ struct Work {
 // The poll that a blocked transposition between the passes makes: small planes go without. The
 // passes here need no transposition, but the number of polls of a call is part of its contract.
 void pollTransposition(mvPair<long> size, long smallest) {
-    if (size.x >= smallest && size.y >= smallest) mf_PollAttention();
+    if (size.x >= smallest && size.y >= smallest) mvi::pollAttention();
 }
 
 // Calls transform(rows, count) with the numbers of a few rows of the band at a time.
 template <class Transform>
-void passRows(long height, const mf_RowBand& band, Transform transform) {
+void passRows(long height, const mvi::RowBand& band, Transform transform) {
     for (long first = 0; first < height; first += kLinesPerPoll) {
         long rows[kLinesPerPoll];
         long count = 0;
@@ -62,7 +62,7 @@ void passRows(long height, const mf_RowBand& band, Transform transform) {
             if (band.contains(y)) rows[count++] = y;
         }
         if (count == 0) continue;
-        if (band.contains(first)) mf_PollAttention();
+        if (band.contains(first)) mvi::pollAttention();
         transform(rows, count);
     }
 }
@@ -70,10 +70,11 @@ void passRows(long height, const mf_RowBand& band, Transform transform) {
 // Calls transform(x, count) for the columns 0 to `end` - 1, a few at a time.
 template <class Transform>
 void passColumns(Work& work, long end, Transform transform) {
-    for (long i = 0; i < mf_kRowsAhead; ++i) work.row(work.size.y + i) = work.row(work.size.y - 1);
+    for (long i = 0; i < mvi::kRowsAhead; ++i)
+        work.row(work.size.y + i) = work.row(work.size.y - 1);
     for (long x = 0; x < end; x += kColumnsPerStep) {
         const long count = std::min(kColumnsPerStep, end - x);
-        for (long i = 0; i < count; i += kLinesPerPoll) mf_PollAttention();
+        for (long i = 0; i < count; i += kLinesPerPoll) mvi::pollAttention();
         transform(x, count);
     }
 }
@@ -81,7 +82,7 @@ void passColumns(Work& work, long end, Transform transform) {
 // Writes row y of a source and tells the column pass where it is; the rows behind those of the
 // source are alike, and the first of them serves for all. Returns whether there is a row to
 // transform.
-bool writeRow(Work& work, const mf_RowSource& source, float* plane, long y) {
+bool writeRow(Work& work, const mvi::RowSource& source, float* plane, long y) {
     const long filled = source.rows(), pitch = 2 * work.size.x;
     float* const row = plane + pitch * std::min(y, filled);
     work.row(y) = row;
@@ -92,8 +93,8 @@ bool writeRow(Work& work, const mf_RowSource& source, float* plane, long y) {
 
 // The row pass of a source; transform(rows, count) transforms rows in place.
 template <class Transform>
-void passSourceRows(Work& work, const mf_RowSource& source, float* plane, Transform transform) {
-    passRows(work.size.y, mf_RowBand(work.size.y), [&](const long* numbers, long count) {
+void passSourceRows(Work& work, const mvi::RowSource& source, float* plane, Transform transform) {
+    passRows(work.size.y, mvi::RowBand(work.size.y), [&](const long* numbers, long count) {
         float* rows[kLinesPerPoll];
         long rowCount = 0;
         for (long i = 0; i < count; ++i) {
@@ -105,7 +106,7 @@ void passSourceRows(Work& work, const mf_RowSource& source, float* plane, Transf
 }
 
 // The row pass of a real source. Single samples are their own transforms.
-void passRealRows(Work& work, const mf_RowSource& source, float* plane) {
+void passRealRows(Work& work, const mvi::RowSource& source, float* plane) {
     if (work.size.x == 1) {
         for (long y = 0; y < work.size.y; ++y) writeRow(work, source, plane, y);
         return;
@@ -129,12 +130,12 @@ void fillMirrored(const Work& work, float* plane, long x, long count) {
 
 // Lets the column pass find a row of zeros in the place of every row outside the band that is one.
 // Returns whether the contract wants rows exchanged that are not.
-bool findZeroRows(Work& work, const mf_RowBand& band, const float* zeroRow) {
+bool findZeroRows(Work& work, const mvi::RowBand& band, const float* zeroRow) {
     const mvPair<long> size = work.size;
     const bool isSquare = size.x == size.y && size.x >= 4;
     bool mustExchange = false;
     for (long y = 0; y < size.y; ++y) {
-        const bool isZero = !band.contains(y) && mf_IsAllZero(work.row(y), 2 * size.x);
+        const bool isZero = !band.contains(y) && mvi::isAllZero(work.row(y), 2 * size.x);
         if (isZero) work.row(y) = zeroRow;
         if (!isZero && isSquare && band.excludesTile(y / 4 * 4)) mustExchange = true;
     }
@@ -142,7 +143,7 @@ bool findZeroRows(Work& work, const mf_RowBand& band, const float* zeroRow) {
 }
 
 // Lets the column pass find all rows outside the band in `dst`, which may be `src`.
-void copyRowsOutside(Work& work, const mf_RowBand& band, const float* src, float* dst) {
+void copyRowsOutside(Work& work, const mvi::RowBand& band, const float* src, float* dst) {
     const long width = 2 * work.size.x;
     for (long y = 0; y < work.size.y; ++y) {
         if (band.contains(y)) continue;
@@ -160,22 +161,22 @@ long wholePanels(long columns) {
 // and `sink` ask for alone.
 class ComplexTransform {
   public:
-    ComplexTransform(const mf_KernelPath& path, mvPair<long> size, const mf_RowBand& band,
+    ComplexTransform(const mvi::KernelPath& path, mvPair<long> size, const mvi::RowBand& band,
                      bool inverse)
         : work_(path, size), band_(band), inverse_(inverse) {}
 
     // `dst` may be `src`.
-    void between(const float* src, float* dst, long columns, mf_ColumnSink* sink) {
+    void between(const float* src, float* dst, long columns, mvi::ColumnSink* sink) {
         const bool mustExchange = findRows(src);
         if (mustExchange) copyRowsOutside(work_, band_, src, dst);
         const long pitch = 2 * work_.size.x;
         passBandRows([=](long y) { return dst + pitch * y; });
-        if (mustExchange) mf_ExchangeUnmovedTiles(dst, work_.size.x, band_);
+        if (mustExchange) mvi::exchangeUnmovedTiles(dst, work_.size.x, band_);
         passColumnsTo(src == dst ? work_.size.x : columns, columns, sink, pitch,
                       [=](long x) { return dst + 2 * x; });
     }
 
-    void toSink(const float* src, long columns, mf_ColumnSink& sink) {
+    void toSink(const float* src, long columns, mvi::ColumnSink& sink) {
         const mvPair<long> size = work_.size;
         if (findRows(src)) {
             const Floats plane = makeFloats(static_cast<std::size_t>(2 * size.x * size.y));
@@ -191,7 +192,7 @@ class ComplexTransform {
         passColumnsTo(columns, columns, &sink, panelPitch, [&](long) { return panel.get(); });
     }
 
-    void fromSource(const mf_RowSource& source, float* dst) {
+    void fromSource(const mvi::RowSource& source, float* dst) {
         passSourceRows(work_, source, dst, [&](float* const* rows, long count) {
             work_.path.complexRows(rows, rows, count, work_.size.x, inverse_, work_.scratch.get());
         });
@@ -228,7 +229,7 @@ class ComplexTransform {
     // Transforms the first `computed` columns, to(x) being where the row 0 of column x goes, and
     // hands the first `sunk` of them on. The attention is polled for all columns.
     template <class To>
-    void passColumnsTo(long computed, long sunk, mf_ColumnSink* sink, long pitch, To to) {
+    void passColumnsTo(long computed, long sunk, mvi::ColumnSink* sink, long pitch, To to) {
         pollTransposition(work_.size, 4);
         passColumns(work_, work_.size.x, [&](long x, long count) {
             if (x >= computed) return;
@@ -244,13 +245,13 @@ class ComplexTransform {
     }
 
     Work work_;
-    mf_RowBand band_;
+    mvi::RowBand band_;
     bool inverse_;
     Floats zeroRow_;
 };
 
 // Rows that are in the plane already.
-class RowsOfThePlane : public mf_RowSource {
+class RowsOfThePlane : public mvi::RowSource {
   public:
     explicit RowsOfThePlane(long rows) : rows_(rows) {}
     long rows() const override { return rows_; }
@@ -263,17 +264,17 @@ class RowsOfThePlane : public mf_RowSource {
 }  // namespace
 
 void mf_FFT2D(float* data, mvPair<long> size, int direction, int rowLow, int rowHigh,
-              const mf_KernelPath& path) {
+              const mvi::KernelPath& path) {
     mf_FFT2D(data, data, size, direction, rowLow, rowHigh, size.x, nullptr, path);
 }
 
-void mf_FFT2D(const mf_RowSource& source, float* data, mvPair<long> size,
-              const mf_KernelPath& path) {
-    ComplexTransform(path, size, mf_RowBand(size.y), false).fromSource(source, data);
+void mf_FFT2D(const mvi::RowSource& source, float* data, mvPair<long> size,
+              const mvi::KernelPath& path) {
+    ComplexTransform(path, size, mvi::RowBand(size.y), false).fromSource(source, data);
 }
 
 void mf_FFT2D(const float* src, float* dst, mvPair<long> size, int direction, int rowLow,
-              int rowHigh, long columns, mf_ColumnSink* sink, const mf_KernelPath& path) {
+              int rowHigh, long columns, mvi::ColumnSink* sink, const mvi::KernelPath& path) {
     ComplexTransform transform(path, size, {size.y, rowLow, rowHigh}, direction < 0);
     if (dst != nullptr) {
         transform.between(src, dst, columns, sink);
@@ -282,12 +283,12 @@ void mf_FFT2D(const float* src, float* dst, mvPair<long> size, int direction, in
     }
 }
 
-void mf_RealFFT2D(float* data, mvPair<long> size, int, int, int, const mf_KernelPath& path) {
+void mf_RealFFT2D(float* data, mvPair<long> size, int, int, int, const mvi::KernelPath& path) {
     mf_RealFFT2D(RowsOfThePlane(size.y), data, size, path);
 }
 
-void mf_RealFFT2D(const mf_RowSource& source, float* data, mvPair<long> size,
-                  const mf_KernelPath& path) {
+void mf_RealFFT2D(const mvi::RowSource& source, float* data, mvPair<long> size,
+                  const mvi::KernelPath& path) {
     Work work(path, size);
     passRealRows(work, source, data);
     const long transpositionLimit = size.x == size.y ? 8 : 4;
@@ -299,5 +300,5 @@ void mf_RealFFT2D(const mf_RowSource& source, float* data, mvPair<long> size,
     });
     pollTransposition(size, transpositionLimit);
     // The filling of the mirrored half has a poll of its own.
-    mf_PollAttention();
+    mvi::pollAttention();
 }

@@ -9,8 +9,10 @@
 /// of at most 2048. DC is element (0, 0). Nothing is scaled. What an attention poll throws leaves a
 /// partly transformed plane. All paths give the same bits.
 
+namespace mvi {
+
 /// Rows that are written just before the row pass transforms them.
-class mf_RowSource {
+class RowSource {
   public:
     /// How many rows there are; those that follow are zero.
     virtual long rows() const = 0;
@@ -19,12 +21,12 @@ class mf_RowSource {
     virtual void write(long y, float* row) const = 0;
 
   protected:
-    ~mf_RowSource() = default;
+    ~RowSource() = default;
 };
 
 /// A few neighbouring columns of a finished plane, from column `x` on. Their elements of row y
 /// begin at `first` + y * `pitch`.
-struct mf_FinishedColumns {
+struct FinishedColumns {
     long x;
     long count;
     const float* first;
@@ -32,36 +34,38 @@ struct mf_FinishedColumns {
 };
 
 /// Takes columns as the column pass finishes them.
-class mf_ColumnSink {
+class ColumnSink {
   public:
-    virtual void take(const mf_FinishedColumns& columns) = 0;
+    virtual void take(const FinishedColumns& columns) = 0;
 
   protected:
-    ~mf_ColumnSink() = default;
+    ~ColumnSink() = default;
 };
+
+}  // namespace mvi
 
 /// Transforms a complex plane in place; any negative `direction` is inverse.
 ///
 /// The rows outside the band `rowLow` .. `rowHigh`, inclusive limits in shifted coordinates, are
 /// taken as zero and not transformed in the first pass; (0, H) lets every row through.
 void mf_FFT2D(float* data, mvPair<long> size, int direction, int rowLow, int rowHigh,
-              const mf_KernelPath& path = mf_BestKernelPath());
+              const mvi::KernelPath& path = mvi::bestKernelPath());
 
 /// Forward transform of a real plane in place: the first size.x floats of each row are the packed
 /// samples, the row's other floats are ignored; for a width of 1 the second float is 0.
 /// Direction and band are not used.
 void mf_RealFFT2D(float* data, mvPair<long> size, int direction, int rowLow, int rowHigh,
-                  const mf_KernelPath& path = mf_BestKernelPath());
+                  const mvi::KernelPath& path = mvi::bestKernelPath());
 
 /// The same two forward transforms of the rows of `source`.
-void mf_FFT2D(const mf_RowSource& source, float* data, mvPair<long> size,
-              const mf_KernelPath& path = mf_BestKernelPath());
-void mf_RealFFT2D(const mf_RowSource& source, float* data, mvPair<long> size,
-                  const mf_KernelPath& path = mf_BestKernelPath());
+void mf_FFT2D(const mvi::RowSource& source, float* data, mvPair<long> size,
+              const mvi::KernelPath& path = mvi::bestKernelPath());
+void mf_RealFFT2D(const mvi::RowSource& source, float* data, mvPair<long> size,
+                  const mvi::KernelPath& path = mvi::bestKernelPath());
 
 /// The complex transform of the plane `src` into `dst`: `src` itself, another plane of the size, or
 /// null when nothing is kept. The columns 0 .. `columns` - 1 go to `sink`, unless that is null; of
 /// another plane no more than these are computed. At least one of `dst` and `sink` is given.
 void mf_FFT2D(const float* src, float* dst, mvPair<long> size, int direction, int rowLow,
-              int rowHigh, long columns, mf_ColumnSink* sink,
-              const mf_KernelPath& path = mf_BestKernelPath());
+              int rowHigh, long columns, mvi::ColumnSink* sink,
+              const mvi::KernelPath& path = mvi::bestKernelPath());

@@ -5,19 +5,21 @@
 #include <filt/fft/internal/wrap_copy.h>
 #include <filt/platform.h>
 
+namespace mvi {
+
 /// One output of an inverse transform or a phase image.
 ///
 /// An unbound output of the caller becomes a new image of the buffer's image size, offset and
 /// client transform; a bound one keeps its own and receives the pels where both overlap.
 template <class T>
-class mf_OutputImage {
+class OutputImage {
   public:
-    mf_OutputImage(const mvFrequencyBuffer& buf, mvPelBuffer<T>& out)
-        : offset_(mf_BufferAccess::offset(buf)),
-          xform_(mf_BufferAccess::xform(buf)),
+    OutputImage(const mvFrequencyBuffer& buf, mvPelBuffer<T>& out)
+        : offset_(BufferAccess::offset(buf)),
+          xform_(BufferAccess::xform(buf)),
           out_(out),
           wasBound_(out.isBound()),
-          target_(mf_BufferAccess::imageWidth(buf), mf_BufferAccess::imageHeight(buf), 32) {
+          target_(BufferAccess::imageWidth(buf), BufferAccess::imageHeight(buf), 32) {
         place(target_);
     }
 
@@ -59,3 +61,5 @@ class mf_OutputImage {
     bool wasBound_;
     mvPelBuffer<T> target_;
 };
+
+}  // namespace mvi

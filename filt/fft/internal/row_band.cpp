@@ -6,13 +6,15 @@
 #include <cstring>
 #include <utility>
 
-bool mf_IsAllZero(const float* floats, long count) {
+namespace mvi {
+
+bool isAllZero(const float* floats, long count) {
     const auto bytes = static_cast<std::size_t>(count - 1) * sizeof(float);
     return std::bit_cast<std::uint32_t>(floats[0]) == 0 &&
            std::memcmp(floats, floats + 1, bytes) == 0;
 }
 
-void mf_ExchangeUnmovedTiles(float* data, long n, const mf_RowBand& band) {
+void exchangeUnmovedTiles(float* data, long n, const RowBand& band) {
     const auto exchange = [data](long a, long b) {
         std::swap(data[2 * a], data[2 * b]);
         std::swap(data[2 * a + 1], data[2 * b + 1]);
@@ -24,3 +26,5 @@ void mf_ExchangeUnmovedTiles(float* data, long n, const mf_RowBand& band) {
         }
     }
 }
+
+}  // namespace mvi

@@ -3,14 +3,16 @@
 
 #include <algorithm>
 
+namespace mvi {
+
 /// Inclusive limits in shifted coordinates, where the row 0 stands in the middle.
-class mf_RowBand {
+class RowBand {
   public:
-    mf_RowBand(long height, long low, long high)
+    RowBand(long height, long low, long high)
         : height_(height), half_(height / 2), low_(low), high_(high) {}
 
     /// Every row.
-    explicit mf_RowBand(long height) : mf_RowBand(height, 0, height) {}
+    explicit RowBand(long height) : RowBand(height, 0, height) {}
 
     bool contains(long row) const {
         const long shifted = row < half_ ? row + half_ : row - half_;
@@ -25,7 +27,7 @@ class mf_RowBand {
     bool isFull() const { return low_ <= 0 && high_ >= height_; }
 
     /// Whether the tile of four rows from `base` on lies outside, by the coarse rule of
-    /// mf_ExchangeUnmovedTiles.
+    /// exchangeUnmovedTiles.
     bool excludesTile(long base) const {
         const long toStored = base < half_ ? -half_ : half_;
         return base + 4 < low_ + toStored || base > high_ + toStored;
@@ -36,9 +38,11 @@ class mf_RowBand {
 };
 
 /// True for +0 alone, of which a filter leaves whole rows.
-bool mf_IsAllZero(const float* floats, long count);
+bool isAllZero(const float* floats, long count);
 
 /// Between the passes a square plane used to be transposed by tiles of 4 x 4, and the contract
 /// keeps its coarse rule for a band: pairs of tiles whose rows and columns both lie outside stay
 /// where they are. What such tiles hold enters the second pass with rows and columns exchanged.
-void mf_ExchangeUnmovedTiles(float* data, long n, const mf_RowBand& band);
+void exchangeUnmovedTiles(float* data, long n, const RowBand& band);
+
+}  // namespace mvi

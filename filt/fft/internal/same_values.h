@@ -4,20 +4,22 @@
 #include <filt/platform.h>
 #include <cstddef>
 
+namespace mvi {
+
 /// True also when either is a NaN, and for zeros of both signs.
 template <class T>
-constexpr bool mf_SameValue(T a, T b) {
+constexpr bool sameValue(T a, T b) {
     return !(a < b || a > b);
 }
 
 template <class T>
-constexpr bool mf_SameValue(const mvPair<T>& a, const mvPair<T>& b) {
-    return mf_SameValue(a.x, b.x) && mf_SameValue(a.y, b.y);
+constexpr bool sameValue(const mvPair<T>& a, const mvPair<T>& b) {
+    return sameValue(a.x, b.x) && sameValue(a.y, b.y);
 }
 
 /// True when no pair of the `count` values differs. Runs are compared as a whole, so that the loop
 /// over them becomes vector code.
-inline bool mf_SameFloats(const float* a, const float* b, std::size_t count) {
+inline bool sameFloats(const float* a, const float* b, std::size_t count) {
     constexpr std::size_t kRun = 1024;
     for (std::size_t first = 0; first < count; first += kRun) {
         const std::size_t end = first + kRun < count ? first + kRun : count;
@@ -29,3 +31,5 @@ inline bool mf_SameFloats(const float* a, const float* b, std::size_t count) {
     }
     return true;
 }
+
+}  // namespace mvi

@@ -1,15 +1,17 @@
 // Twiddle factors: literal seeds and the tables that the rotation recurrences grow from them.
 #pragma once
 
+namespace mvi {
+
 /// cos and sin of e and of 3 e, e = 2 pi / S, rounded from double: what one step of a stage of
 /// span S turns its factors by.
-struct mf_StageSeed {
+struct StageSeed {
     float c1, s1, c3, s3;
 };
 
 /// The seeds of S = 1, 2, 4 ... 2048, by log2 S. Literals, so that no runtime library can change
 /// a result.
-inline constexpr mf_StageSeed mf_kStageSeeds[] = {
+inline constexpr StageSeed kStageSeeds[] = {
     {0x1p+0f, -0x1.1a6264p-52f, 0x1p+0f, -0x1.a79394p-51f},
     {-0x1p+0f, 0x1.1a6264p-53f, -0x1p+0f, 0x1.a79394p-52f},
     {0x1.1a6264p-54f, 0x1p+0f, -0x1.a79394p-53f, -0x1p+0f},
@@ -26,12 +28,12 @@ inline constexpr mf_StageSeed mf_kStageSeeds[] = {
 
 /// sin(theta / 2) and sin(theta), theta = pi / N, in single precision: the seeds of the real-data
 /// separation of N complex points.
-struct mf_SeparationSeed {
+struct SeparationSeed {
     float halfSine, sine;
 };
 
 /// The seeds of N = 1, 2, 4 ... 1024, by log2 N.
-inline constexpr mf_SeparationSeed mf_kSeparationSeeds[] = {
+inline constexpr SeparationSeed kSeparationSeeds[] = {
     {0x1p+0f, -0x1.777a5cp-24f},       {0x1.6a09e6p-1f, 0x1p+0f},
     {0x1.87de2cp-2f, 0x1.6a09e6p-1f},  {0x1.8f8b84p-3f, 0x1.87de2cp-2f},
     {0x1.917a6cp-4f, 0x1.8f8b84p-3f},  {0x1.91f66p-5f, 0x1.917a6cp-4f},
@@ -41,7 +43,7 @@ inline constexpr mf_SeparationSeed mf_kSeparationSeeds[] = {
 };
 
 /// The factors of all stages and separations, as the recurrences give them in single precision.
-struct mf_TwiddleTables {
+struct TwiddleTables {
     /// What a butterfly multiplies its third and fourth output by.
     struct Butterfly {
         float re1, im1, re3, im3;
@@ -60,11 +62,10 @@ struct mf_TwiddleTables {
     /// is that of the elements i and n - i.
     constexpr const Factor* ofSeparation(long n) const { return separation + (n / 2 - 1); }
 
-    constexpr mf_TwiddleTables() {
-        for (int k = 2; k <= 11; ++k)
-            growStage(stage + ((1 << k) / 4 - 1), 1 << k, mf_kStageSeeds[k]);
+    constexpr TwiddleTables() {
+        for (int k = 2; k <= 11; ++k) growStage(stage + ((1 << k) / 4 - 1), 1 << k, kStageSeeds[k]);
         for (int k = 1; k <= 10; ++k) {
-            growSeparation(separation + ((1 << k) / 2 - 1), 1 << k, mf_kSeparationSeeds[k]);
+            growSeparation(separation + ((1 << k) / 2 - 1), 1 << k, kSeparationSeeds[k]);
         }
     }
 
@@ -73,7 +74,7 @@ struct mf_TwiddleTables {
         return {c * w.re - s * w.im, s * w.re + c * w.im};
     }
 
-    static constexpr void growStage(Butterfly* factors, int span, mf_StageSeed seed) {
+    static constexpr void growStage(Butterfly* factors, int span, StageSeed seed) {
         Factor w1{1.0f, 0.0f}, w3{1.0f, 0.0f};
         for (int j = 0; j < span / 4; ++j) {
             factors[j] = {w1.re, w1.im, w3.re, w3.im};
@@ -82,7 +83,7 @@ struct mf_TwiddleTables {
         }
     }
 
-    static constexpr void growSeparation(Factor* factors, int n, mf_SeparationSeed seed) {
+    static constexpr void growSeparation(Factor* factors, int n, SeparationSeed seed) {
         const float re = -2.0f * seed.halfSine * seed.halfSine, im = -seed.sine;
         Factor w{1.0f + re, im};
         for (int i = 1; i < n / 2; ++i) {
@@ -92,4 +93,6 @@ struct mf_TwiddleTables {
     }
 };
 
-inline constexpr mf_TwiddleTables mf_kTwiddles;
+inline constexpr TwiddleTables kTwiddles;
+
+}  // namespace mvi

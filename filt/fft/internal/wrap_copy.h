@@ -10,7 +10,7 @@
 /// down). A period is the larger of both widths by the larger of both heights.
 template <class T>
 void mf_WrapCopy(const mvPelBuffer_const<T>& src, mvPelBuffer<T>& dst, bool negate) {
-    mf_PollAttention();
+    mvi::pollAttention();
     const mvPair<long> offset = src.offset();
     const long sign = negate ? -1 : 1;
     const long periodX = sign * std::max(dst.width(), src.width());

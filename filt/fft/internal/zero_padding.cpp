@@ -3,11 +3,15 @@
 #include <filt/fft/internal/zero_padding.h>
 #include <algorithm>
 
-void mf_ClearPadding(float* plane, long imageWidth, long imageHeight, long width, long height) {
-    mf_PollAttention();
+namespace mvi {
+
+void clearPadding(float* plane, long imageWidth, long imageHeight, long width, long height) {
+    pollAttention();
     for (long y = 0; y < imageHeight; ++y) {
         float* const row = plane + 2 * width * y;
         std::fill(row + 2 * imageWidth, row + 2 * width, 0.0f);
     }
     std::fill(plane + 2 * width * imageHeight, plane + 2 * width * height, 0.0f);
 }
+
+}  // namespace mvi

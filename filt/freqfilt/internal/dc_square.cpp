@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <stdexcept>
 
+namespace mvi {
+
 namespace {
 
 template <class Visit>
@@ -18,20 +20,20 @@ std::size_t squared(long side) {
 
 }  // namespace
 
-void mf_ClearDcSquare(mvFrequencyBuffer& buf, long radius) {
+void clearDcSquare(mvFrequencyBuffer& buf, long radius) {
     visitSquare(radius, [&](long u, long v) {
         buf.putReal(u, v, 0.0, true);
         buf.putImaginary(u, v, 0.0, true);
     });
 }
 
-void mf_RequireList(long radius) {
+void requireList(long radius) {
     if (radius > 0 && squared(radius) > std::vector<mvPair<double>>().max_size()) {
         throw std::length_error("vector<T> too long");
     }
 }
 
-mf_DcSquare::mf_DcSquare(const mvFrequencyBuffer& buf, long radius) : radius_(radius) {
+DcSquare::DcSquare(const mvFrequencyBuffer& buf, long radius) : radius_(radius) {
     if (radius <= 0) return;
     // A square that lies in the plane holds no more values than the plane; one that does not is
     // refused at its first value outside.
@@ -40,7 +42,9 @@ mf_DcSquare::mf_DcSquare(const mvFrequencyBuffer& buf, long radius) : radius_(ra
     visitSquare(radius, [&](long u, long v) { values_.push_back(buf.get(u, v, true)); });
 }
 
-void mf_DcSquare::restore(mvFrequencyBuffer& buf) const {
+void DcSquare::restore(mvFrequencyBuffer& buf) const {
     auto value = values_.begin();
     visitSquare(radius_, [&](long u, long v) { buf.put(u, v, *value++, true); });
 }
+
+}  // namespace mvi

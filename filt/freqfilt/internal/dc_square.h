@@ -4,21 +4,25 @@
 #include <filt/fft/frequency_buffer.h>
 #include <vector>
 
+namespace mvi {
+
 /// Clears the square through the buffer's element access, whose errors end it part-way; nothing for
 /// a radius of 0 or less.
-void mf_ClearDcSquare(mvFrequencyBuffer& buf, long radius);
+void clearDcSquare(mvFrequencyBuffer& buf, long radius);
 
 /// Throws std::length_error when no list can have radius x radius entries.
-void mf_RequireList(long radius);
+void requireList(long radius);
 
 /// The square's values, taken through the buffer's element access, to be put back later; none for
 /// a radius of 0 or less.
-class mf_DcSquare {
+class DcSquare {
   public:
-    mf_DcSquare(const mvFrequencyBuffer& buf, long radius);
+    DcSquare(const mvFrequencyBuffer& buf, long radius);
     void restore(mvFrequencyBuffer& buf) const;
 
   private:
     long radius_;
     std::vector<mvPair<double>> values_;
 };
+
+}  // namespace mvi

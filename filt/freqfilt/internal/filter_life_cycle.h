@@ -21,7 +21,7 @@
                       [&](unsigned char version) { Filter::serialize_(ar, version); }); \
     }                                                                                   \
     void Filter::serialize_(mvArchive& ar, unsigned char version) {                     \
-        mf_RequireVersion(version, 0, "filt/freqfilt", line);                           \
+        mvi::requireVersion(version, 0, "filt/freqfilt", line);                         \
         mvFrequencyFilter::dispatchSerialize(ar);                                       \
         exchange(ar);                                                                   \
     }

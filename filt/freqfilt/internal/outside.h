@@ -3,24 +3,28 @@
 
 #include <algorithm>
 
+namespace mvi {
+
 /// Outside is cleared.
-struct mf_ClearOutside {
+struct ClearOutside {
     void operator()(const float*, float* dst, long count) const {
         std::fill_n(dst, 2 * count, 0.0f);
     }
 };
 
 /// Outside is left as it is; in place there is nothing to do.
-struct mf_KeepOutside {
+struct KeepOutside {
     void operator()(const float* src, float* dst, long count) const {
         if (src != dst) std::copy_n(src, 2 * count, dst);
     }
 };
 
 /// Inside, `count` elements are multiplied by one gain each.
-inline void mf_MultiplyRun(const float* src, float* dst, const float* gains, long count) {
+inline void multiplyRun(const float* src, float* dst, const float* gains, long count) {
     for (long i = 0; i < count; ++i) {
         dst[2 * i] = src[2 * i] * gains[i];
         dst[2 * i + 1] = src[2 * i + 1] * gains[i];
     }
 }
+
+}  // namespace mvi

@@ -4,6 +4,8 @@
 #include <filt/freqfilt/internal/support.h>
 #include <cmath>
 
+namespace mvi {
+
 namespace {
 
 // A lobe in bins along x; distances along y come into the same unit by the aspect factor.
@@ -29,7 +31,7 @@ double subBin(double centre) {
 
 }  // namespace
 
-mvPair<std::int32_t> mf_LobeSupport(const mvLobeParameters& lobe) {
+mvPair<std::int32_t> lobeSupport(const mvLobeParameters& lobe) {
     const LobeInBins bins(lobe);
     const double c = std::abs(bins.cosine), s = std::abs(bins.sine);
     const mvPair<double> sigma = bins.sigma, plateau = bins.plateau;
@@ -38,10 +40,10 @@ mvPair<std::int32_t> mf_LobeSupport(const mvLobeParameters& lobe) {
     const double height = 2.0 * std::max(c * plateau.y, s * plateau.x) * bins.aspect +
                           8.0 * std::max(c * sigma.y, s * sigma.x) * bins.aspect +
                           0.05 * bins.height;
-    return {mf_OddSide(width), mf_OddSide(height)};
+    return {oddSide(width), oddSide(height)};
 }
 
-void mf_FillLobePatch(const mvLobeParameters& lobe, bool complement, mvFilterResponse& patch) {
+void fillLobePatch(const mvLobeParameters& lobe, bool complement, mvFilterResponse& patch) {
     const LobeInBins bins(lobe);
     const double distance = bins.width * lobe.frequency;
     const double fx = subBin(bins.cosine * distance + static_cast<double>(lobe.size.x >> 1));
@@ -65,17 +67,19 @@ void mf_FillLobePatch(const mvLobeParameters& lobe, bool complement, mvFilterRes
     }
 }
 
-mf_PatchPlacement::mf_PatchPlacement(const mvLobeParameters& lobe, const mvFilterResponse& patch)
+PatchPlacement::PatchPlacement(const mvLobeParameters& lobe, const mvFilterResponse& patch)
     : width(lobe.size.x), height(lobe.size.y) {
     const double cosine = std::cos(lobe.angle.toDouble());
     const double sine = std::sin(lobe.angle.toDouble());
     const auto w = static_cast<double>(width), h = static_cast<double>(height);
     const double distance = w * lobe.frequency;
-    const long column = mf_Truncate<std::int32_t>(cosine * distance) + width / 2;
-    const long row = mf_Truncate<std::int32_t>(sine * distance * (h * (1.0 / w))) + height / 2;
+    const long column = truncate<std::int32_t>(cosine * distance) + width / 2;
+    const long row = truncate<std::int32_t>(sine * distance * (h * (1.0 / w))) + height / 2;
     const long halfWidth = patch.width() >> 1, halfHeight = patch.height() >> 1;
     colMin = column - halfWidth;
     colMax = column + halfWidth;
     rowMin = row - halfHeight;
     rowMax = row + halfHeight;
 }
+
+}  // namespace mvi

@@ -7,16 +7,18 @@
 #include <algorithm>
 #include <cstdint>
 
+namespace mvi {
+
 /// The columns and rows of the patch. Throws std::length_error when one of them does not fit.
-mvPair<std::int32_t> mf_LobeSupport(const mvLobeParameters& lobe);
+mvPair<std::int32_t> lobeSupport(const mvLobeParameters& lobe);
 
 /// Fills the patch row by row with exp(-du^2 / (2 sx^2) - dv^2 / (2 sy^2)), du and dv being the
 /// distances beyond the flat top along and across the lobe, or with its complement to 1.
-void mf_FillLobePatch(const mvLobeParameters& lobe, bool complement, mvFilterResponse& patch);
+void fillLobePatch(const mvLobeParameters& lobe, bool complement, mvFilterResponse& patch);
 
 /// Where the patch lies on the plane, in shifted coordinates.
-struct mf_PatchPlacement {
-    mf_PatchPlacement(const mvLobeParameters& lobe, const mvFilterResponse& patch);
+struct PatchPlacement {
+    PatchPlacement(const mvLobeParameters& lobe, const mvFilterResponse& patch);
 
     long width, height;   // of the plane
     long colMin, colMax;  // colMax itself is not used
@@ -26,8 +28,8 @@ struct mf_PatchPlacement {
 /// Writes src times the patch's gains to dst, which may be src; outside the patch goes through
 /// `outside`. Gains outside the plane are dropped, elements without a gain are outside.
 template <class Outside>
-void mf_ApplyPatch(const mf_PatchPlacement& at, const mvFilterResponse& patch, const float* src,
-                   float* dst, Outside outside) {
+void applyPatch(const PatchPlacement& at, const mvFilterResponse& patch, const float* src,
+                float* dst, Outside outside) {
     const long colEnd = std::min({at.colMax, at.colMin + patch.width(), at.width});
     const long rowEnd = std::min({at.rowMax + 1, at.rowMin + patch.height(), at.height});
     const long colBegin = std::max(at.colMin, 0L);
@@ -39,8 +41,8 @@ void mf_ApplyPatch(const mf_PatchPlacement& at, const mvFilterResponse& patch, c
         const long end = std::clamp(colEnd, begin, high);
         outside(from, to, begin - low);
         if (begin < end) {
-            mf_MultiplyRun(from + 2 * (begin - low), to + 2 * (begin - low),
-                           patch.data() + firstGain + begin - at.colMin, end - begin);
+            multiplyRun(from + 2 * (begin - low), to + 2 * (begin - low),
+                        patch.data() + firstGain + begin - at.colMin, end - begin);
         }
         outside(from + 2 * (end - low), to + 2 * (end - low), high - end);
     };
@@ -57,3 +59,5 @@ void mf_ApplyPatch(const mf_PatchPlacement& at, const mvFilterResponse& patch, c
         applyRun(0, middle, gains, src + firstHalf, dst + firstHalf);
     }
 }
+
+}  // namespace mvi

@@ -60,12 +60,12 @@ void mvResponseFilter<P>::requireRadius(const P& wanted) const {
 
 template <class P>
 void mvResponseFilter<P>::rebuild(const P& wanted, std::int32_t width, std::int32_t height) {
-    mf_RequireAddressable(width, height);
+    mvi::requireAddressable(width, height);
     mutating_();
     response_.allocate(width, height);
     parameters_ = wanted;
-    parameters_.size = {mf_Hold32(wanted.size.x), mf_Hold32(wanted.size.y)};
-    parameters_.dcRadius = mf_Hold32(wanted.dcRadius);
+    parameters_.size = {mvi::hold32(wanted.size.x), mvi::hold32(wanted.size.y)};
+    parameters_.dcRadius = mvi::hold32(wanted.dcRadius);
     initialized_ = true;
 }
 
@@ -79,7 +79,7 @@ template <class P>
 template <class Value>
 void mvResponseFilter<P>::change(Value P::*parameter, const Value& value) {
     P wanted = parameters();
-    if (mf_SameValue(wanted.*parameter, value)) return;
+    if (mvi::sameValue(wanted.*parameter, value)) return;
     wanted.*parameter = value;
     create(wanted);
 }

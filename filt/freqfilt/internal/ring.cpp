@@ -5,12 +5,14 @@
 #include <algorithm>
 #include <cmath>
 
-std::int32_t mf_RingSupport(const mvRingParameters& ring) {
+namespace mvi {
+
+std::int32_t ringSupport(const mvRingParameters& ring) {
     const auto width = static_cast<double>(ring.size.x);
-    return mf_OddSide(width * ring.sigma * 4.0 + width * ring.plateau + width * 0.05);
+    return oddSide(width * ring.sigma * 4.0 + width * ring.plateau + width * 0.05);
 }
 
-void mf_FillRingProfile(const mvRingParameters& ring, bool complement, mvFilterResponse& profile) {
+void fillRingProfile(const mvRingParameters& ring, bool complement, mvFilterResponse& profile) {
     const auto width = static_cast<double>(ring.size.x);
     const double sigmaBins = width * ring.sigma;
     const double plateauBins = width * ring.plateau;
@@ -25,7 +27,7 @@ void mf_FillRingProfile(const mvRingParameters& ring, bool complement, mvFilterR
     }
 }
 
-mf_Ring::mf_Ring(const mvRingParameters& ring, const mvFilterResponse& profile, Inside inside)
+Ring::Ring(const mvRingParameters& ring, const mvFilterResponse& profile, Inside inside)
     : width_(ring.size.x),
       height_(ring.size.y),
       profile_(profile.data()),
@@ -36,45 +38,45 @@ mf_Ring::mf_Ring(const mvRingParameters& ring, const mvFilterResponse& profile, 
       line_(static_cast<std::size_t>(width_)) {
     const double aspect = static_cast<double>(height_) * (1.0 / static_cast<double>(width_));
     rowScale_ = 1.0 / (aspect * aspect);
-    rowLimit_ = mf_Truncate<std::int32_t>(static_cast<double>(radius_) * aspect +
-                                          static_cast<double>(profile.width()));
+    rowLimit_ = truncate<std::int32_t>(static_cast<double>(radius_) * aspect +
+                                       static_cast<double>(profile.width()));
     const auto support = static_cast<float>(profile.width());
     const float outer = support + radius_;
     const float inner = radius_ - support;
-    outer2_ = mf_Truncate<std::int32_t>(outer * outer);
-    inner2_ = inner >= 0.0f ? mf_Truncate<std::int32_t>(inner * inner) : -1;
+    outer2_ = truncate<std::int32_t>(outer * outer);
+    inner2_ = inner >= 0.0f ? truncate<std::int32_t>(inner * inner) : -1;
 }
 
 // The part of the squared distance that the row contributes, truncated.
-std::int64_t mf_Ring::rowTerm(long rowDistance) const {
-    return mf_Truncate<std::int32_t>(static_cast<double>(rowDistance * rowDistance) * rowScale_);
+std::int64_t Ring::rowTerm(long rowDistance) const {
+    return truncate<std::int32_t>(static_cast<double>(rowDistance * rowDistance) * rowScale_);
 }
 
 // Where in the profile an element of squared distance r2 finds its gain; negative inside the ring's
 // radius.
-double mf_Ring::position(std::int64_t r2) const {
+double Ring::position(std::int64_t r2) const {
     return (std::sqrt(static_cast<double>(r2)) - static_cast<double>(radius_)) *
            static_cast<double>(samplesPerBin_);
 }
 
-bool mf_Ring::isInside(std::int64_t r2) const {
+bool Ring::isInside(std::int64_t r2) const {
     if (inside_ == Inside::bySquares) return r2 > inner2_ && r2 < outer2_;
     return !(std::abs(position(r2)) >= static_cast<double>(count_)) && count_ > 0;
 }
 
 // Outside and nearer to DC than the ring.
-bool mf_Ring::isBelow(std::int64_t r2) const {
+bool Ring::isBelow(std::int64_t r2) const {
     return !isInside(r2) && (inside_ == Inside::bySquares ? r2 <= inner2_ : position(r2) < 0.0);
 }
 
 // The zero behind the profile's last gain stands for all beyond it; a NaN finds the first gain.
-float mf_Ring::gain(std::int64_t r2) const {
+float Ring::gain(std::int64_t r2) const {
     const double index = std::abs(position(r2));
     const double held = index < static_cast<double>(count_) ? index : static_cast<double>(count_);
     return profile_[index == index ? static_cast<std::int64_t>(held) : 0];
 }
 
-mf_Ring::Runs mf_Ring::prepareLine(long rowDistance) {
+Ring::Runs Ring::prepareLine(long rowDistance) {
     const std::int64_t term = rowTerm(rowDistance);
     const long half = width_ / 2, farthest = width_ - half;
     const auto r2 = [&](std::int64_t x) { return x * x + term; };
@@ -94,3 +96,5 @@ mf_Ring::Runs mf_Ring::prepareLine(long rowDistance) {
     }
     return runs;
 }
+
+}  // namespace mvi

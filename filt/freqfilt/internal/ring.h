@@ -7,16 +7,18 @@
 #include <cstdint>
 #include <vector>
 
+namespace mvi {
+
 /// Gains per frequency bin in a profile.
-inline constexpr std::int32_t mf_kSamplesPerBin = 32;
+inline constexpr std::int32_t kSamplesPerBin = 32;
 
 /// The length of the profile in bins: four sigmas, the plateau and a twentieth of the width. Throws
 /// std::length_error when it does not fit.
-std::int32_t mf_RingSupport(const mvRingParameters& ring);
+std::int32_t ringSupport(const mvRingParameters& ring);
 
 /// Gain i is that at i / 32 bins from the ring: exp(-(distance - plateau)^2 / (2 sigma^2)) beyond
 /// the plateau, or its complement to 1.
-void mf_FillRingProfile(const mvRingParameters& ring, bool complement, mvFilterResponse& profile);
+void fillRingProfile(const mvRingParameters& ring, bool complement, mvFilterResponse& profile);
 
 /// The ring on a plane of one size. Distances from DC are in x bins, so that the ring is round in
 /// cycles per pixel.
@@ -24,7 +26,7 @@ void mf_FillRingProfile(const mvRingParameters& ring, bool complement, mvFilterR
 /// A gain depends on the squares of both coordinates alone, so one line of gains serves the two
 /// rows at the same distance from DC, and mirrors itself left and right. On such a line the squared
 /// distance grows with the distance of the column: inside and outside are runs.
-class mf_Ring {
+class Ring {
   public:
     /// How the two forms of a filter tell inside from outside.
     enum class Inside {
@@ -32,7 +34,7 @@ class mf_Ring {
         byProfile   ///< wherever the profile has a gain
     };
 
-    mf_Ring(const mvRingParameters& ring, const mvFilterResponse& profile, Inside inside);
+    Ring(const mvRingParameters& ring, const mvFilterResponse& profile, Inside inside);
 
     long width() const { return width_; }
     long height() const { return height_; }
@@ -74,16 +76,16 @@ class mf_Ring {
 /// Writes src times the ring's gains to dst, which may be src; outside the ring goes through
 /// `outside`.
 template <class Outside>
-void mf_ApplyRing(mf_Ring& ring, const float* src, float* dst, Outside outside) {
+void applyRing(Ring& ring, const float* src, float* dst, Outside outside) {
     const long width = ring.width(), height = ring.height();
 
     const auto applyHalf = [&](long offset, long low, long begin, long end, long high) {
         outside(src + offset + 2 * low, dst + offset + 2 * low, begin - low);
-        mf_MultiplyRun(src + offset + 2 * begin, dst + offset + 2 * begin, ring.gains() + begin,
-                       end - begin);
+        multiplyRun(src + offset + 2 * begin, dst + offset + 2 * begin, ring.gains() + begin,
+                    end - begin);
         outside(src + offset + 2 * end, dst + offset + 2 * end, high - end);
     };
-    const auto applyRow = [&](long y, const mf_Ring::Runs& runs) {
+    const auto applyRow = [&](long y, const Ring::Runs& runs) {
         const long offset = 2 * width * y;
         applyHalf(offset, 0, runs.firstBegin, runs.firstEnd, width / 2);
         applyHalf(offset, width / 2, runs.secondBegin, runs.secondEnd, width);
@@ -98,8 +100,10 @@ void mf_ApplyRing(mf_Ring& ring, const float* src, float* dst, Outside outside) 
             if (hasSecond) outside(src + second, dst + second, width);
             continue;
         }
-        const mf_Ring::Runs runs = ring.prepareLine(distance);
+        const Ring::Runs runs = ring.prepareLine(distance);
         if (hasFirst) applyRow(distance, runs);
         if (hasSecond) applyRow(height - distance, runs);
     }
 }
+
+}  // namespace mvi

@@ -4,6 +4,8 @@
 #include <limits>
 #include <stdexcept>
 
+namespace mvi {
+
 namespace {
 
 [[noreturn]] void throwTooLarge() {
@@ -12,12 +14,14 @@ namespace {
 
 }  // namespace
 
-std::int32_t mf_OddSide(double side) {
+std::int32_t oddSide(double side) {
     if (!(side <= std::numeric_limits<std::int32_t>::max())) throwTooLarge();
     return static_cast<std::int32_t>(side) | 1;
 }
 
-void mf_RequireAddressable(std::int32_t width, std::int32_t height) {
+void requireAddressable(std::int32_t width, std::int32_t height) {
     const std::int64_t gains = static_cast<std::int64_t>(width) * height;
     if (gains > std::numeric_limits<std::uint32_t>::max()) throwTooLarge();
 }
+
+}  // namespace mvi

@@ -3,12 +3,16 @@
 
 #include <filt/fft/internal/kernel/path.h>
 
-bool mf_PlainIsSupported();
-bool mf_BaselineIsSupported();
-bool mf_Avx2IsSupported();
-bool mf_Avx512IsSupported();
+namespace mvi {
 
-extern const mf_KernelPath mf_kPlainPath;
-extern const mf_KernelPath mf_kBaselinePath;
-extern const mf_KernelPath mf_kAvx2Path;
-extern const mf_KernelPath mf_kAvx512Path;
+bool plainIsSupported();
+bool baselineIsSupported();
+bool avx2IsSupported();
+bool avx512IsSupported();
+
+extern const KernelPath kPlainPath;
+extern const KernelPath kBaselinePath;
+extern const KernelPath kAvx2Path;
+extern const KernelPath kAvx512Path;
+
+}  // namespace mvi

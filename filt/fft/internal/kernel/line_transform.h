@@ -2,16 +2,18 @@
 #pragma once
 #include <filt/fft/internal/twiddles.h>
 
+namespace mvi {
+
 // The programs are short and called everywhere; out of line they would run at half the speed.
 #if defined(__GNUC__)
-#define MF_ALWAYS_INLINE [[gnu::always_inline]] inline
+#define MVFREQ_ALWAYS_INLINE [[gnu::always_inline]] inline
 #else
-#define MF_ALWAYS_INLINE inline
+#define MVFREQ_ALWAYS_INLINE inline
 #endif
 
 /// One element of all lines.
 template <class V>
-struct mf_Elements {
+struct Elements {
     V re, im;
 };
 
@@ -23,9 +25,9 @@ struct mf_Elements {
 /// depth first, while they are in the nearest cache; the last sweep stores each element under its
 /// natural index, so that no bit reversal is left to do.
 template <class V>
-class mf_LineTransform {
+class LineTransform {
   public:
-    using Z = mf_Elements<V>;
+    using Z = Elements<V>;
 
     /// Transforms N elements: `load(i)` gives element i, `store(k, z)` takes frequency k. `scratch`
     /// holds N elements.
@@ -40,12 +42,12 @@ class mf_LineTransform {
     }
 
   private:
-    using Factors = mf_TwiddleTables::Butterfly;
+    using Factors = TwiddleTables::Butterfly;
 
     // Blocks of this length are transformed in registers.
     static constexpr long kLeaf = 8;
 
-    MF_ALWAYS_INLINE static void butterfly(Z& z0, Z& z1, Z& z2, Z& z3, const Factors& w) {
+    MVFREQ_ALWAYS_INLINE static void butterfly(Z& z0, Z& z1, Z& z2, Z& z3, const Factors& w) {
         const V r1 = z0.re - z2.re, r2 = z1.re - z3.re;
         const V s1 = z0.im - z2.im, s2 = z1.im - z3.im;
         z0 = {z0.re + z2.re, z0.im + z2.im};
@@ -58,10 +60,10 @@ class mf_LineTransform {
 
     // The stage of span n on a whole block and that of span n/2 on its first half.
     template <long n, class Load, class Save>
-    MF_ALWAYS_INLINE static void twoStages(const Load& load, const Save& save) {
+    MVFREQ_ALWAYS_INLINE static void twoStages(const Load& load, const Save& save) {
         constexpr long e = n / 8;
-        constexpr const Factors* outer = mf_kTwiddles.ofStage(n);
-        constexpr const Factors* inner = mf_kTwiddles.ofStage(n / 2);
+        constexpr const Factors* outer = kTwiddles.ofStage(n);
+        constexpr const Factors* inner = kTwiddles.ofStage(n / 2);
         for (long j = 0; j < e; ++j) {
             Z z0 = load(j), z1 = load(j + e), z2 = load(j + 2 * e), z3 = load(j + 3 * e);
             Z z4 = load(j + 4 * e), z5 = load(j + 5 * e), z6 = load(j + 6 * e),
@@ -98,7 +100,8 @@ class mf_LineTransform {
     }
 
     template <long n, class Load, class Store>
-    MF_ALWAYS_INLINE static void leaf(const Load& load, long first, long step, const Store& store) {
+    MVFREQ_ALWAYS_INLINE static void leaf(const Load& load, long first, long step,
+                                          const Store& store) {
         Z z[n];
         loadAll<n, 0>(z, load);
         inRegisters<n>(z);
@@ -108,7 +111,7 @@ class mf_LineTransform {
     // A whole block of n elements, stage after stage; the loops are unrolled by recursion, so that
     // the elements need no memory.
     template <long n>
-    MF_ALWAYS_INLINE static void inRegisters(Z* z) {
+    MVFREQ_ALWAYS_INLINE static void inRegisters(Z* z) {
         if constexpr (n == 2) {
             const Z difference{z[0].re - z[1].re, z[0].im - z[1].im};
             z[0] = {z[0].re + z[1].re, z[0].im + z[1].im};
@@ -122,20 +125,20 @@ class mf_LineTransform {
     }
 
     template <long n, long j>
-    MF_ALWAYS_INLINE static void butterflies(Z* z) {
-        butterfly(z[j], z[j + n / 4], z[j + n / 2], z[j + n / 2 + n / 4],
-                  mf_kTwiddles.ofStage(n)[j]);
+    MVFREQ_ALWAYS_INLINE static void butterflies(Z* z) {
+        butterfly(z[j], z[j + n / 4], z[j + n / 2], z[j + n / 2 + n / 4], kTwiddles.ofStage(n)[j]);
         if constexpr (j + 1 < n / 4) butterflies<n, j + 1>(z);
     }
 
     template <long n, long i, class Load>
-    MF_ALWAYS_INLINE static void loadAll(Z* z, const Load& load) {
+    MVFREQ_ALWAYS_INLINE static void loadAll(Z* z, const Load& load) {
         z[i] = load(i);
         if constexpr (i + 1 < n) loadAll<n, i + 1>(z, load);
     }
 
     template <long n, long i, class Store>
-    MF_ALWAYS_INLINE static void storeAll(const Z* z, long first, long step, const Store& store) {
+    MVFREQ_ALWAYS_INLINE static void storeAll(const Z* z, long first, long step,
+                                              const Store& store) {
         store(first + step * reversed(i, n), z[i]);
         if constexpr (i + 1 < n) storeAll<n, i + 1>(z, first, step, store);
     }
@@ -144,3 +147,5 @@ class mf_LineTransform {
         return n == 1 ? 0 : (i % 2) * (n / 2) + reversed(i / 2, n / 2);
     }
 };
+
+}  // namespace mvi

@@ -5,12 +5,14 @@
 #include <filt/fft/internal/kernel/path.h>
 #include <filt/fft/internal/kernel/vector.h>
 
+namespace mvi {
+
 /// The passes with the lanes of the vector type V.
 ///
 /// Lines are brought into lanes on the way in and out of a scratch of V-wide elements: rows by
 /// transposition in registers, columns by splitting real and imaginary parts alone.
 template <class V>
-class mf_Passes {
+class Passes {
   public:
     static constexpr long kLanes = V::kLanes;
 
@@ -58,8 +60,8 @@ class mf_Passes {
         if constexpr (kLanes > 1) {
             // A real spectrum has a column more than fill its vectors.
             if (count - i == 1) {
-                mf_Passes<mf_OneLane<V>>::complexColumns(rows, dst + 2 * i, pitch, height, x + i, 1,
-                                                         inverse, scratch);
+                Passes<OneLane<V>>::complexColumns(rows, dst + 2 * i, pitch, height, x + i, 1,
+                                                   inverse, scratch);
             } else if (i < count) {
                 const SomeColumns columns(rows, x + i, dst + 2 * i, pitch, count - i);
                 transformColumns(columns, height, inverse, scratch);
@@ -68,7 +70,7 @@ class mf_Passes {
     }
 
   private:
-    using Z = mf_Elements<V>;
+    using Z = Elements<V>;
 
     // Elements of a row that fill one vector.
     static constexpr long kBlock = kLanes / 2;
@@ -95,9 +97,9 @@ class mf_Passes {
             : rows_(rows), x_(x), to_(to), pitch_(pitch) {}
 
         Z load(long y) const {
-            const float* const ahead = rows_[y + mf_kRowsAhead] + 2 * x_;
-            mf_Prefetch(ahead);
-            mf_Prefetch(ahead + kLanes);
+            const float* const ahead = rows_[y + kRowsAhead] + 2 * x_;
+            MVFREQ_PREFETCH(ahead);
+            MVFREQ_PREFETCH(ahead + kLanes);
             return unzipped(rows_[y] + 2 * x_);
         }
 
@@ -158,7 +160,7 @@ class mf_Passes {
     // Lengths are powers of two up to 2048; each has a program of its own.
     template <long N = 2048, class Load, class Store>
     static void transformLines(long n, Z* scratch, const Load& load, const Store& store) {
-        if (n == N) return mf_LineTransform<V>::template transform<N>(scratch, load, store);
+        if (n == N) return LineTransform<V>::template transform<N>(scratch, load, store);
         if constexpr (N > 1) transformLines<N / 2>(n, scratch, load, store);
     }
 
@@ -233,7 +235,7 @@ class mf_Passes {
         storeElements(rows, lines, x, width);
     }
 
-    MF_ALWAYS_INLINE static void transposedBlock(const Z* lines, V (&block)[kLanes]) {
+    MVFREQ_ALWAYS_INLINE static void transposedBlock(const Z* lines, V (&block)[kLanes]) {
         for (long i = 0; i < kBlock; ++i) {
             block[2 * i] = lines[i].re;
             block[2 * i + 1] = lines[i].im;
@@ -255,7 +257,7 @@ class mf_Passes {
     // Splits the spectrum of n packed pairs of reals into the n + 1 lowest frequencies of the 2 n
     // reals. Elements i and n - i need each other alone.
     static void separate(Z* z, long n) {
-        const mf_TwiddleTables::Factor* const factors = mf_kTwiddles.ofSeparation(n < 2 ? 2 : n);
+        const TwiddleTables::Factor* const factors = kTwiddles.ofSeparation(n < 2 ? 2 : n);
         for (long i = 1; i < n / 2; ++i) {
             Z &a = z[i], &b = z[n - i];
             const float re = factors[i].re, im = factors[i].im;
@@ -271,3 +273,5 @@ class mf_Passes {
         z[n] = {dc.re - dc.im, zero};
     }
 };
+
+}  // namespace mvi

@@ -1,54 +1,58 @@
 // The table of paths and the choice among them.
 #include <filt/fft/internal/kernel/built_paths.h>
 
+namespace mvi {
+
 namespace {
 
-constexpr const mf_KernelPath* kPaths[] = {
+constexpr const KernelPath* kPaths[] = {
 #if defined(MVFREQ_X86_PATHS)
-    &mf_kAvx512Path,
-    &mf_kAvx2Path,
+    &kAvx512Path,
+    &kAvx2Path,
 #endif
 #if defined(__GNUC__)
-    &mf_kBaselinePath,
+    &kBaselinePath,
 #endif
-    &mf_kPlainPath,
+    &kPlainPath,
 };
 
-const mf_KernelPath& firstSupported() {
-    for (const mf_KernelPath* path : kPaths) {
+const KernelPath& firstSupported() {
+    for (const KernelPath* path : kPaths) {
         if (path->isSupported()) return *path;
     }
-    return mf_kPlainPath;
+    return kPlainPath;
 }
 
 }  // namespace
 
-bool mf_PlainIsSupported() {
+bool plainIsSupported() {
     return true;
 }
-bool mf_BaselineIsSupported() {
+bool baselineIsSupported() {
     return true;
 }
 
 #if defined(MVFREQ_X86_PATHS)
-bool mf_Avx2IsSupported() {
+bool avx2IsSupported() {
     return __builtin_cpu_supports("avx2");
 }
 
-bool mf_Avx512IsSupported() {
+bool avx512IsSupported() {
     return __builtin_cpu_supports("avx512f") && __builtin_cpu_supports("avx512vl") &&
            __builtin_cpu_supports("avx512dq") && __builtin_cpu_supports("avx512bw");
 }
 #endif
 
-const mf_KernelPath* const* mf_KernelPathList::begin() {
+const KernelPath* const* KernelPathList::begin() {
     return kPaths;
 }
-const mf_KernelPath* const* mf_KernelPathList::end() {
+const KernelPath* const* KernelPathList::end() {
     return kPaths + sizeof(kPaths) / sizeof(kPaths[0]);
 }
 
-const mf_KernelPath& mf_BestKernelPath() {
-    static const mf_KernelPath& best = firstSupported();
+const KernelPath& bestKernelPath() {
+    static const KernelPath& best = firstSupported();
     return best;
 }
+
+}  // namespace mvi

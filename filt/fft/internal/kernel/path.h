@@ -3,8 +3,10 @@
 
 #include <cstddef>
 
+namespace mvi {
+
 /// How squared magnitudes spread. Starts empty, at limits of its own.
-struct mf_SquareRange {
+struct SquareRange {
     float least = 1e20f;
     float greatest = -1e20f;
 };
@@ -13,7 +15,7 @@ struct mf_SquareRange {
 ///
 /// Integer pels are rounded half up and held to the range of T; NaN gives 0. Runs do not overlap.
 template <class T>
-struct mf_PelRuns {
+struct PelRuns {
     /// out[i] = pels[i].
     void (*toReals)(const T* pels, long count, float* out);
 
@@ -31,8 +33,8 @@ struct mf_PelRuns {
 /// One instruction set's loops. All give the same bits.
 ///
 /// Rows are given by pointers to their first float; at most 16 at a time. Scratch is aligned to 64
-/// bytes and holds mf_KernelScratchFloats floats.
-struct mf_KernelPath : mf_PelRuns<unsigned char>, mf_PelRuns<unsigned short>, mf_PelRuns<double> {
+/// bytes and holds kernelScratchFloats floats.
+struct KernelPath : PelRuns<unsigned char>, PelRuns<unsigned short>, PelRuns<double> {
     const char* name;
     bool (*isSupported)();
 
@@ -47,7 +49,7 @@ struct mf_KernelPath : mf_PelRuns<unsigned char>, mf_PelRuns<unsigned short>, mf
 
     /// Complex transforms of the columns x .. x + count - 1 of `height` rows. The elements of row y
     /// go to dst + y * pitch, which may be where they are. Behind the rows stand
-    /// mf_kRowsAhead pointers more, to be prefetched only.
+    /// kRowsAhead pointers more, to be prefetched only.
     void (*complexColumns)(const float* const* rows, float* dst, long pitch, long height, long x,
                            long count, bool inverse, float* scratch);
 
@@ -55,31 +57,33 @@ struct mf_KernelPath : mf_PelRuns<unsigned char>, mf_PelRuns<unsigned short>, mf
     void (*mirrored)(const float* elements, long count, float* end);
 
     /// Widens `range` by the squared magnitudes of elements; NaNs do not count.
-    void (*squareRange)(const float* elements, long count, mf_SquareRange& range);
+    void (*squareRange)(const float* elements, long count, SquareRange& range);
 
     /// The conversions of pels of type T.
     template <class T>
-    constexpr const mf_PelRuns<T>& pels() const {
+    constexpr const PelRuns<T>& pels() const {
         return *this;
     }
 };
 
 /// How far ahead of its use a row of a column panel is asked for; no processor foresees such
 /// strides.
-constexpr long mf_kRowsAhead = 4;
+constexpr long kRowsAhead = 4;
 
 /// All paths that were built, the fastest first; the last one, plain C++, runs everywhere.
-struct mf_KernelPathList {
-    static const mf_KernelPath* const* begin();
-    static const mf_KernelPath* const* end();
+struct KernelPathList {
+    static const KernelPath* const* begin();
+    static const KernelPath* const* end();
 };
 
 /// The fastest path that this processor has.
-const mf_KernelPath& mf_BestKernelPath();
+const KernelPath& bestKernelPath();
 
 /// What any path needs for a plane of this size.
-constexpr std::size_t mf_KernelScratchFloats(long width, long height) {
+constexpr std::size_t kernelScratchFloats(long width, long height) {
     constexpr long kMostLanes = 16;
     const long elements = 2 * width + 1 > height ? 2 * width + 1 : height;
     return static_cast<std::size_t>(elements * 2 * kMostLanes);
 }
+
+}  // namespace mvi

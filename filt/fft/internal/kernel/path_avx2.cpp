@@ -1,4 +1,8 @@
 // Eight lanes: AVX2.
 #include <filt/fft/internal/kernel/path_of.h>
 
-const mf_KernelPath mf_kAvx2Path = mf_PathOf<mf_MachineVector<8>>("avx2", mf_Avx2IsSupported);
+namespace mvi {
+
+const KernelPath kAvx2Path = pathOf<MachineVector<8>>("avx2", avx2IsSupported);
+
+}  // namespace mvi

@@ -5,11 +5,13 @@
 #include <filt/fft/internal/kernel/passes.h>
 #include <filt/fft/internal/kernel/pel_runs.h>
 
+namespace mvi {
+
 /// The path with the lanes of the vector type V.
 template <class V>
-constexpr mf_KernelPath mf_PathOf(const char* name, bool (*isSupported)()) {
-    using Passes = mf_Passes<V>;
-    using Runs = mf_Runs<V>;
+constexpr KernelPath pathOf(const char* name, bool (*isSupported)()) {
+    using Passes = Passes<V>;
+    using Runs = Runs<V>;
     return {Runs::template ofPels<unsigned char>(),
             Runs::template ofPels<unsigned short>(),
             Runs::template ofPels<double>(),
@@ -21,3 +23,5 @@ constexpr mf_KernelPath mf_PathOf(const char* name, bool (*isSupported)()) {
             Runs::mirrored,
             Runs::squareRange};
 }
+
+}  // namespace mvi

@@ -6,13 +6,15 @@
 // Not <cmath>, which has inline functions: linkers keep one of each, whatever processor it is for.
 #include <math.h>  // NOLINT(modernize-deprecated-headers)
 
-/// The loops of mf_PelRuns and their neighbours. They are written for the compiler to vectorise;
+namespace mvi {
+
+/// The loops of PelRuns and their neighbours. They are written for the compiler to vectorise;
 /// that they depend on the vector type V keeps those of different instruction sets apart.
 template <class V>
-class mf_Runs {
+class Runs {
   public:
     template <class T>
-    static constexpr mf_PelRuns<T> ofPels() {
+    static constexpr PelRuns<T> ofPels() {
         return {toReals<T>, toElements<T>, fromMagnitudes<T>, fromMagnitudesMapped<T>};
     }
 
@@ -34,7 +36,7 @@ class mf_Runs {
         }
     }
 
-    static void squareRange(const float* elements, long count, mf_SquareRange& range) {
+    static void squareRange(const float* elements, long count, SquareRange& range) {
         // One range for each lane, since compilers may not reorder comparisons. NaNs are left out
         // by all of them, and no square is -0, so that the ranges join in any order.
         constexpr long kLanes = 16;
@@ -106,3 +108,5 @@ class mf_Runs {
         }
     }
 };
+
+}  // namespace mvi

@@ -4,27 +4,29 @@
 // translation units of different sets: all types, and through them all functions, differ.
 #pragma once
 
+namespace mvi {
+
 // A hint to bring what stands at an address, if there is anything, into the cache.
 #if defined(__GNUC__)
-#define mf_Prefetch(address) __builtin_prefetch(address)
+#define MVFREQ_PREFETCH(address) __builtin_prefetch(address)
 #else
-#define mf_Prefetch(address) static_cast<void>(address)
+#define MVFREQ_PREFETCH(address) static_cast<void>(address)
 #endif
 
 /// L lanes as plain floats, for the compiler to vectorise as it can.
 template <int L>
-struct mf_PlainVector {
+struct PlainVector {
     static constexpr int kLanes = L;
 
     float lane[L];
 
-    static mf_PlainVector load(const float* from) {
-        mf_PlainVector v;
+    static PlainVector load(const float* from) {
+        PlainVector v;
         for (int i = 0; i < L; ++i) v.lane[i] = from[i];
         return v;
     }
-    static mf_PlainVector filled(float value) {
-        mf_PlainVector v;
+    static PlainVector filled(float value) {
+        PlainVector v;
         for (int i = 0; i < L; ++i) v.lane[i] = value;
         return v;
     }
@@ -32,26 +34,25 @@ struct mf_PlainVector {
         for (int i = 0; i < L; ++i) to[i] = lane[i];
     }
 
-    friend mf_PlainVector operator+(mf_PlainVector a, mf_PlainVector b) {
+    friend PlainVector operator+(PlainVector a, PlainVector b) {
         for (int i = 0; i < L; ++i) a.lane[i] += b.lane[i];
         return a;
     }
-    friend mf_PlainVector operator-(mf_PlainVector a, mf_PlainVector b) {
+    friend PlainVector operator-(PlainVector a, PlainVector b) {
         for (int i = 0; i < L; ++i) a.lane[i] -= b.lane[i];
         return a;
     }
-    friend mf_PlainVector operator*(mf_PlainVector a, float b) {
+    friend PlainVector operator*(PlainVector a, float b) {
         for (int i = 0; i < L; ++i) a.lane[i] *= b;
         return a;
     }
-    friend mf_PlainVector operator-(mf_PlainVector a) {
+    friend PlainVector operator-(PlainVector a) {
         for (int i = 0; i < L; ++i) a.lane[i] = -a.lane[i];
         return a;
     }
 
     /// Splits the L pairs of `a` and `b` into first and second members.
-    static void unzip(mf_PlainVector a, mf_PlainVector b, mf_PlainVector& first,
-                      mf_PlainVector& second) {
+    static void unzip(PlainVector a, PlainVector b, PlainVector& first, PlainVector& second) {
         for (int i = 0; i < L / 2; ++i) {
             first.lane[i] = a.lane[2 * i];
             second.lane[i] = a.lane[2 * i + 1];
@@ -61,8 +62,7 @@ struct mf_PlainVector {
     }
 
     /// The inverse of unzip.
-    static void zip(mf_PlainVector first, mf_PlainVector second, mf_PlainVector& a,
-                    mf_PlainVector& b) {
+    static void zip(PlainVector first, PlainVector second, PlainVector& a, PlainVector& b) {
         for (int i = 0; i < L / 2; ++i) {
             a.lane[2 * i] = first.lane[i];
             a.lane[2 * i + 1] = second.lane[i];
@@ -72,8 +72,8 @@ struct mf_PlainVector {
     }
 
     /// The pairs in reverse order, their second members negated.
-    mf_PlainVector mirrored() const {
-        mf_PlainVector v;
+    PlainVector mirrored() const {
+        PlainVector v;
         for (int i = 0; i < L; i += 2) {
             v.lane[i] = lane[L - 2 - i];
             v.lane[i + 1] = -lane[L - 1 - i];
@@ -81,7 +81,7 @@ struct mf_PlainVector {
         return v;
     }
 
-    static void transpose(mf_PlainVector (&row)[L]) {
+    static void transpose(PlainVector (&row)[L]) {
         for (int i = 0; i < L; ++i) {
             for (int j = 0; j < i; ++j) {
                 const float swapped = row[i].lane[j];
@@ -97,12 +97,12 @@ struct mf_PlainVector {
 /// It has a register to itself where that can be said: compilers vectorise loops over single
 /// floats, and some then fuse products with sums in spite of all options.
 template <class V>
-struct mf_OneLane {
+struct OneLane {
     static constexpr int kLanes = 1;
 
 #if defined(__GNUC__)
     using Raw __attribute__((vector_size(16))) = float;
-    static mf_OneLane load(const float* from) {
+    static OneLane load(const float* from) {
         return {Raw{*from}};
     }
     void store(float* to) const {
@@ -110,7 +110,7 @@ struct mf_OneLane {
     }
 #else
     using Raw = float;
-    static mf_OneLane load(const float* from) {
+    static OneLane load(const float* from) {
         return {*from};
     }
     void store(float* to) const {
@@ -120,24 +120,24 @@ struct mf_OneLane {
 
     Raw raw;
 
-    friend mf_OneLane operator+(mf_OneLane a, mf_OneLane b) {
+    friend OneLane operator+(OneLane a, OneLane b) {
         return {a.raw + b.raw};
     }
-    friend mf_OneLane operator-(mf_OneLane a, mf_OneLane b) {
+    friend OneLane operator-(OneLane a, OneLane b) {
         return {a.raw - b.raw};
     }
-    friend mf_OneLane operator*(mf_OneLane a, float b) {
+    friend OneLane operator*(OneLane a, float b) {
         return {a.raw * b};
     }
-    friend mf_OneLane operator-(mf_OneLane a) {
+    friend OneLane operator-(OneLane a) {
         return {-a.raw};
     }
 
-    static void unzip(mf_OneLane a, mf_OneLane b, mf_OneLane& first, mf_OneLane& second) {
+    static void unzip(OneLane a, OneLane b, OneLane& first, OneLane& second) {
         first = a;
         second = b;
     }
-    static void zip(mf_OneLane first, mf_OneLane second, mf_OneLane& a, mf_OneLane& b) {
+    static void zip(OneLane first, OneLane second, OneLane& a, OneLane& b) {
         a = first;
         b = second;
     }
@@ -147,50 +147,45 @@ struct mf_OneLane {
 
 /// The numbers 0 to N - 1 as template arguments.
 template <int... I>
-struct mf_Indices {};
+struct Indices {};
 template <int N, int... I>
-struct mf_MakeIndices : mf_MakeIndices<N - 1, N - 1, I...> {};
+struct MakeIndices : MakeIndices<N - 1, N - 1, I...> {};
 template <int... I>
-struct mf_MakeIndices<0, I...> {
-    using Type = mf_Indices<I...>;
+struct MakeIndices<0, I...> {
+    using Type = Indices<I...>;
 };
 
 /// L lanes in a machine register.
 template <int L>
-struct mf_MachineVector {
+struct MachineVector {
     static constexpr int kLanes = L;
     using Raw __attribute__((vector_size(4 * L))) = float;
     using Unaligned __attribute__((vector_size(4 * L), aligned(4), may_alias)) = float;
 
     Raw raw;
 
-    static mf_MachineVector load(const float* from) {
+    static MachineVector load(const float* from) {
         return {*reinterpret_cast<const Unaligned*>(from)};
     }
-    static mf_MachineVector filled(float value) { return {value - Raw{}}; }
+    static MachineVector filled(float value) { return {value - Raw{}}; }
     void store(float* to) const { *reinterpret_cast<Unaligned*>(to) = raw; }
 
-    friend mf_MachineVector operator+(mf_MachineVector a, mf_MachineVector b) {
-        return {a.raw + b.raw};
-    }
-    friend mf_MachineVector operator-(mf_MachineVector a, mf_MachineVector b) {
-        return {a.raw - b.raw};
-    }
-    friend mf_MachineVector operator*(mf_MachineVector a, float b) { return {a.raw * b}; }
-    friend mf_MachineVector operator-(mf_MachineVector a) { return {-a.raw}; }
+    friend MachineVector operator+(MachineVector a, MachineVector b) { return {a.raw + b.raw}; }
+    friend MachineVector operator-(MachineVector a, MachineVector b) { return {a.raw - b.raw}; }
+    friend MachineVector operator*(MachineVector a, float b) { return {a.raw * b}; }
+    friend MachineVector operator-(MachineVector a) { return {-a.raw}; }
 
-    static void unzip(mf_MachineVector a, mf_MachineVector b, mf_MachineVector& first,
-                      mf_MachineVector& second) {
+    static void unzip(MachineVector a, MachineVector b, MachineVector& first,
+                      MachineVector& second) {
         unzip(a.raw, b.raw, first.raw, second.raw, All());
     }
-    static void zip(mf_MachineVector first, mf_MachineVector second, mf_MachineVector& a,
-                    mf_MachineVector& b) {
+    static void zip(MachineVector first, MachineVector second, MachineVector& a, MachineVector& b) {
         zip(first.raw, second.raw, a.raw, b.raw, All());
     }
-    mf_MachineVector mirrored() const { return mirrored(All()); }
+    MachineVector mirrored() const { return mirrored(All()); }
 
     /// In-register transposition: 4 x 4 within blocks of four lanes, then of the blocks.
-    static void transpose(mf_MachineVector (&row)[L]) {
+    static void transpose(MachineVector (&row)[L]) {
         for (int i = 0; i < L; i += 4) transposeWithinBlocks(row + i, All());
         if constexpr (L > 4) {
             for (int c = 0; c < 4; ++c) transposeBlocks(row + c, All());
@@ -198,28 +193,28 @@ struct mf_MachineVector {
     }
 
   private:
-    using All = typename mf_MakeIndices<L>::Type;
+    using All = typename MakeIndices<L>::Type;
 
     template <int... I>
-    static void unzip(Raw a, Raw b, Raw& first, Raw& second, mf_Indices<I...>) {
+    static void unzip(Raw a, Raw b, Raw& first, Raw& second, Indices<I...>) {
         first = __builtin_shufflevector(a, b, (2 * I)...);
         second = __builtin_shufflevector(a, b, (2 * I + 1)...);
     }
 
     template <int... I>
-    static void zip(Raw first, Raw second, Raw& a, Raw& b, mf_Indices<I...>) {
+    static void zip(Raw first, Raw second, Raw& a, Raw& b, Indices<I...>) {
         a = __builtin_shufflevector(first, second, (I / 2 + (I % 2) * L)...);
         b = __builtin_shufflevector(first, second, (L / 2 + I / 2 + (I % 2) * L)...);
     }
 
     template <int... I>
-    mf_MachineVector mirrored(mf_Indices<I...>) const {
+    MachineVector mirrored(Indices<I...>) const {
         return {__builtin_shufflevector(raw, -raw, (L - 2 - I + I % 2 * (L + 2))...)};
     }
 
     // Block by block of four lanes: a[0] b[0] a[1] b[1], a[2] b[2] a[3] b[3], then pairs of these.
     template <int... I>
-    static void transposeWithinBlocks(mf_MachineVector* row, mf_Indices<I...>) {
+    static void transposeWithinBlocks(MachineVector* row, Indices<I...>) {
         const Raw a = row[0].raw, b = row[1].raw, c = row[2].raw, d = row[3].raw;
         const Raw ab0 = __builtin_shufflevector(a, b, (I / 4 * 4 + I % 4 / 2 + I % 2 * L)...);
         const Raw ab2 = __builtin_shufflevector(a, b, (I / 4 * 4 + 2 + I % 4 / 2 + I % 2 * L)...);
@@ -233,7 +228,7 @@ struct mf_MachineVector {
 
     // The blocks of four lanes of the rows 0, 4, 8 ... change places as a matrix of blocks does.
     template <int... I>
-    static void transposeBlocks(mf_MachineVector* row, mf_Indices<I...>) {
+    static void transposeBlocks(MachineVector* row, Indices<I...>) {
         const auto even = [](Raw a, Raw b) {
             return __builtin_shufflevector(a, b, (I / 4 * 8 + I % 4)...);
         };
@@ -257,3 +252,5 @@ struct mf_MachineVector {
     }
 };
 #endif
+
+}  // namespace mvi
