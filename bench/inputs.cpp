@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "reference/dft.h"
+#include "reference/fft/dft.h"
 
 namespace bench {
 namespace {

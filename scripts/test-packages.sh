@@ -41,7 +41,7 @@ say "a new Debian $suite"
 debootstrap --variant=minbase "$suite" "$root" "$mirror" >"$work/log" 2>&1 || { tail "$work/log"; exit 1; }
 mkdir "$root/packages" && cp "$packages"/*.deb "$root/packages"
 inside apt-get -qq update
-mkdir "$root/try" && cp -r examples/pictures tests/consumer/project "$root/try"
+mkdir "$root/try" && cp -r examples/pictures tests/campaigns/consumer/project "$root/try"
 
 # given NAME...: the package files of these names, as seen inside
 given() { for name in "$@"; do basename -a "$packages/${name}"_*.deb | sed 's|^|/packages/|'; done; }

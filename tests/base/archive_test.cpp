@@ -13,7 +13,7 @@
 #include <utility>
 #include <vector>
 
-#include "base/archive_bytes.h"
+#include "support/value_bytes.h"
 
 namespace {
 

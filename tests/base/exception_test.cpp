@@ -6,7 +6,7 @@
 #include <string>
 #include <type_traits>
 
-#include "base/archive_bytes.h"
+#include "support/value_bytes.h"
 
 namespace shop {
 struct OutOfLenses : mvException {};

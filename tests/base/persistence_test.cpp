@@ -5,7 +5,7 @@
 #include <stdexcept>
 #include <utility>
 
-#include "base/archive_bytes.h"
+#include "support/value_bytes.h"
 
 namespace {
 

@@ -7,8 +7,8 @@
 
 #include <algorithm>
 
-#include "reference/plane.h"
-#include "reference/transforms.h"
+#include "reference/fft/plane.h"
+#include "reference/fft/transforms.h"
 
 namespace support {
 

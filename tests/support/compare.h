@@ -11,8 +11,8 @@
 #include <span>
 #include <type_traits>
 
-#include "reference/image.h"
-#include "reference/plane.h"
+#include "reference/fft/image.h"
+#include "reference/fft/plane.h"
 
 namespace support {
 

@@ -8,8 +8,8 @@
 #include <memory>
 #include <vector>
 
-#include "reference/image.h"
-#include "reference/transforms.h"
+#include "reference/fft/image.h"
+#include "reference/fft/transforms.h"
 
 namespace support {
 

@@ -7,8 +7,8 @@
 #include <utility>
 #include <vector>
 
-#include "reference/image.h"
-#include "reference/plane.h"
+#include "reference/fft/image.h"
+#include "reference/fft/plane.h"
 
 namespace support {
 

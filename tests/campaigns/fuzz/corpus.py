@@ -1,0 +1,114 @@
+#!/usr/bin/env python3
+"""Packs fuzz inputs into one file and back, and makes the first ones.
+
+    corpus.py pack FOLDER FILE     all files of a folder into one, each behind its size
+    corpus.py unpack FILE FOLDER   the other way
+    corpus.py seed TARGET FOLDER   first inputs: golden archives, kernel headers, command lines
+"""
+import hashlib
+import itertools
+import pathlib
+import struct
+import sys
+import zlib
+
+GOLDEN = pathlib.Path(__file__).parent.parent / "archives" / "golden"
+
+
+def pack(folder, file):
+    inputs = sorted((path.read_bytes() for path in pathlib.Path(folder).iterdir()),
+                    key=lambda data: (len(data), data))
+    pathlib.Path(file).write_bytes(b"".join(struct.pack("<I", len(data)) + data for data in inputs))
+
+
+def write(folder, inputs):
+    folder = pathlib.Path(folder)
+    folder.mkdir(parents=True, exist_ok=True)
+    for data in inputs:
+        (folder / hashlib.sha1(data).hexdigest()).write_bytes(data)
+
+
+def unpack(file, folder):
+    data = pathlib.Path(file).read_bytes()
+    inputs = []
+    while data:
+        size, = struct.unpack_from("<I", data)
+        inputs.append(data[4:4 + size])
+        data = data[4 + size:]
+    write(folder, inputs)
+
+
+def archives():
+    for path in sorted(GOLDEN.glob("*.mva")):
+        data = path.read_bytes()
+        if path.name.startswith("buffer-"):
+            yield b"buffer\n" + data
+            continue
+        yield b"pointers\n" + data
+        if data[0] == 1:  # a new object: its name, then its record
+            size, = struct.unpack_from("<I", data, 1)
+            yield data[5:5 + size] + b"\n" + data[5 + size:]
+
+
+def kernel():
+    """Every size of up to 2^8 elements, in all directions, with some bands."""
+    for columns, rows in itertools.product(range(9), repeat=2):
+        if columns + rows > 8:
+            continue
+        for direction, kernel_kind in ((0, 0), (0, 1), (1, 1)):
+            yield bytes([columns, rows, direction, kernel_kind, 2, 3])
+            yield bytes([columns, rows, direction, 1, 1, 1]) + struct.pack("<ii", 1, 5)
+
+
+def chunk(kind, data):
+    return struct.pack(">I", len(data)) + kind + data + struct.pack(">I", zlib.crc32(kind + data))
+
+
+def png(width, height, depth, colour, interlace=0, extra=b""):
+    channels = {0: 1, 2: 3, 3: 1, 4: 2, 6: 4}[colour]
+    if interlace:  # rows of all passes, as many bytes as they can be at most
+        pels = bytes(2 * height * (1 + width * channels * max(depth, 8) // 8))
+    else:
+        size = (width * channels * depth + 7) // 8
+        pels = b"".join(bytes([y % 5]) + bytes((31 * x + y) % 256 for x in range(size))
+                        for y in range(height))
+    header = struct.pack(">IIBBBBB", width, height, depth, colour, 0, 0, interlace)
+    palette = chunk(b"PLTE", bytes(range(48))) if colour == 3 else b""
+    return (b"\x89PNG\r\n\x1a\n" + chunk(b"IHDR", header) + palette + extra
+            + chunk(b"IDAT", zlib.compress(pels)) + chunk(b"IEND", b""))
+
+
+def program():
+    depths = {0: (1, 2, 4, 8, 16), 2: (8, 16), 3: (1, 2, 4, 8), 4: (8, 16), 6: (8, 16)}
+    for colour in depths:
+        for depth, interlace in itertools.product(depths[colour], (0, 1)):
+            yield b"\0" + png(5, 3, depth, colour, interlace)
+    yield b"\0" + png(5, 3, 8, 0, 0, chunk(b"tRNS", b"\0\1") + chunk(b"gAMA", b"\0\0\x80\0"))
+    yield b"\0" + png(2049, 1, 1, 0)
+    ring = "--frequency 0.1 --sigma 0.1 --plateau 0.05 --dc-radius 1"
+    lobe = ring + " --angle 30 --sigma-across 0.2 --plateau-across 0.01"
+    for command in (f"bandpass {ring} f out", f"bandreject {ring} --border zero --rescale f out",
+                    f"gabor {lobe} --angle-image angle --quadrant-image quadrant f out",
+                    f"gaborreject {lobe} --save filter f out", "convolve --kernel f good.png out",
+                    "convolve --kernel good.png f out", "spectrum --border zero f out",
+                    "spectrum --axes f out", f"bandpass {ring} --out-dir d --jobs 2 f good.png", "bandpass --help", "--help", "--version", "gabor --sigma=nan"):
+        for picture in (png(7, 6, 8, 0), png(3, 4, 16, 2), png(1, 9, 8, 0), png(17, 1, 1, 0)):
+            yield command.replace(" ", "\n").encode() + b"\0" + picture
+    for path in sorted(GOLDEN.glob("*.good.mva")):
+        for command in (b"info\nf", b"view\n--axes\nf\nout", b"apply\nf\ngood.png\nout"):
+            yield command + b"\0" + path.read_bytes()
+
+
+def main():
+    commands = {"pack": pack, "unpack": unpack}
+    if len(sys.argv) != 4:
+        sys.exit(__doc__)
+    command, first, second = sys.argv[1:]
+    if command == "seed":
+        write(second, {"archives": archives, "kernel": kernel, "program": program}[first]())
+    else:
+        commands[command](first, second)
+
+
+if __name__ == "__main__":
+    main()

@@ -1,0 +1,144 @@
+// The kernel against the reference, bit by bit, on every path that this processor has.
+//
+// An input is six bytes that say size, direction, kernel and kind of band, eight bytes for the two
+// limits of the band, and floats. A plane larger than the floats continues with random values.
+#include <filt/fft/internal/kernel.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <memory>
+#include <new>
+
+#include "input.h"
+#include "reference/fft/kernel.h"
+#include "support/random_planes.h"
+
+namespace {
+
+using reference::Plane;
+
+class Bytes {
+  public:
+    explicit Bytes(std::string_view all) : all_(all) {}
+
+    /// The next value; what lies behind the end counts as zeros.
+    template <class T>
+    T next() {
+        T value{};
+        const std::size_t size = std::min(sizeof(T), all_.size());
+        std::memcpy(&value, all_.data(), size);
+        all_.remove_prefix(size);
+        return value;
+    }
+    bool holds(std::size_t size) const { return all_.size() >= size; }
+
+  private:
+    std::string_view all_;
+};
+
+struct Call {
+    int direction = 1;
+    bool isReal = false;
+    int low = 0;
+    int high = 0;
+};
+
+int someLimit(unsigned char kind, int value, int height) {
+    switch (kind % 4) {
+        case 0:
+            return value;
+        case 1:
+            return static_cast<int>(static_cast<unsigned>(value) % static_cast<unsigned>(height));
+        case 2:
+            return 0;
+        default:
+            return height;
+    }
+}
+
+Plane readPlane(Bytes& bytes, bool isLarge) {
+    int columns = bytes.next<unsigned char>() % 12;
+    int rows = bytes.next<unsigned char>() % 12;
+    const int most = isLarge ? 14 : 8;
+    while (columns + rows > most) --(columns > rows ? columns : rows);
+    return {1 << columns, 1 << rows};
+}
+
+Call readCall(Bytes& bytes, int height) {
+    Call call;
+    call.direction = bytes.next<unsigned char>() % 2 == 0 ? 1 : -1;
+    call.isReal = bytes.next<unsigned char>() % 4 == 0;
+    const auto lowKind = bytes.next<unsigned char>();
+    const auto highKind = bytes.next<unsigned char>();
+    call.low = someLimit(lowKind, bytes.next<int>(), height);
+    call.high = someLimit(highKind, bytes.next<int>(), height);
+    return call;
+}
+
+void fill(Plane& plane, Bytes& bytes, unsigned seed) {
+    support::Random random(seed);
+    float* const floats = plane.floats();
+    for (std::size_t i = 0; i < plane.floatCount(); ++i) {
+        floats[i] = bytes.holds(sizeof(float)) ? bytes.next<float>() : random.symmetric();
+    }
+}
+
+void transform(float* data, mvPair<long> size, const Call& call, const mvi::KernelPath& path) {
+    if (call.isReal) return mf_RealFFT2D(data, size, call.direction, call.low, call.high, path);
+    mf_FFT2D(data, size, call.direction, call.low, call.high, path);
+}
+
+void transform(Plane& plane, const Call& call) {
+    if (call.isReal) return reference::RealFFT2D(plane);
+    reference::FFT2D(plane, call.direction, call.low, call.high);
+}
+
+// On a block of just that size at a 16-byte boundary, so that AddressSanitizer sees its ends.
+Plane transformed(Plane plane, const Call& call, const mvi::KernelPath& path) {
+    constexpr std::align_val_t alignment{16};
+    const auto release = [](float* p) { ::operator delete(p, alignment); };
+    const std::unique_ptr<float, decltype(release)> block(
+        static_cast<float*>(::operator new(plane.floatCount() * sizeof(float), alignment)),
+        release);
+    std::copy_n(plane.floats(), plane.floatCount(), block.get());
+    transform(block.get(), {plane.width, plane.height}, call, path);
+    std::copy_n(block.get(), plane.floatCount(), plane.floats());
+    return plane;
+}
+
+// Where a NaN is expected any NaN will do.
+bool isSame(float expected, float actual) {
+    if (expected != expected) return actual != actual;
+    return std::memcmp(&expected, &actual, sizeof(float)) == 0;
+}
+
+void expectSame(const Plane& expected, const Plane& actual, const Call& call, const char* path) {
+    const float* const floats = expected.floats();
+    if (std::equal(floats, floats + expected.floatCount(), actual.floats(), isSame)) return;
+    std::fprintf(stderr, "path %s, %d x %d, direction %d, real %d, band %d .. %d differs\n", path,
+                 expected.width, expected.height, call.direction, call.isReal, call.low, call.high);
+    std::abort();
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const std::string_view all = fuzz::asText(data, size);
+    Bytes bytes(all);
+    Plane plane = readPlane(bytes, fuzz::isOneIn(4096, all));
+    const Call call = readCall(bytes, plane.height);
+    fill(plane, bytes, static_cast<unsigned>(size));
+    // The real kernel's plane of width 1 holds samples and zeros.
+    if (call.isReal && plane.width == 1)
+        for (auto& z : plane.elements) z.im = 0;
+
+    Plane expected = plane;
+    transform(expected, call);
+    for (const mvi::KernelPath* path : mvi::KernelPathList()) {
+        if (!path->isSupported()) continue;
+        expectSame(expected, transformed(plane, call, *path), call, path->name);
+    }
+    return 0;
+}

@@ -1,0 +1,111 @@
+// Meters the allocator and limits it: the linker sends the library's malloc and calloc here, and
+// the operators new and delete are replaced.
+#include "support/allocation_meter.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <new>
+#include <unordered_map>
+
+namespace {
+
+// Filters that were loaded may ask for any size when a parameter is set; what is refused is never
+// cleared, which would take the time of all other work together.
+constexpr std::size_t kLargestBlock = std::size_t{256} << 20;
+
+bool metering = false;
+std::size_t held = 0;
+std::size_t largest = 0;
+
+// The meter's own bookkeeping must not meter itself.
+struct Pause {
+    Pause() { metering = false; }
+    ~Pause() { metering = true; }
+};
+
+std::unordered_map<void*, std::size_t>& blocks() {
+    static std::unordered_map<void*, std::size_t> all;
+    return all;
+}
+
+void* note(void* block, std::size_t size) {
+    if (!metering || !block) return block;
+    const Pause pause;
+    blocks()[block] = size;
+    held += size;
+    largest = std::max(largest, held);
+    return block;
+}
+
+void forget(void* block) {
+    if (!metering || !block) return;
+    const Pause pause;
+    const auto found = blocks().find(block);
+    if (found == blocks().end()) return;
+    held -= found->second;
+    blocks().erase(found);
+}
+
+}  // namespace
+
+// The sanitizers' run time refers to them too.
+#pragma GCC visibility push(default)
+extern "C" {
+void* __real_malloc(std::size_t size);
+void* __real_calloc(std::size_t count, std::size_t size);
+void* __real_realloc(void* block, std::size_t size);
+void __real_free(void* block);
+
+void* __wrap_malloc(std::size_t size);
+void* __wrap_calloc(std::size_t count, std::size_t size);
+void* __wrap_realloc(void* block, std::size_t size);
+void __wrap_free(void* block);
+
+void* __wrap_malloc(std::size_t size) {
+    return size > kLargestBlock ? nullptr : note(__real_malloc(size), size);
+}
+void* __wrap_calloc(std::size_t count, std::size_t size) {
+    if (count > kLargestBlock / std::max(size, std::size_t{1})) return nullptr;
+    return note(__real_calloc(count, size), count * size);
+}
+void* __wrap_realloc(void* block, std::size_t size) {
+    forget(block);
+    return note(__real_realloc(block, size), size);
+}
+void __wrap_free(void* block) {
+    forget(block);
+    __real_free(block);
+}
+}
+#pragma GCC visibility pop
+
+void* operator new(std::size_t size) {
+    void* const block = std::malloc(size);
+    if (!block) throw std::bad_alloc();
+    return block;
+}
+void operator delete(void* block) noexcept {
+    std::free(block);
+}
+void operator delete(void* block, std::size_t) noexcept {
+    std::free(block);
+}
+
+namespace archive {
+
+AllocationMeter::AllocationMeter() {
+    blocks().clear();
+    held = 0;
+    largest = 0;
+    metering = true;
+}
+
+AllocationMeter::~AllocationMeter() {
+    metering = false;
+}
+
+std::size_t AllocationMeter::peak() const {
+    return largest;
+}
+
+}  // namespace archive
