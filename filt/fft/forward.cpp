@@ -1,7 +1,7 @@
 // Forward transforms: from images and planes to spectra.
 #include <filt/fft/internal/attention.h>
 #include <filt/fft/internal/buffer_access.h>
-#include <filt/fft/internal/kernel.h>
+#include <filt/fft/internal/kernel/transform.h>
 #include <filt/fft/internal/wrap_copy.h>
 #include <filt/fft/transforms.h>
 #include <algorithm>
@@ -81,7 +81,7 @@ void forward(const mvPelBuffer_const<T>& image, mvFrequencyBuffer& dst) {
     Access::setAndAllocate(dst, image.width(), image.height());
     Access::setPlacement(dst, image);
     const mvPair<long> size = planeSize(dst);
-    mf_RealFFT2D(RealRows<T>(pelsToRead(image, size), size.x), Access::data(dst), size);
+    mvi::transformReal(RealRows<T>(pelsToRead(image, size), size.x), Access::data(dst), size);
 }
 
 template <class T>
@@ -96,7 +96,7 @@ void forward(const mvPelBuffer_const<T>& real, const mvPelBuffer_const<T>& imagi
     const ComplexRows<T> rows(pelsToRead(real, size), pelsToRead(imaginary, size), size.x);
     // The padding has a poll of its own.
     mvi::pollAttention();
-    mf_FFT2D(rows, Access::data(dst), size);
+    mvi::transformComplex(rows, Access::data(dst), size);
 }
 
 }  // namespace
@@ -107,8 +107,8 @@ void mfForwardFFT(const mvFrequencyBuffer& src, mvFrequencyBuffer& dst) {
     Access::setInverseComputed(dst, false);
     Access::setMasked(dst, 0);
     const mvPair<long> size = planeSize(dst);
-    mf_FFT2D(Access::data(src), Access::data(dst), size, +1, 0, static_cast<int>(size.y), size.x,
-             nullptr);
+    mvi::transformComplex(Access::data(src), Access::data(dst), size, mvi::Direction::forward,
+                          mvi::RowBand(size.y), size.x, nullptr);
 }
 
 #define MVFREQ_FORWARD_OF(Pel)                                                               \

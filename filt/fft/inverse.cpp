@@ -2,7 +2,7 @@
 #include <filt/fft/internal/attention.h>
 #include <filt/fft/internal/buffer_access.h>
 #include <filt/fft/internal/image_columns.h>
-#include <filt/fft/internal/kernel.h>
+#include <filt/fft/internal/kernel/transform.h>
 #include <filt/fft/internal/output_image.h>
 #include <filt/fft/internal/quadrant.h>
 #include <filt/fft/transforms.h>
@@ -17,11 +17,12 @@ using Access = mvi::BufferAccess;
 // The inverse transform of `src` with its band, into `dst`.
 void transformPlane(const mvFrequencyBuffer& src, float* dst, long columns, mvi::ColumnSink* sink) {
     const mvPair<long> size(Access::width(src), Access::height(src));
-    const bool masked = Access::masked(src) != 0;
-    const long rowLow = masked ? Access::maskedMiny(src) : 0;
-    const long rowHigh = masked ? Access::maskedMaxy(src) : size.y;
-    mf_FFT2D(Access::data(src), dst, size, -1, static_cast<int>(rowLow), static_cast<int>(rowHigh),
-             columns, sink);
+    const mvi::RowBand band =
+        Access::masked(src) != 0
+            ? mvi::RowBand(size.y, Access::maskedMiny(src), Access::maskedMaxy(src))
+            : mvi::RowBand(size.y);
+    mvi::transformComplex(Access::data(src), dst, size, mvi::Direction::inverse, band, columns,
+                          sink);
 }
 
 // The spatial plane of a buffer: the buffer's own, transformed in place, or a private one.

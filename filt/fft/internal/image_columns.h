@@ -1,7 +1,7 @@
 // The image area of a plane, as the column pass finishes it.
 #pragma once
 
-#include <filt/fft/internal/kernel.h>
+#include <filt/fft/internal/kernel/transform.h>
 
 namespace mvi {
 

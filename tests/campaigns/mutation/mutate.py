@@ -36,9 +36,9 @@ MEMORY = 6 << 30
 # The test programs that judge a source, those first that most mutants fail. The first beginning of
 # its path that fits counts.
 PROGRAMS = [
+    ("filt/fft/internal/kernel/paths/twiddles", ["fft_kernel_test", "results_digest"]),
     ("filt/fft/internal/kernel", ["fft_kernel_test", "results_digest", "fft_transforms_test",
                                   "fft_round_trip_test", "faults_test"]),
-    ("filt/fft/internal/twiddles", ["fft_kernel_test", "results_digest"]),
     ("filt/fft/arithmetic", ["arithmetic_test", "numbers_test", "results_digest", "faults_test"]),
     ("filt/fft/map_image", ["arithmetic_test", "numbers_test", "results_digest", "faults_test"]),
     ("filt/fft/errors", ["fft_buffer_test", "fft_archive_test", "archive_test", "faults_test"]),

@@ -27,6 +27,15 @@ void conjugate(Complex* z, int n) {
     for (int i = 0; i < n; ++i) z[i].im = -z[i].im;
 }
 
+// The L-shaped butterfly on the j-th elements of the quarters of a block x of S elements, Q = S /
+// 4:
+//
+//     z0, z1 = x(j) + x(j + 2Q), x(j + Q) + x(j + 3Q): go on to the even frequencies X(2k)
+//     z2 = ((x(j) - x(j + 2Q)) - i (x(j + Q) - x(j + 3Q))) conj w1: to X(4k + 1)
+//     z3 = ((x(j) - x(j + 2Q)) + i (x(j + Q) - x(j + 3Q))) conj w3: to X(4k + 3)
+//
+// with w1 = e^(2 pi i j / S) and w3 = w1^3: 16 additions and 8 products. The order of the
+// operations is part of the result's bits.
 void butterfly(Complex& z0, Complex& z1, Complex& z2, Complex& z3, Complex w1, Complex w3) {
     float r1 = z0.re - z2.re;
     z0.re = z0.re + z2.re;

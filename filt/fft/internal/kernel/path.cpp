@@ -1,5 +1,5 @@
 // The table of paths and the choice among them.
-#include <filt/fft/internal/kernel/built_paths.h>
+#include <filt/fft/internal/kernel/paths/built_paths.h>
 
 namespace mvi {
 

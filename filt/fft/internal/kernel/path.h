@@ -5,6 +5,12 @@
 
 namespace mvi {
 
+/// Forward: e^(-2 pi i k n / N); inverse: e^(+2 pi i k n / N).
+enum class Direction { forward, inverse };
+
+/// The most lanes that a path has.
+inline constexpr long kMostLanes = 16;
+
 /// How squared magnitudes spread. Starts empty, at limits of its own.
 struct SquareRange {
     float least = 1e20f;
@@ -32,8 +38,8 @@ struct PelRuns {
 
 /// One instruction set's loops. All give the same bits.
 ///
-/// Rows are given by pointers to their first float; at most 16 at a time. Scratch is aligned to 64
-/// bytes and holds kernelScratchFloats floats.
+/// Rows are given by pointers to their first float; at most kMostLanes at a time. Scratch is
+/// aligned to 64 bytes and holds kernelScratchFloats floats.
 struct KernelPath : PelRuns<unsigned char>, PelRuns<unsigned short>, PelRuns<double> {
     const char* name;
     bool (*isSupported)();
@@ -41,7 +47,7 @@ struct KernelPath : PelRuns<unsigned char>, PelRuns<unsigned short>, PelRuns<dou
     /// Complex transforms of `count` rows of `width` elements. A row's source and destination may
     /// be the same.
     void (*complexRows)(const float* const* src, float* const* dst, long count, long width,
-                        bool inverse, float* scratch);
+                        Direction direction, float* scratch);
 
     /// The width / 2 + 1 lowest frequencies of `count` rows of `width` >= 2 packed reals.
     void (*realRows)(const float* const* src, float* const* dst, long count, long width,
@@ -51,7 +57,7 @@ struct KernelPath : PelRuns<unsigned char>, PelRuns<unsigned short>, PelRuns<dou
     /// go to dst + y * pitch, which may be where they are. Behind the rows stand
     /// kRowsAhead pointers more, to be prefetched only.
     void (*complexColumns)(const float* const* rows, float* dst, long pitch, long height, long x,
-                           long count, bool inverse, float* scratch);
+                           long count, Direction direction, float* scratch);
 
     /// The conjugates of `count` elements in reverse order; the last one goes before `end`.
     void (*mirrored)(const float* elements, long count, float* end);
@@ -68,7 +74,7 @@ struct KernelPath : PelRuns<unsigned char>, PelRuns<unsigned short>, PelRuns<dou
 
 /// How far ahead of its use a row of a column panel is asked for; no processor foresees such
 /// strides.
-constexpr long kRowsAhead = 4;
+inline constexpr long kRowsAhead = 4;
 
 /// All paths that were built, the fastest first; the last one, plain C++, runs everywhere.
 struct KernelPathList {
@@ -81,7 +87,6 @@ const KernelPath& bestKernelPath();
 
 /// What any path needs for a plane of this size.
 constexpr std::size_t kernelScratchFloats(long width, long height) {
-    constexpr long kMostLanes = 16;
     const long elements = 2 * width + 1 > height ? 2 * width + 1 : height;
     return static_cast<std::size_t>(elements * 2 * kMostLanes);
 }

@@ -1,6 +1,6 @@
 // Rows written on demand, columns taken as they are finished, planes that are not kept: the bits of
 // the transform of a whole plane, on every path.
-#include <filt/fft/internal/kernel.h>
+#include <filt/fft/internal/kernel/transform.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -155,6 +155,54 @@ void withEveryBand(Check check) {
     }
 }
 
+mvPair<long> sizeOf(const Plane& plane) {
+    return {plane.width, plane.height};
+}
+
+mvi::RowBand rowBand(const Plane& plane, Band band) {
+    return {plane.height, band.low, band.high};
+}
+
+mvi::Direction directionOf(int sign) {
+    return sign < 0 ? mvi::Direction::inverse : mvi::Direction::forward;
+}
+
+// Rows 1, 2, 5, 6 ... become zero, every other one of them with a negative zero.
+Plane withRowsOfZeros(Plane plane) {
+    for (int y = 0; y < plane.height; ++y) {
+        if (y % 4 != 1 && y % 4 != 2) continue;
+        float* const row = plane.floats() + 2 * plane.width * y;
+        std::fill_n(row, 2 * plane.width, 0.0f);
+        if (y % 8 > 3) row[y % (2 * plane.width)] = -0.0f;
+    }
+    return plane;
+}
+
+TEST(KernelFlow, TransformsRowsOfZerosAsAnyOther) {
+    withEveryBand([](const Plane& random, Band band) {
+        const Plane plane = withRowsOfZeros(random);
+        for (const int direction : {1, -1}) {
+            Plane expected = plane;
+            reference::FFT2D(expected, direction, band.low, band.high);
+            onEveryPath([&](const mvi::KernelPath& path) {
+                Plane source = plane, inPlace = plane, result = random;
+                Collector sink(plane.width, plane.height);
+                const auto transform = [&](float* src, float* dst, mvi::ColumnSink* taker) {
+                    mvi::transformComplex(src, dst, sizeOf(plane), directionOf(direction),
+                                          rowBand(plane, band), plane.width, taker, path);
+                };
+                transform(source.floats(), result.floats(), nullptr);
+                transform(inPlace.floats(), inPlace.floats(), nullptr);
+                transform(source.floats(), nullptr, &sink);
+                EXPECT_TRUE(support::samePlane(expected, result, true));
+                EXPECT_TRUE(support::samePlane(expected, inPlace, true));
+                EXPECT_TRUE(support::samePlane(expected, sink.plane(), true));
+                EXPECT_TRUE(support::samePlane(plane, source, true));
+            });
+        }
+    });
+}
+
 TEST(KernelFlow, GivesASinkTheColumnsOfTheTransformAndKeepsTheSource) {
     withEveryBand([](const Plane& plane, Band band) {
         Plane expected = plane;
@@ -163,8 +211,9 @@ TEST(KernelFlow, GivesASinkTheColumnsOfTheTransformAndKeepsTheSource) {
             for (const long columns : columnCountsOf(plane.width)) {
                 Plane source = plane;
                 Collector sink(columns, plane.height);
-                mf_FFT2D(source.floats(), nullptr, {plane.width, plane.height}, -1, band.low,
-                         band.high, columns, &sink, path);
+                mvi::transformComplex(source.floats(), nullptr, sizeOf(plane),
+                                      mvi::Direction::inverse, rowBand(plane, band), columns, &sink,
+                                      path);
                 EXPECT_TRUE(support::samePlane(leftColumns(expected, columns), sink.plane(), true));
                 EXPECT_TRUE(support::samePlane(plane, source, true));
             }
@@ -179,8 +228,9 @@ TEST(KernelFlow, TransformsIntoAnotherPlane) {
             reference::FFT2D(expected, direction, band.low, band.high);
             onEveryPath([&](const mvi::KernelPath& path) {
                 Plane source = plane, result = randomPlane(plane.width, plane.height, 9);
-                mf_FFT2D(source.floats(), result.floats(), {plane.width, plane.height}, direction,
-                         band.low, band.high, plane.width, nullptr, path);
+                mvi::transformComplex(source.floats(), result.floats(), sizeOf(plane),
+                                      directionOf(direction), rowBand(plane, band), plane.width,
+                                      nullptr, path);
                 EXPECT_TRUE(support::samePlane(expected, result, true));
                 EXPECT_TRUE(support::samePlane(plane, source, true));
             });
@@ -196,8 +246,9 @@ TEST(KernelFlow, ComputesAllColumnsOfAPlaneInPlace) {
             const long columns = (plane.width + 1) / 2;
             Plane both = plane;
             Collector sink(columns, plane.height);
-            mf_FFT2D(both.floats(), both.floats(), {plane.width, plane.height}, -1, band.low,
-                     band.high, columns, &sink, path);
+            mvi::transformComplex(both.floats(), both.floats(), sizeOf(plane),
+                                  mvi::Direction::inverse, rowBand(plane, band), columns, &sink,
+                                  path);
             EXPECT_TRUE(support::samePlane(expected, both, true));
             EXPECT_TRUE(support::samePlane(leftColumns(expected, columns), sink.plane(), true));
         });
@@ -218,12 +269,11 @@ TEST(KernelFlow, TakesRowsThatAreNotThereAsZero) {
             reference::RealFFT2D(real);
             onEveryPath([&](const mvi::KernelPath& path) {
                 Plane result = randomPlane(size.width, size.height, 13);
-                mf_FFT2D(RowsOf(plane, rows, false), result.floats(), {size.width, size.height},
-                         path);
+                mvi::transformComplex(RowsOf(plane, rows, false), result.floats(), sizeOf(plane),
+                                      path);
                 EXPECT_TRUE(support::samePlane(complex, result, true));
                 result = randomPlane(size.width, size.height, 13);
-                mf_RealFFT2D(RowsOf(plane, rows, true), result.floats(), {size.width, size.height},
-                             path);
+                mvi::transformReal(RowsOf(plane, rows, true), result.floats(), sizeOf(plane), path);
                 EXPECT_TRUE(support::samePlane(real, result, true));
             });
         }

@@ -2,7 +2,7 @@
 #pragma once
 
 #include <filt/fft/internal/kernel/path.h>
-#include <filt/fft/internal/kernel/vector.h>
+#include <filt/fft/internal/kernel/paths/vector.h>
 // Not <cmath>, which has inline functions: linkers keep one of each, whatever processor it is for.
 #include <math.h>  // NOLINT(modernize-deprecated-headers)
 

@@ -1,5 +1,5 @@
 // Four lanes: what every processor of the architecture has.
-#include <filt/fft/internal/kernel/path_of.h>
+#include <filt/fft/internal/kernel/paths/path_of.h>
 
 namespace mvi {
 

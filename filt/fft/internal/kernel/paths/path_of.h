@@ -1,9 +1,9 @@
 // How a path is put together from the loops of one vector type.
 #pragma once
 
-#include <filt/fft/internal/kernel/built_paths.h>
-#include <filt/fft/internal/kernel/passes.h>
-#include <filt/fft/internal/kernel/pel_runs.h>
+#include <filt/fft/internal/kernel/paths/built_paths.h>
+#include <filt/fft/internal/kernel/paths/passes.h>
+#include <filt/fft/internal/kernel/paths/pel_runs.h>
 
 namespace mvi {
 

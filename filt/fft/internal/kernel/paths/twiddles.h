@@ -55,13 +55,6 @@ struct TwiddleTables {
     Butterfly stage[1024]{};
     Factor separation[1024]{};
 
-    /// The span / 4 factors of the stage of span 4, 8 ... 2048.
-    constexpr const Butterfly* ofStage(long span) const { return stage + (span / 4 - 1); }
-
-    /// The factors of the separation of n = 2, 4 ... 1024 complex points; entry i, 1 to n/2 - 1,
-    /// is that of the elements i and n - i.
-    constexpr const Factor* ofSeparation(long n) const { return separation + (n / 2 - 1); }
-
     constexpr TwiddleTables() {
         for (int k = 2; k <= 11; ++k) growStage(stage + ((1 << k) / 4 - 1), 1 << k, kStageSeeds[k]);
         for (int k = 1; k <= 10; ++k) {

@@ -1,16 +1,16 @@
 // The row pass and the column pass over a plane, in steps of a few rows or columns.
 #pragma once
 
-#include <filt/fft/internal/kernel/line_transform.h>
 #include <filt/fft/internal/kernel/path.h>
-#include <filt/fft/internal/kernel/vector.h>
+#include <filt/fft/internal/kernel/paths/line_transform.h>
+#include <filt/fft/internal/kernel/paths/vector.h>
 
 namespace mvi {
 
 /// The passes with the lanes of the vector type V.
 ///
 /// Lines are brought into lanes on the way in and out of a scratch of V-wide elements: rows by
-/// transposition in registers, columns by splitting real and imaginary parts alone.
+/// transposition in registers, columns by splitting real and imaginary parts.
 template <class V>
 class Passes {
   public:
@@ -19,12 +19,12 @@ class Passes {
     /// Transforms `count` complex rows of `width` elements from `src` to `dst`, which may be the
     /// same rows. Inverse: conjugated before and after.
     static void complexRows(const float* const* src, float* const* dst, long count, long width,
-                            bool inverse, float* scratch) {
+                            Direction direction, float* scratch) {
         for (long r = 0; r < count; r += kLanes) {
             const Rows rows(src + r, dst + r, count - r);
             Z* const lines = reinterpret_cast<Z*>(scratch);
             Z* const result = lines + width;
-            if (inverse) {
+            if (direction == Direction::inverse) {
                 transformRows<true>(rows, width, lines, result);
             } else {
                 transformRows<false>(rows, width, lines, result);
@@ -51,20 +51,20 @@ class Passes {
     /// Transforms the columns x .. x + count - 1 of `height` rows; those of row y go to
     /// dst + y * pitch.
     static void complexColumns(const float* const* rows, float* dst, long pitch, long height,
-                               long x, long count, bool inverse, float* scratch) {
+                               long x, long count, Direction direction, float* scratch) {
         long i = 0;
         for (; i + kLanes <= count; i += kLanes) {
             const WholeColumns columns(rows, x + i, dst + 2 * i, pitch);
-            transformColumns(columns, height, inverse, scratch);
+            transformColumns(columns, height, direction, scratch);
         }
         if constexpr (kLanes > 1) {
             // A real spectrum has a column more than fill its vectors.
             if (count - i == 1) {
                 Passes<OneLane<V>>::complexColumns(rows, dst + 2 * i, pitch, height, x + i, 1,
-                                                   inverse, scratch);
+                                                   direction, scratch);
             } else if (i < count) {
                 const SomeColumns columns(rows, x + i, dst + 2 * i, pitch, count - i);
-                transformColumns(columns, height, inverse, scratch);
+                transformColumns(columns, height, direction, scratch);
             }
         }
     }
@@ -180,17 +180,18 @@ class Passes {
     }
 
     template <class Columns>
-    static void transformColumns(const Columns& columns, long height, bool inverse,
+    static void transformColumns(const Columns& columns, long height, Direction direction,
                                  float* scratch) {
         Z* const lines = reinterpret_cast<Z*>(scratch);
-        if (inverse) {
+        if (direction == Direction::inverse) {
             transformColumns<true>(columns, height, lines);
         } else {
             transformColumns<false>(columns, height, lines);
         }
     }
 
-    // Half a vector of elements of each row makes, transposed, as many elements of all rows.
+    // Loads half a vector of elements from each row; transposed, each vector holds one part of one
+    // element of all rows.
     static void loadRows(const Rows& rows, Z* lines, long width) {
         long x = 0;
         for (; x + kBlock <= width; x += kBlock) {
@@ -254,10 +255,19 @@ class Passes {
         }
     }
 
-    // Splits the spectrum of n packed pairs of reals into the n + 1 lowest frequencies of the 2 n
-    // reals. Elements i and n - i need each other alone.
+    // Splits the spectrum Z of n packed pairs z(j) = x(2j) + i x(2j + 1) into the n + 1 lowest
+    // frequencies X of the 2 n reals x. The even and the odd samples have the spectra
+    //
+    //     E(k) = (Z(k) + conj Z(n - k)) / 2,   O(k) = -i (Z(k) - conj Z(n - k)) / 2,
+    //
+    // and X(k) = E(k) + w^k O(k), X(n - k) = conj (E(k) - w^k O(k)) with w = e^(-pi i / n): the
+    // elements k and n - k need only each other. Below, h1 is E and h2 is O; a pair takes 4
+    // halvings, 4 products and 12 additions. X(0) and X(n) are the sum and the difference of the
+    // parts of Z(0), and X(n / 2) is conj Z(n / 2). The factors grow by rotation in single
+    // precision, w^(k+1) = w^k + w^k (w - 1), which is part of the bits.
     static void separate(Z* z, long n) {
-        const TwiddleTables::Factor* const factors = kTwiddles.ofSeparation(n < 2 ? 2 : n);
+        const TwiddleTables::Factor* const factors =
+            LineTransform<V>::separationFactors(n < 2 ? 2 : n);
         for (long i = 1; i < n / 2; ++i) {
             Z &a = z[i], &b = z[n - i];
             const float re = factors[i].re, im = factors[i].im;

@@ -1,5 +1,5 @@
 // Plain C++: runs everywhere.
-#include <filt/fft/internal/kernel/path_of.h>
+#include <filt/fft/internal/kernel/paths/path_of.h>
 
 namespace mvi {
 

@@ -1,5 +1,5 @@
 // Eight lanes: AVX2.
-#include <filt/fft/internal/kernel/path_of.h>
+#include <filt/fft/internal/kernel/paths/path_of.h>
 
 namespace mvi {
 
