@@ -3,6 +3,7 @@
 
 #include <base/archive.h>
 
+#include <initializer_list>
 #include <sstream>
 #include <string>
 #include <string_view>
@@ -16,6 +17,13 @@ std::string storedBy(Store store) {
     mvArchive ar(out);
     store(ar);
     return out.str();
+}
+
+/// The bytes of objects stored by pointer, one after the other.
+inline std::string storedByPointer(std::initializer_list<mvPersistent*> objects) {
+    return storedBy([&](mvArchive& ar) {
+        for (mvPersistent* object : objects) ar || object;
+    });
 }
 
 /// An archive that loads from bytes in memory.

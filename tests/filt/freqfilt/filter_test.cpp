@@ -1,7 +1,9 @@
-// The filter base: its flag and its way into a buffer.
+// The filter base: its flag, its record and its way into a buffer.
 #include <memory>
 
 #include "support/filter_cases.h"
+#include "support/filter_classes.h"
+#include "support/loading.h"
 #include "support/random_planes.h"
 #include "support/spectra.h"
 
@@ -16,6 +18,7 @@ struct PlainFilter : mvFrequencyFilter {
     PlainFilter* clone() const override { return new PlainFilter(*this); }
     void apply(const mvFrequencyBuffer&, mvFrequencyBuffer&) const override {}
     void apply(mvFrequencyBuffer&) const override {}
+    void serialize(mvArchive& ar, unsigned char version) { serialize_(ar, version); }
 };
 
 TEST(FilterBase, StartsWithoutItsFlag) {
@@ -97,6 +100,41 @@ TEST(FilterBase, SizesABuffer) {
         support::thrownBy([&] { BufferProbe::setAndAllocateFrequencyBuffer(buffer, 2049, 1); }),
         support::kTooLarge);
     EXPECT_EQ(buffer.width(), 128);
+}
+
+TEST(FilterBaseRecord, IsAVersionAndTheFlag) {
+    PlainFilter filter;
+    EXPECT_EQ(archive::hex(archive::stored(filter)), "00 00");
+    archive::load(std::string("\x00\x01", 2), filter);
+    EXPECT_TRUE(filter.isInitialized());
+    EXPECT_EQ(archive::hex(archive::stored(filter)), "00 01");
+}
+
+TEST(FilterBaseRecord, RefusesAnUnknownVersionBothWays) {
+    PlainFilter filter;
+    EXPECT_EQ(archive::loadingThrows(std::string("\x01\x01", 2), filter), archive::kUnknownBase);
+    EXPECT_FALSE(filter.isInitialized());
+    std::ostringstream out;
+    mvArchive storing(out);
+    EXPECT_EQ(archive::loadingThrows([&] { filter.serialize(storing, 1); }), archive::kUnknownBase);
+    EXPECT_EQ(out.str(), "");
+}
+
+template <class Case>
+struct FilterApply : testing::Test {};
+TYPED_TEST_SUITE(FilterApply, cases::AllFilters);
+
+TYPED_TEST(FilterApply, TheDestinationKeepsItsOwnPlacement) {
+    const auto p = TypeParam::parameters();
+    const mvFrequencyBuffer src = support::bufferOf(support::someSpectrum(
+        support::randomPlane(static_cast<int>(p.width), static_cast<int>(p.height), 1)));
+    ASSERT_NE(mvi::BufferAccess::imageWidth(src), p.width);
+    mvFrequencyBuffer dst(3, 3);
+    TypeParam::make(p).apply(src, dst);
+    EXPECT_EQ(mvi::BufferAccess::offset(dst), mvPair<long>(0, 0));
+    EXPECT_EQ(mvi::BufferAccess::xform(dst).linearXform(), mv2XformLinear());
+    EXPECT_EQ(mvi::BufferAccess::imageWidth(dst), p.width);
+    EXPECT_EQ(mvi::BufferAccess::imageHeight(dst), p.height);
 }
 
 }  // namespace

@@ -2,6 +2,8 @@
 #include <numbers>
 
 #include "support/filter_cases.h"
+#include "support/filter_classes.h"
+#include "support/loading.h"
 #include "support/random_planes.h"
 #include "support/spectra.h"
 
@@ -207,6 +209,15 @@ TEST(Gabor, DataIsPublicAndMayBeNull) {
 TEST(Gabor, SupportHeightNeedsAResponse) {
     EXPECT_EQ(thrownBy([] { Filter().supportHeight(); }), cases::kNoResponse);
     EXPECT_EQ(thrownBy([] { mvFrequencyFilterGaborReject().supportHeight(); }), cases::kNoResponse);
+}
+
+TEST(Gabor, ItsSerializeIsPublic) {
+    mvFrequencyFilterGabor filter;
+    std::ostringstream out;
+    mvArchive ar(out);
+    EXPECT_EQ(archive::loadingThrows([&] { filter.serialize_(ar, 1); }), archive::Gabor::kUnknown);
+    filter.serialize_(ar, 0);
+    EXPECT_EQ(out.str(), archive::stored(filter).substr(1));
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-// What the filters' two forms of `apply` have in common.
+// Squares that leave the plane, in both forms of `apply`.
 #include <stdexcept>
 
 #include "support/filter_cases.h"
@@ -7,28 +7,10 @@
 
 namespace {
 
-using Size = mvPair<long>;
-
 template <class Parameters>
 reference::Spectrum spectrumFor(const Parameters& p) {
     return support::someSpectrum(
         support::randomPlane(static_cast<int>(p.width), static_cast<int>(p.height), 1));
-}
-
-template <class Case>
-struct FilterApply : testing::Test {};
-TYPED_TEST_SUITE(FilterApply, cases::AllFilters);
-
-TYPED_TEST(FilterApply, TheDestinationKeepsItsOwnPlacement) {
-    const auto p = TypeParam::parameters();
-    const mvFrequencyBuffer src = support::bufferOf(spectrumFor(p));
-    ASSERT_NE(mvi::BufferAccess::imageWidth(src), p.width);
-    mvFrequencyBuffer dst(3, 3);
-    TypeParam::make(p).apply(src, dst);
-    EXPECT_EQ(mvi::BufferAccess::offset(dst), Size(0, 0));
-    EXPECT_EQ(mvi::BufferAccess::xform(dst).linearXform(), mv2XformLinear());
-    EXPECT_EQ(mvi::BufferAccess::imageWidth(dst), p.width);
-    EXPECT_EQ(mvi::BufferAccess::imageHeight(dst), p.height);
 }
 
 template <class Case>
