@@ -24,12 +24,12 @@ def unnamed(folder):
 
 
 def folders():
-    """The folders that hold code, without those that hold a campaign's material."""
-    for path in sorted(TESTS.rglob("*")):
-        inside = path.relative_to(TESTS)
-        depth = 2 if inside.parts[0] == "campaigns" else 4
-        if path.is_dir() and len(inside.parts) <= depth and not path.name.startswith(("__", ".")):
-            yield str(inside)
+    """The folders that hold files, without those of a campaign's material."""
+    inside = {path.parent.relative_to(TESTS) for path in TESTS.rglob("*.*") if path.is_file()}
+    for folder in sorted(inside):
+        material = folder.parts[:1] == ("campaigns",) and len(folder.parts) > 2
+        if folder.parts and not material and folder.name != "__pycache__":
+            yield str(folder)
 
 
 def main():
