@@ -1,5 +1,6 @@
 // Stream archives: bytes and the values made of them.
 #include <base/archive.h>
+#include <base/internal/archive_objects.h>
 
 #include <algorithm>
 #include <bit>
@@ -8,8 +9,6 @@
 #include <limits>
 #include <ostream>
 #include <utility>
-
-#include <base/internal/archive_objects.h>
 
 static_assert(std::numeric_limits<float>::is_iec559 && sizeof(float) == 4);
 static_assert(std::numeric_limits<double>::is_iec559 && sizeof(double) == 8);

@@ -1,16 +1,16 @@
 // Stream archives: one symmetric exchange that stores or loads by the archive's mode.
 #pragma once
 
+#include <base/exception.h>
+#include <base/export.h>
+#include <base/geometry.h>
+#include <base/persistence.h>
+
 #include <concepts>
 #include <cstddef>
 #include <iosfwd>
 #include <memory>
 #include <string>
-
-#include <base/exception.h>
-#include <base/export.h>
-#include <base/geometry.h>
-#include <base/persistence.h>
 
 namespace mvi {
 class ArchiveObjects;

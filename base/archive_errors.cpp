@@ -1,7 +1,7 @@
 // The errors of archives.
-#include <ostream>
-
 #include <base/archive.h>
+
+#include <ostream>
 
 mvArchive::UnknownVersion::UnknownVersion(const char* text, long number)
     : text_(text ? std::make_shared<const std::string>(text) : nullptr), number_(number) {}

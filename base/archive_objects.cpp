@@ -1,12 +1,11 @@
 // Objects in archives, by reference and by pointer.
 #include <base/archive.h>
 #include <base/internal/archive_objects.h>
+#include <base/internal/registry.h>
 
 #include <algorithm>
 #include <typeinfo>
 #include <utility>
-
-#include <base/internal/registry.h>
 
 namespace {
 

@@ -1,12 +1,11 @@
 // The exception family of the base library.
+#include <base/archive.h>
 #include <base/exception.h>
+#include <base/internal/class_name.h>
 
 #include <ostream>
 #include <typeinfo>
 #include <utility>
-
-#include <base/archive.h>
-#include <base/internal/class_name.h>
 
 std::ostream& operator<<(std::ostream& out, const mvException& exception) {
     exception.message_(out);

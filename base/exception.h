@@ -1,12 +1,12 @@
 // The exception family of the base library.
 #pragma once
 
+#include <base/export.h>
+#include <base/persistence.h>
+
 #include <iosfwd>
 #include <memory>
 #include <string>
-
-#include <base/export.h>
-#include <base/persistence.h>
 
 class mvException;
 

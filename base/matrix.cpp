@@ -1,10 +1,9 @@
 // Matrices of the plane.
+#include <base/exception.h>
 #include <base/matrix.h>
 
 #include <cmath>
 #include <utility>
-
-#include <base/exception.h>
 
 mvMatrix<2>::mvMatrix(double xScale, double yScale, mvRadian skew, mvRadian rotation) noexcept {
     const double r = rotation.toDouble();

@@ -1,12 +1,11 @@
 // Pel buffers: memory, windows and offsets.
+#include <base/exception.h>
 #include <base/pel_buffer.h>
 
 #include <cstdlib>
 #include <limits>
 #include <new>
 #include <numeric>
-
-#include <base/exception.h>
 
 namespace {
 

@@ -1,15 +1,15 @@
 // Pel buffers: views of shared pixels, with a window, an offset and a client transform.
 #pragma once
 
+#include <base/export.h>
+#include <base/geometry.h>
+
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <type_traits>
 #include <utility>
-
-#include <base/export.h>
-#include <base/geometry.h>
 
 template <class T>
 class mvPelBuffer_const;

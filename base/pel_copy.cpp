@@ -1,9 +1,9 @@
 // Copying and filling pels.
+#include <base/pel_buffer.h>
+
 #include <cstring>
 #include <functional>
 #include <vector>
-
-#include <base/pel_buffer.h>
 
 namespace {
 

@@ -1,10 +1,9 @@
 // Persistent objects: identity, visited bookkeeping and watchers.
+#include <base/archive.h>
+#include <base/internal/archive_objects.h>
 #include <base/persistence.h>
 
 #include <utility>
-
-#include <base/archive.h>
-#include <base/internal/archive_objects.h>
 
 mvPersistent::~mvPersistent() {
     delete identity_.load(std::memory_order_acquire);

@@ -1,13 +1,13 @@
 // The base of every object that can be written to an archive and read back.
 #pragma once
 
+#include <base/export.h>
+#include <base/registry.h>  // IWYU pragma: export
+
 #include <atomic>
 #include <cstddef>
 #include <functional>
 #include <memory>
-
-#include <base/export.h>
-#include <base/registry.h>  // IWYU pragma: export
 
 class mvArchive;
 

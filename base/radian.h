@@ -1,9 +1,9 @@
 // An angle in radians.
 #pragma once
 
-#include <compare>
-
 #include <base/export.h>
+
+#include <compare>
 
 /// An angle in radians. It keeps the value it was made with: nothing is folded until `norm()` is
 /// asked for. Comparisons are those of the plain values, so a NaN is unordered.

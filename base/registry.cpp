@@ -1,14 +1,13 @@
 // The registry of persistent classes.
+#include <base/archive.h>
+#include <base/internal/class_name.h>
+#include <base/internal/registry.h>
 #include <base/registry.h>
 
 #include <algorithm>
 #include <mutex>
 #include <new>
 #include <typeindex>
-
-#include <base/archive.h>
-#include <base/internal/class_name.h>
-#include <base/internal/registry.h>
 
 namespace {
 

@@ -1,11 +1,11 @@
 // The registry of persistent classes: which class an archive makes for a name.
 #pragma once
 
+#include <base/export.h>
+
 #include <string>
 #include <typeinfo>
 #include <vector>
-
-#include <base/export.h>
 
 class mvPersistent;
 

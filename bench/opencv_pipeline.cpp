@@ -1,6 +1,7 @@
 // The pipelines as a careful engineer writes them with OpenCV.
-#include <algorithm>
 #include <opencv2/core.hpp>
+
+#include <algorithm>
 
 #include "pipeline.h"
 

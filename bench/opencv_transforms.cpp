@@ -1,6 +1,7 @@
 // OpenCV's transforms as peers.
-#include <algorithm>
 #include <opencv2/core.hpp>
+
+#include <algorithm>
 
 #include "transforms.h"
 

@@ -1,5 +1,6 @@
 // What only a fresh process shows: the first call, and the peak of memory.
 #include <filt/freqfilt.h>
+
 #include <sys/wait.h>
 #include <unistd.h>
 

@@ -3,9 +3,11 @@
 
 #include <filt/fft/errors.h>
 #include <filt/platform.h>
+
+#include <opencv2/core.hpp>
+
 #include <cstdint>
 #include <memory>
-#include <opencv2/core.hpp>
 #include <type_traits>
 
 /// @file

@@ -2,6 +2,7 @@
 #include "command_line.h"
 
 #include <CLI/CLI.hpp>
+
 #include <iostream>
 #include <memory>
 #include <string>

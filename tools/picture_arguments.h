@@ -2,6 +2,7 @@
 #pragma once
 
 #include <CLI/CLI.hpp>
+
 #include <optional>
 #include <string>
 #include <vector>

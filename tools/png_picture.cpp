@@ -2,6 +2,7 @@
 #include "png_picture.h"
 
 #include <filt/fft.h>
+
 #include <png.h>
 #include <sys/stat.h>
 

@@ -1,13 +1,13 @@
 // The objects that one archive has met.
 #pragma once
 
+#include <base/persistence.h>
+
 #include <cstddef>
 #include <map>
 #include <memory>
 #include <optional>
 #include <vector>
-
-#include <base/persistence.h>
 
 namespace mvi {
 

@@ -1,11 +1,11 @@
 // What archives ask the registry of persistent classes.
 #pragma once
 
+#include <base/persistence.h>
+
 #include <memory>
 #include <string>
 #include <typeinfo>
-
-#include <base/persistence.h>
 
 namespace mvi {
 

@@ -2,6 +2,7 @@
 #include <filt/fft/frequency_buffer.h>
 #include <filt/fft/internal/archive_routines.h>
 #include <filt/fft/internal/buffer_access.h>
+
 #include <cstdint>
 
 namespace {

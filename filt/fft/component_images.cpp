@@ -1,5 +1,6 @@
 // The planes of real parts, imaginary parts, magnitudes and phases as images.
 #include <filt/fft/frequency_buffer.h>
+
 #include <cmath>
 
 namespace {

@@ -1,6 +1,5 @@
 // Numbers, archive forms and rethrowing of the error classes.
 #include <filt/fft/errors.h>
-
 #include <filt/fft/internal/archive_routines.h>
 #include <filt/internal/registration.h>
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <filt/export.h>
+
 #include <cstddef>
 #include <utility>
 

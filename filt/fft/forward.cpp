@@ -4,6 +4,7 @@
 #include <filt/fft/internal/kernel/transform.h>
 #include <filt/fft/internal/wrap_copy.h>
 #include <filt/fft/transforms.h>
+
 #include <algorithm>
 
 namespace {

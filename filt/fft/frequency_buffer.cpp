@@ -1,11 +1,11 @@
 // Storage and life cycle of the frequency buffer.
 #include <filt/fft/frequency_buffer.h>
-
 #include <filt/fft/internal/attention.h>
 #include <filt/fft/internal/buffer_access.h>
 #include <filt/fft/internal/integers.h>
 #include <filt/fft/internal/same_values.h>
 #include <filt/fft/internal/zero_padding.h>
+
 #include <algorithm>
 #include <cstdint>
 #include <utility>

@@ -5,6 +5,7 @@
 #include <filt/fft/errors.h>
 #include <filt/fft/float_array.h>
 #include <filt/platform.h>
+
 #include <cstdint>
 
 class mvFrequencyBuffer;

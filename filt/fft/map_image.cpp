@@ -1,6 +1,7 @@
 // Mapping of a double image to a byte image.
 #include <filt/fft/internal/integers.h>
 #include <filt/fft/map_image.h>
+
 #include <algorithm>
 #include <cmath>
 #include <limits>

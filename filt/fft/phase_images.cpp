@@ -4,6 +4,7 @@
 #include <filt/fft/internal/output_image.h>
 #include <filt/fft/internal/quadrant.h>
 #include <filt/fft/transforms.h>
+
 #include <cmath>
 
 namespace {

@@ -4,6 +4,7 @@
 #include <filt/export.h>
 #include <filt/fft/frequency_buffer.h>
 #include <filt/platform.h>
+
 #include <cstddef>
 
 /// A persistent filter of frequency images: built once for one padded size, applied to any number

@@ -4,6 +4,7 @@
 #include <filt/fft/internal/buffer_access.h>
 #include <filt/freqfilt/image_filter.h>
 #include <filt/freqfilt/internal/filter_checks.h>
+
 #include <utility>
 
 mvFrequencyFilterImage::mvFrequencyFilterImage() = default;

@@ -2,6 +2,7 @@
 #include <filt/fft/errors.h>
 #include <filt/fft/internal/archive_routines.h>
 #include <filt/freqfilt/response.h>
+
 #include <algorithm>
 #include <utility>
 

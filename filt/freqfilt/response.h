@@ -4,6 +4,7 @@
 #include <filt/export.h>
 #include <filt/fft/float_array.h>
 #include <filt/platform.h>
+
 #include <cstddef>
 #include <cstdint>
 

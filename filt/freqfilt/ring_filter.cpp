@@ -4,6 +4,7 @@
 #include <filt/freqfilt/internal/response_filter.h>
 #include <filt/freqfilt/internal/ring.h>
 #include <filt/freqfilt/ring_filter.h>
+
 #include <algorithm>
 
 template class mvResponseFilter<mvRingParameters>;

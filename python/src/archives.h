@@ -2,6 +2,7 @@
 #pragma once
 
 #include <base/archive.h>
+
 #include <pybind11/pybind11.h>
 
 #include <istream>

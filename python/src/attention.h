@@ -1,8 +1,9 @@
 // Long calls without the interpreter lock, which Ctrl-C and a cancel function can stop.
 #pragma once
 
-#include <pybind11/pybind11.h>
 #include <vsys/attention.h>
+
+#include <pybind11/pybind11.h>
 
 #include <chrono>
 

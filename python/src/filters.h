@@ -2,6 +2,7 @@
 #pragma once
 
 #include <filt/freqfilt.h>
+
 #include <pybind11/pybind11.h>
 
 #include <memory>

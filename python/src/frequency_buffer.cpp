@@ -2,6 +2,7 @@
 #include "frequency_buffer.h"
 
 #include <filt/freqfilt/filter.h>
+
 #include <pybind11/complex.h>
 #include <pybind11/numpy.h>
 #include <pybind11/operators.h>

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <filt/fft.h>
+
 #include <pybind11/pybind11.h>
 
 #include <memory>

@@ -2,6 +2,7 @@
 #include "pel_buffers.h"
 
 #include <filt/fft/errors.h>
+
 #include <pybind11/stl.h>
 
 #include <optional>

@@ -2,6 +2,7 @@
 #include "xform.h"
 
 #include <base/geometry.h>
+
 #include <pybind11/operators.h>
 #include <pybind11/stl.h>
 

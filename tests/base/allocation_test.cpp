@@ -1,4 +1,6 @@
 // What the base library does when allocations fail, and what it allocates.
+#include <base/archive.h>
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -7,8 +9,6 @@
 #include <new>
 #include <sstream>
 #include <string>
-
-#include <base/archive.h>
 
 namespace {
 

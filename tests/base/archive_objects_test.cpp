@@ -1,5 +1,6 @@
 // Objects in archives: identity, sharing, references and hostile bytes.
 #include <base/archive.h>
+
 #include <gtest/gtest.h>
 
 #include <memory>

@@ -1,5 +1,6 @@
 // Stream archives: the bytes of each value, and what bad streams do.
 #include <base/archive.h>
+
 #include <gtest/gtest.h>
 
 #include <bit>

@@ -1,5 +1,6 @@
 // The exception family of the base library.
 #include <base/exception.h>
+
 #include <gtest/gtest.h>
 
 #include <sstream>

@@ -1,6 +1,7 @@
 // Vectors and matrices of the plane.
 #include <base/exception.h>
 #include <base/matrix.h>
+
 #include <gtest/gtest.h>
 
 #include <bit>

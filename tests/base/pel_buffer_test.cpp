@@ -1,6 +1,7 @@
 // Pel buffers: memory, windows, offsets and views.
 #include <base/exception.h>
 #include <base/pel_buffer.h>
+
 #include <gtest/gtest.h>
 
 #include <array>

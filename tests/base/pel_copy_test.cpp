@@ -1,6 +1,7 @@
 // Copying and filling pels, against a copy by hand.
 #include <base/exception.h>
 #include <base/pel_buffer.h>
+
 #include <gtest/gtest.h>
 
 #include <climits>

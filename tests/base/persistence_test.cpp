@@ -1,5 +1,6 @@
 // Persistent objects: watchers, and what copies leave behind.
 #include <base/persistence.h>
+
 #include <gtest/gtest.h>
 
 #include <stdexcept>

@@ -1,5 +1,6 @@
 // Pairs and angles.
 #include <base/geometry.h>
+
 #include <gtest/gtest.h>
 
 #include <cmath>

@@ -1,5 +1,6 @@
 // The registry of persistent classes.
 #include <base/registry.h>
+
 #include <gtest/gtest.h>
 
 #include <algorithm>

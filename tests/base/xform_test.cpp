@@ -1,6 +1,7 @@
 // Transforms of the plane.
 #include <base/exception.h>
 #include <base/xform.h>
+
 #include <gtest/gtest.h>
 
 namespace {

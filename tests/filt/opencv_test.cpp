@@ -1,6 +1,7 @@
 // OpenCV's matrices and pel buffers view the same pels.
 #include <filt/freqfilt.h>
 #include <filt/opencv.h>
+
 #include <gtest/gtest.h>
 
 #include <memory>

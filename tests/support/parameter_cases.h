@@ -2,6 +2,7 @@
 #pragma once
 
 #include <filt/freqfilt.h>
+
 #include <gtest/gtest.h>
 
 #include <cmath>

@@ -1,7 +1,8 @@
 // What SIGINT and SIGTERM do.
 #include <base/exception.h>
-#include <fcntl.h>
 #include <filt/fft.h>
+
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 

@@ -1,6 +1,7 @@
 // The attention signal: one handler for each thread.
-#include <gtest/gtest.h>
 #include <vsys/attention.h>
+
+#include <gtest/gtest.h>
 
 #include <stdexcept>
 #include <thread>

@@ -1,5 +1,6 @@
 // The small versioned archive records that buffers and filters share.
 #include <filt/fft/internal/archive_routines.h>
+
 #include <algorithm>
 
 namespace mvi {

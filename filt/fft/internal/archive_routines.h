@@ -3,6 +3,7 @@
 
 #include <filt/fft/float_array.h>
 #include <filt/platform.h>
+
 #include <cstddef>
 #include <cstdint>
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <filt/fft/frequency_buffer.h>
+
 #include <cstddef>
 
 namespace mvi {

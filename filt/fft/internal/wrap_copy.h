@@ -3,6 +3,7 @@
 
 #include <filt/fft/internal/attention.h>
 #include <filt/platform.h>
+
 #include <algorithm>
 
 /// Copies the pels of `src` into `dst` where they overlap, after one attention poll, in four turns:

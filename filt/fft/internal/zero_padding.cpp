@@ -1,6 +1,7 @@
 // Clearing of what lies between the image and the padded plane.
 #include <filt/fft/internal/attention.h>
 #include <filt/fft/internal/zero_padding.h>
+
 #include <algorithm>
 
 namespace mvi {

@@ -1,5 +1,6 @@
 // The square of frequencies around DC that filters clear or keep.
 #include <filt/freqfilt/internal/dc_square.h>
+
 #include <algorithm>
 #include <stdexcept>
 

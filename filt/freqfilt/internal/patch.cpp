@@ -2,6 +2,7 @@
 #include <filt/fft/internal/integers.h>
 #include <filt/freqfilt/internal/patch.h>
 #include <filt/freqfilt/internal/support.h>
+
 #include <cmath>
 
 namespace mvi {

@@ -4,6 +4,7 @@
 #include <filt/freqfilt/internal/outside.h>
 #include <filt/freqfilt/lobe_filter.h>
 #include <filt/freqfilt/response.h>
+
 #include <algorithm>
 #include <cstdint>
 

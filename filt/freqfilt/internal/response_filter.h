@@ -5,6 +5,7 @@
 #include <filt/fft/internal/same_values.h>
 #include <filt/freqfilt/internal/support.h>
 #include <filt/freqfilt/response_filter.h>
+
 #include <utility>
 
 template <class P>

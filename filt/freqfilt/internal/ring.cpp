@@ -2,6 +2,7 @@
 #include <filt/fft/internal/integers.h>
 #include <filt/freqfilt/internal/ring.h>
 #include <filt/freqfilt/internal/support.h>
+
 #include <algorithm>
 #include <cmath>
 

@@ -4,6 +4,7 @@
 #include <filt/freqfilt/internal/outside.h>
 #include <filt/freqfilt/response.h>
 #include <filt/freqfilt/ring_filter.h>
+
 #include <cstdint>
 #include <vector>
 

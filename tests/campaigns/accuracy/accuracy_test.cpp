@@ -1,6 +1,4 @@
 // The errors of the transforms are those of docs/accuracy.md.
-#include "campaigns/accuracy/accuracy.h"
-
 #include <gtest/gtest.h>
 
 #include <cstdlib>
@@ -8,6 +6,7 @@
 #include <map>
 #include <sstream>
 
+#include "campaigns/accuracy/accuracy.h"
 #include "support/sanitizers.h"
 
 namespace {

@@ -2,6 +2,7 @@
 // coefficients and as parameters.
 #include <filt/fft.h>
 #include <filt/freqfilt.h>
+
 #include <gtest/gtest.h>
 
 #include <cmath>

@@ -2,6 +2,7 @@
 #include <base/archive.h>
 #include <filt/fft.h>
 #include <filt/freqfilt.h>
+
 #include <gtest/gtest.h>
 
 #include <functional>

@@ -2,6 +2,8 @@
 //
 // An input is six bytes that say size, direction, kernel and kind of band, eight bytes for the two
 // limits of the band, and floats. A plane larger than the floats continues with random values.
+#include "reference/fft/kernel.h"
+
 #include <filt/fft/internal/kernel.h>
 
 #include <algorithm>
@@ -12,7 +14,6 @@
 #include <new>
 
 #include "input.h"
-#include "reference/fft/kernel.h"
 #include "support/random_planes.h"
 
 namespace {

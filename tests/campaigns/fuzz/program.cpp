@@ -3,6 +3,7 @@
 // An input is the arguments, a line each, a zero byte, and the content of the file "f". The command
 // runs in an empty folder of its own beside "good.png", and only when no argument leads out of it.
 #include <filt/fft.h>
+
 #include <unistd.h>
 
 #include <cstdlib>

@@ -1,7 +1,5 @@
 // The archive mutator knows the records: it sees every byte of a golden file and changes each
 // field.
-#include "record_fields.h"
-
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -13,6 +11,7 @@
 #include <vector>
 
 #include "archive_mutator.h"
+#include "record_fields.h"
 
 namespace {
 

@@ -1,5 +1,6 @@
 // The real, imaginary, magnitude and phase images of a plane.
 #include <filt/fft.h>
+
 #include <gtest/gtest.h>
 
 #include <cmath>

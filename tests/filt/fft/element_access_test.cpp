@@ -1,5 +1,6 @@
 // Reading and writing single frequencies in storage and centred coordinates.
 #include <filt/fft.h>
+
 #include <gtest/gtest.h>
 
 #include <cmath>

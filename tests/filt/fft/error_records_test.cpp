@@ -1,8 +1,8 @@
 // The records of the error classes, by reference and through the registry.
+#include <filt/fft.h>
+
 #include <memory>
 #include <typeinfo>
-
-#include <filt/fft.h>
 
 #include "support/loading.h"
 #include "support/thrown.h"

@@ -1,5 +1,6 @@
 // The error classes: numbers, family, archive form, rethrow.
 #include <filt/fft/errors.h>
+
 #include <gtest/gtest.h>
 
 #include <memory>

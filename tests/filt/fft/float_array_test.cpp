@@ -1,5 +1,6 @@
 // The growable array of floats.
 #include <filt/fft/float_array.h>
+
 #include <gtest/gtest.h>
 
 #include <cstdint>

@@ -1,5 +1,6 @@
 // Forward transforms: bits as the reference's for every pel type, placement, aliasing.
 #include <filt/fft.h>
+
 #include <gtest/gtest.h>
 
 #include <cmath>

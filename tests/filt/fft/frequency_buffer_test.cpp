@@ -1,5 +1,6 @@
 // Storage and life cycle of the frequency buffer.
 #include <filt/fft/frequency_buffer.h>
+
 #include <gtest/gtest.h>
 
 #include <cmath>

@@ -1,5 +1,6 @@
 // Inverse transforms: bits as the reference's for every output, placement, flags, aliasing.
 #include <filt/fft.h>
+
 #include <gtest/gtest.h>
 
 #include <algorithm>

@@ -1,5 +1,6 @@
 // Buffers such as only an archive can make: odd or huge planes, images beyond them, any band.
 #include <filt/fft.h>
+
 #include <gtest/gtest.h>
 
 #include <cstdint>

@@ -1,5 +1,6 @@
 // The display mapping: worked values, wrap-arounds, and the definition over many images.
 #include <filt/fft.h>
+
 #include <gtest/gtest.h>
 
 #include <limits>

@@ -1,5 +1,6 @@
 // Every refusal of the buffer and the transforms by call, class and message, and their order.
 #include <filt/fft.h>
+
 #include <gtest/gtest.h>
 
 #include <functional>

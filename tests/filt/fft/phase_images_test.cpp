@@ -1,5 +1,6 @@
 // Angle and quadrant images of any plane.
 #include <filt/fft.h>
+
 #include <gtest/gtest.h>
 
 #include <cmath>

@@ -1,5 +1,6 @@
 // How often each call polls attention, and what a poll that fails leaves behind.
 #include <filt/fft.h>
+
 #include <gtest/gtest.h>
 
 #include <functional>

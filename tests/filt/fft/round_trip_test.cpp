@@ -1,5 +1,6 @@
 // Forward and back again: the image's own pels.
 #include <filt/fft.h>
+
 #include <gtest/gtest.h>
 
 #include <algorithm>

@@ -1,10 +1,9 @@
 // The reference's arithmetic against values worked out by hand.
-#include "reference/fft/arithmetic.h"
-
 #include <gtest/gtest.h>
 
 #include <limits>
 
+#include "reference/fft/arithmetic.h"
 #include "support/random_planes.h"
 
 namespace {

@@ -1,10 +1,9 @@
 // The transforms in higher precision, which judge the kernel's accuracy.
-#include "reference/fft/dft.h"
-
 #include <gtest/gtest.h>
 
 #include <numbers>
 
+#include "reference/fft/dft.h"
 #include "support/random_planes.h"
 
 namespace {

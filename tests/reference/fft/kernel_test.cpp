@@ -1,11 +1,10 @@
 // The reference kernel is tested before it judges others.
-#include "reference/fft/kernel.h"
-
 #include <gtest/gtest.h>
 
 #include <cmath>
 
 #include "reference/fft/dft.h"
+#include "reference/fft/kernel.h"
 #include "reference/fft/transform_1d.h"
 #include "reference/fft/transpose.h"
 #include "support/compare.h"

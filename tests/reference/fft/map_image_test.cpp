@@ -1,10 +1,9 @@
 // The reference's mappings against values worked out by hand.
-#include "reference/fft/map_image.h"
-
 #include <gtest/gtest.h>
 
 #include <numbers>
 
+#include "reference/fft/map_image.h"
 #include "reference/fft/truncate.h"
 
 namespace {

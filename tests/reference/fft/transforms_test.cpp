@@ -1,10 +1,9 @@
 // The reference transforms are tested before they judge others.
-#include "reference/fft/transforms.h"
-
 #include <gtest/gtest.h>
 
 #include <cmath>
 
+#include "reference/fft/transforms.h"
 #include "support/compare.h"
 #include "support/random_planes.h"
 

@@ -1,12 +1,11 @@
 // The reference's lobes against values worked out by hand.
-#include "reference/freqfilt/lobe.h"
-
 #include <gtest/gtest.h>
 
 #include <cmath>
 #include <numbers>
 
 #include "reference/freqfilt/access.h"
+#include "reference/freqfilt/lobe.h"
 #include "support/random_planes.h"
 
 namespace {

@@ -1,9 +1,8 @@
 // The reference's rings against values worked out by hand.
-#include "reference/freqfilt/ring.h"
-
 #include <gtest/gtest.h>
 
 #include "reference/freqfilt/access.h"
+#include "reference/freqfilt/ring.h"
 #include "support/random_planes.h"
 
 namespace {

@@ -1,5 +1,6 @@
 // The rows outside a band: are they zero, and what becomes of them if not.
 #include <filt/fft/internal/kernel/row_band.h>
+
 #include <bit>
 #include <cstddef>
 #include <cstdint>

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <filt/fft/internal/kernel/work.h>
+
 #include <cstddef>
 #include <vector>
 

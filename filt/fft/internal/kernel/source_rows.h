@@ -3,6 +3,7 @@
 
 #include <filt/fft/internal/kernel/transform.h>
 #include <filt/fft/internal/kernel/work.h>
+
 #include <algorithm>
 
 namespace mvi {

@@ -1,5 +1,6 @@
 // Memory and polls of a transform.
 #include <filt/fft/internal/kernel/work.h>
+
 #include <new>
 
 namespace mvi {

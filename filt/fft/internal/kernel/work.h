@@ -5,6 +5,7 @@
 #include <filt/fft/internal/kernel/path.h>
 #include <filt/fft/internal/kernel/row_band.h>
 #include <filt/platform.h>
+
 #include <algorithm>
 #include <cstddef>
 #include <memory>

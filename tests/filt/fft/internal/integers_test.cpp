@@ -1,5 +1,6 @@
 // Floating values and wide integers that become narrow integers.
 #include <filt/fft/internal/integers.h>
+
 #include <gtest/gtest.h>
 
 namespace {

@@ -1,6 +1,7 @@
 // Rows written on demand, columns taken as they are finished, planes that are not kept: the bits of
 // the transform of a whole plane, on every path.
 #include <filt/fft/internal/kernel/transform.h>
+
 #include <gtest/gtest.h>
 
 #include <algorithm>

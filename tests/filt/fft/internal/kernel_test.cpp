@@ -2,6 +2,7 @@
 //
 // Under a sanitizer planes above support::kLargestArea elements are left to the other builds.
 #include <filt/fft/internal/kernel.h>
+
 #include <gtest/gtest.h>
 
 #include <algorithm>

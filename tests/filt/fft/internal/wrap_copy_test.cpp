@@ -1,5 +1,6 @@
 // The periodic placement of one image in another.
 #include <filt/fft/internal/wrap_copy.h>
+
 #include <gtest/gtest.h>
 
 #include <vector>

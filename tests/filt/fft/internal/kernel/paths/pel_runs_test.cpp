@@ -1,5 +1,6 @@
 // Conversions between pels and elements: their definition, one value at a time, on every path.
 #include <filt/fft/internal/kernel/path.h>
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
