@@ -75,10 +75,10 @@ void mvArchive::bytes(unsigned char* data, std::size_t size) {
 }
 
 void mvArchive::floats(float* values, std::size_t count) {
-    constexpr std::size_t step = 4096;
-    unsigned char raw[step * sizeof(float)];
+    constexpr std::size_t kStep = 4096;
+    unsigned char raw[kStep * sizeof(float)];
     for (std::size_t done = 0; done < count;) {
-        const std::size_t part = std::min(step, count - done);
+        const std::size_t part = std::min(kStep, count - done);
         float* const first = values + done;
         for (std::size_t i = 0; out_ && i < part; ++i) {
             toLittleEndian(std::bit_cast<std::uint32_t>(first[i]), raw + 4 * i);
@@ -138,11 +138,11 @@ mvArchive& operator||(mvArchive& ar, std::string& value) {
         return ar;
     }
     // The length is only believed as far as its bytes arrive.
-    constexpr std::size_t step = 65536;
+    constexpr std::size_t kStep = 65536;
     std::string loaded;
     while (loaded.size() < length) {
         const std::size_t done = loaded.size();
-        loaded.resize(done + std::min<std::size_t>(step, length - done));
+        loaded.resize(done + std::min<std::size_t>(kStep, length - done));
         ar.bytes(reinterpret_cast<unsigned char*>(loaded.data()) + done, loaded.size() - done);
     }
     value = std::move(loaded);

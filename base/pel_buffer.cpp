@@ -9,11 +9,11 @@
 
 namespace {
 
-constexpr auto largestBlock = static_cast<std::size_t>(PTRDIFF_MAX);
+constexpr auto kLargestBlock = static_cast<std::size_t>(PTRDIFF_MAX);
 
 void checkSides(long width, long height) {
-    constexpr std::int64_t largest = std::numeric_limits<std::int32_t>::max();
-    if (width < 1 || height < 1 || width > largest || height > largest) {
+    constexpr std::int64_t kLargest = std::numeric_limits<std::int32_t>::max();
+    if (width < 1 || height < 1 || width > kLargest || height > kLargest) {
         throw mvExceptionWithString("The sides of a pel buffer must be from 1 to 2147483647.");
     }
 }
@@ -68,10 +68,10 @@ void mv_PelBuffer::allocate(long width, long height, long alignment, std::size_t
     const std::size_t start = std::max(static_cast<std::size_t>(alignment), pelSize & -pelSize);
     const std::size_t step = std::lcm(start, pelSize);
     const auto columns = static_cast<std::size_t>(width), rows = static_cast<std::size_t>(height);
-    if (columns > (largestBlock - step) / pelSize) throwTooLarge();
+    if (columns > (kLargestBlock - step) / pelSize) throwTooLarge();
     // NOLINTNEXTLINE(clang-analyzer-core.DivideZero): no multiple of a size is 0.
     const std::size_t rowBytes = (columns * pelSize + step - 1) / step * step;
-    if (rows > (largestBlock - start) / rowBytes) throwTooLarge();
+    if (rows > (kLargestBlock - start) / rowBytes) throwTooLarge();
     if (!std::in_range<long>(rowBytes / pelSize)) throwTooLarge();
 
     std::size_t space = rows * rowBytes + start;
@@ -90,7 +90,7 @@ void mv_PelBuffer::bind(const void* pels, long width, long height, long rowUpdat
     if (rowUpdate < width) {
         throw mvExceptionWithString("The row step of a pel buffer must not be below its width.");
     }
-    const std::size_t rowLimit = largestBlock / pelSize / static_cast<std::size_t>(height);
+    const std::size_t rowLimit = kLargestBlock / pelSize / static_cast<std::size_t>(height);
     if (static_cast<std::size_t>(rowUpdate) > rowLimit) throwTooLarge();
 
     owner_ = std::move(owner);

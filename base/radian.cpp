@@ -5,10 +5,10 @@
 #include <numbers>
 
 mvRadian mvRadian::norm() const noexcept {
-    constexpr double turn = 2 * std::numbers::pi;
-    double folded = std::fmod(radians_, turn);
-    if (folded < 0) folded += turn;
+    constexpr double kTurn = 2 * std::numbers::pi;
+    double folded = std::fmod(radians_, kTurn);
+    if (folded < 0) folded += kTurn;
     // The sum rounds to a full turn for tiny negative angles; fmod keeps the sign of a zero.
-    if (folded == turn || folded == 0) folded = 0;
+    if (folded == kTurn || folded == 0) folded = 0;
     return mvRadian(folded);
 }

@@ -39,8 +39,8 @@ Member find(Fits fits, Member Entry::*member) {
 }
 
 [[noreturn]] void throwUnknown(std::string name) {
-    constexpr std::size_t shown = 200;
-    name.resize(std::min(name.size(), shown));
+    constexpr std::size_t kShown = 200;
+    name.resize(std::min(name.size(), kShown));
     std::replace_if(
         name.begin(), name.end(), [](char c) { return c < ' ' || c > '~'; }, '?');
     throw mvArchive::UnknownClass(("The class " + name + " is not registered.").c_str());

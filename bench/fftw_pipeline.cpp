@@ -55,8 +55,8 @@ class FromImage : public Peer {
     }
 
     static T pelOf(float magnitude) {
-        constexpr float full = std::numeric_limits<T>::max();
-        return static_cast<T>(static_cast<int>(std::min(magnitude + 0.5f, full)));
+        constexpr float kFull = std::numeric_limits<T>::max();
+        return static_cast<T>(static_cast<int>(std::min(magnitude + 0.5f, kFull)));
     }
 
     Size image_, padded_;

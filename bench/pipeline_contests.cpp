@@ -14,12 +14,12 @@ constexpr double kAllowedDifference = 1;
 
 template <class T>
 void holdPipeline(const char* group, const Pipeline& work, const Settings& settings) {
-    constexpr unsigned top = std::numeric_limits<T>::max();
+    constexpr unsigned kTop = std::numeric_limits<T>::max();
     Contest contest{group,      nameOf(work.kind),
-                    work.image, randomPels(work.image.count(), top),
+                    work.image, randomPels(work.image.count(), kTop),
                     {},         largestDifference(kAllowedDifference),
                     {}};
-    contest.expected = expectedPels(contest.input, work, static_cast<float>(top));
+    contest.expected = expectedPels(contest.input, work, static_cast<float>(kTop));
     contest.peers.push_back(mvfreqPipeline<T>(work));
     for (const auto& build : fftwBuilds(settings)) addFftwPipelines<T>(contest.peers, work, build);
 #ifdef MVFREQ_BENCH_OPENCV

@@ -96,22 +96,22 @@ void compareFirstCalls(const Settings& settings) {
 
 void measureMemory(const Settings& settings) {
     if (!isWanted(settings, "memory")) return;
-    constexpr long side = 2048;
+    constexpr long kSide = 2048;
     const auto numbers = inNewProcess(1, [] {
         mvPelBuffer<unsigned char> small(64, 64);
         filterInPlace(64, small);
         std::ofstream("/proc/self/clear_refs") << 5;
         const double before = kilobytesOf("VmRSS");
-        mvPelBuffer<unsigned char> image(side, side);
+        mvPelBuffer<unsigned char> image(kSide, kSide);
         mfPelSet_U8(image, 100);
-        filterInPlace(side, image);
+        filterInPlace(kSide, image);
         return std::vector<double>{(kilobytesOf("VmHWM") - before) * 1024};
     });
-    const double planeAndImages = side * side * (8 + 2);
+    const double planeAndImages = kSide * kSide * (8 + 2);
     std::printf(
         "memory of the in-place 8-bit pipeline, 2048x2048: %.2f MiB beyond plane and images\n",
         (numbers[0] - planeAndImages) / 1048576);
-    record(settings, "memory", "bytes beyond plane and images", {side, side}, "mvfreq",
+    record(settings, "memory", "bytes beyond plane and images", {kSide, kSide}, "mvfreq",
            {numbers[0] - planeAndImages});
 }
 

@@ -8,9 +8,9 @@
 
 namespace {
 
-constexpr unsigned char white = 255, black = 0;
-constexpr long leastSide = 256;
-constexpr char unit[] = "cycles per pixel";
+constexpr unsigned char kWhite = 255, kBlack = 0;
+constexpr long kLeastSide = 256;
+constexpr char kUnit[] = "cycles per pixel";
 
 using Canvas = mvPelBuffer<unsigned char>;
 
@@ -58,12 +58,12 @@ class Plot {
     explicit Plot(const mvPelBuffer_const<unsigned char>& plane) : Plot(plane, longer(plane)) {}
 
     Canvas draw(const mvPelBuffer_const<unsigned char>& plane) const {
-        fill(canvas_, 0, 0, canvas_.width(), canvas_.height(), white);
-        fill(canvas_, left_ - 1, top_ - 1, across_.length() + 2, down_.length() + 2, black);
+        fill(canvas_, 0, 0, canvas_.width(), canvas_.height(), kWhite);
+        fill(canvas_, left_ - 1, top_ - 1, across_.length() + 2, down_.length() + 2, kBlack);
         drawPlane(plane);
         drawAcross();
         drawDown();
-        drawText(unit, (canvas_.width() - textWidth(unit, letter_)) / 2,
+        drawText(kUnit, (canvas_.width() - textWidth(kUnit, letter_)) / 2,
                  canvas_.height() - 9 * letter_);
         return canvas_;
     }
@@ -73,10 +73,10 @@ class Plot {
         : letter_(std::max(side / 512, 1l)),
           left_(34 * letter_),
           top_(6 * letter_),
-          across_{plane.width(), std::max(leastSide / side, 1l)},
+          across_{plane.width(), std::max(kLeastSide / side, 1l)},
           down_{plane.height(), across_.zoom},
           canvas_(std::max(left_ + across_.length() + 16 * letter_,
-                           textWidth(unit, letter_) + 4 * letter_),
+                           textWidth(kUnit, letter_) + 4 * letter_),
                   top_ + std::max(down_.length(), 4 * letter_) + 28 * letter_) {}
 
     static long longer(const mv_PelBuffer& plane) {
@@ -114,7 +114,7 @@ class Plot {
     }
 
     void tick(long x, long y, long width, long height) const {
-        fill(canvas_, x, y, width, height, black);
+        fill(canvas_, x, y, width, height, kBlack);
     }
 
     void drawText(const std::string& text, long x, long y) const {

@@ -44,13 +44,13 @@ struct Radius {
 };
 
 template <class Filter>
-constexpr const char* radiusHelp =
+constexpr const char* kRadiusHelp =
     "Keep DC (the mean) and n - 1 bins around it; 0 (default): nothing";
 template <>
-constexpr const char* radiusHelp<mvFrequencyFilterBandPass> =
+constexpr const char* kRadiusHelp<mvFrequencyFilterBandPass> =
     "Clear DC (the mean) and n - 1 bins around it; 0 (default): nothing";
 template <>
-constexpr const char* radiusHelp<mvFrequencyFilterGabor> = radiusHelp<mvFrequencyFilterBandPass>;
+constexpr const char* kRadiusHelp<mvFrequencyFilterGabor> = kRadiusHelp<mvFrequencyFilterBandPass>;
 
 template <class Filter>
 struct RingCommand : FilterCommand {
@@ -61,7 +61,7 @@ struct RingCommand : FilterCommand {
         command.add_option("--frequency", frequency, "Radius of the ring, 0 to 0.5")->required();
         command.add_option("--sigma", sigma, "Width of its Gaussian flanks")->required();
         command.add_option("--plateau", plateau, "Half-width of its flat top");
-        radius.addTo(command, radiusHelp<Filter>);
+        radius.addTo(command, kRadiusHelp<Filter>);
     }
 
     MakeFilter makeFilter() const override {
@@ -86,7 +86,7 @@ struct LobeCommand : FilterCommand {
         command.add_option("--sigma-across", sigmaAcross, "Across it; else the same");
         command.add_option("--plateau", plateau, "Half-size of its flat top along the direction");
         command.add_option("--plateau-across", plateauAcross, "Across it; else the same");
-        radius.addTo(command, radiusHelp<Filter>);
+        radius.addTo(command, kRadiusHelp<Filter>);
     }
 
     MakeFilter makeFilter() const override {

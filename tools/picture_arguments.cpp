@@ -10,10 +10,10 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr char noInput[] = "input is required (mvfreq --help tells more)";
+constexpr char kNoInput[] = "input is required (mvfreq --help tells more)";
 
 PictureFiles single(const std::vector<std::string>& names) {
-    if (names.empty()) throw BadArgument(noInput);
+    if (names.empty()) throw BadArgument(kNoInput);
     if (names.size() == 1)
         throw BadArgument("output is required, or --out-dir (mvfreq --help tells more)");
     if (names.size() > 2) throw BadArgument(names[2] + ": more than one input needs --out-dir");
@@ -43,7 +43,7 @@ void requireRoom(const std::vector<PictureFiles>& files) {
 std::vector<PictureFiles> PictureArguments::files() const {
     if (!outDir) return {single(names)};
     if (outDir->empty()) throw BadArgument("--out-dir: the name of a folder is missing");
-    if (names.empty()) throw BadArgument(noInput);
+    if (names.empty()) throw BadArgument(kNoInput);
     std::vector<PictureFiles> files;
     for (const std::string& name : names) files.push_back({name, inFolder(*outDir, name)});
     requireRoom(files);

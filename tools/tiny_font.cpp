@@ -5,16 +5,16 @@
 
 namespace {
 
-constexpr long columns = 5, rows = 9;
+constexpr long kColumns = 5, kRows = 9;
 
 // A row is five bits, the leftmost pel the highest one. The last two rows are below the line; where
 // they are not given they are blank.
 struct Letter {
     char character;
-    std::array<unsigned char, rows> bits;
+    std::array<unsigned char, kRows> bits;
 };
 
-constexpr Letter letters[] = {
+constexpr Letter kLetters[] = {
     {'0', {0b01110, 0b10001, 0b10011, 0b10101, 0b11001, 0b10001, 0b01110}},
     {'1', {0b00100, 0b01100, 0b00100, 0b00100, 0b00100, 0b00100, 0b01110}},
     {'2', {0b01110, 0b10001, 0b00001, 0b00110, 0b01000, 0b10000, 0b11111}},
@@ -35,11 +35,11 @@ constexpr Letter letters[] = {
 };
 
 void draw(const Letter& letter, const mvPelBuffer<unsigned char>& canvas, long scale) {
-    for (long y = 0; y < rows * scale; ++y) {
+    for (long y = 0; y < kRows * scale; ++y) {
         unsigned char* pels = canvas.pointToRow(y);
         const unsigned row = letter.bits[static_cast<std::size_t>(y / scale)];
-        for (long x = 0; x < columns * scale; ++x)
-            if (row >> (columns - 1 - x / scale) & 1) pels[x] = 0;
+        for (long x = 0; x < kColumns * scale; ++x)
+            if (row >> (kColumns - 1 - x / scale) & 1) pels[x] = 0;
     }
 }
 
@@ -48,9 +48,9 @@ void draw(const Letter& letter, const mvPelBuffer<unsigned char>& canvas, long s
 void writeText(const mvPelBuffer<unsigned char>& canvas, std::string_view text, long x, long y,
                long scale) {
     for (const char character : text) {
-        for (const Letter& letter : letters)
+        for (const Letter& letter : kLetters)
             if (letter.character == character)
-                draw(letter, canvas.window(x, y, columns * scale, rows * scale), scale);
-        x += (columns + 1) * scale;
+                draw(letter, canvas.window(x, y, kColumns * scale, kRows * scale), scale);
+        x += (kColumns + 1) * scale;
     }
 }

@@ -11,12 +11,13 @@ namespace {
 // fewer floats; larger ones are no plane of ours and must bring all of theirs.
 mvFloatArray loadPlane(mvi::LoadedFloats floats, std::int32_t width, std::int32_t height) {
     if (width < 0 || height < 0) throw mvArchive::BadValue("A size of the archive is negative.");
-    constexpr std::size_t side = mvi::BufferAccess::kLargestSide;
+    constexpr std::size_t kSide = mvi::BufferAccess::kLargestSide;
     const std::size_t needed =
         2 * static_cast<std::size_t>(width) * static_cast<std::size_t>(height);
     const bool ordinary =
         width <= mvi::BufferAccess::kLargestSide && height <= mvi::BufferAccess::kLargestSide;
-    mvi::padFloats(floats, needed, mvi::BufferAccess::kSlackFloats, ordinary ? 2 * side * side : 0);
+    mvi::padFloats(floats, needed, mvi::BufferAccess::kSlackFloats,
+                   ordinary ? 2 * kSide * kSide : 0);
     return std::move(floats.values);
 }
 

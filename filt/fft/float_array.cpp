@@ -28,8 +28,8 @@ void mvFloatArray::resize(std::size_t size) {
         size_ = size;
         return;
     }
-    constexpr std::size_t most = std::numeric_limits<std::size_t>::max() / sizeof(float);
-    if (size > most - kAlignment) throw std::bad_alloc();
+    constexpr std::size_t kMost = std::numeric_limits<std::size_t>::max() / sizeof(float);
+    if (size > kMost - kAlignment) throw std::bad_alloc();
     void* const block = std::calloc(size * sizeof(float) + kAlignment, 1);
     if (block == nullptr) throw std::bad_alloc();
     float* const first = alignUp(block);

@@ -41,9 +41,9 @@ int statusOf(const py::object& answer) {
     if (!PyLong_Check(answer.ptr())) return py::bool_(answer) ? 1 : 0;
     int overflow = 0;
     const long status = PyLong_AsLongAndOverflow(answer.ptr(), &overflow);
-    constexpr int least = std::numeric_limits<int>::min(), most = std::numeric_limits<int>::max();
-    if (overflow < 0 || status < least) return least;
-    if (overflow > 0 || status > most) return most;
+    constexpr int kLeast = std::numeric_limits<int>::min(), kMost = std::numeric_limits<int>::max();
+    if (overflow < 0 || status < kLeast) return kLeast;
+    if (overflow > 0 || status > kMost) return kMost;
     return static_cast<int>(status);
 }
 

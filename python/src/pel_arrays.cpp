@@ -32,13 +32,13 @@ std::shared_ptr<void> ownerOf(py::object object) {
 // The step from row to row in pels, or 0 when the memory is not laid out in rows of pels.
 template <class T>
 long rowStep(const py::array& array) {
-    constexpr auto size = static_cast<py::ssize_t>(sizeof(T));
+    constexpr auto kSize = static_cast<py::ssize_t>(sizeof(T));
     const py::ssize_t height = array.shape(0), width = array.shape(1);
     const bool aligned = reinterpret_cast<std::uintptr_t>(array.data()) % alignof(T) == 0;
-    if (!aligned || (width > 1 && array.strides(1) != size)) return 0;
+    if (!aligned || (width > 1 && array.strides(1) != kSize)) return 0;
     if (height <= 1) return width;
     const py::ssize_t step = array.strides(0);
-    return step % size == 0 && step / size >= width ? step / size : 0;
+    return step % kSize == 0 && step / kSize >= width ? step / kSize : 0;
 }
 
 // An empty array has no rows to step; the pel buffer itself refuses it.
@@ -88,9 +88,9 @@ py::array arrayOf(const mvPelBuffer<T>& pels, bool writable) {
     const py::capsule owner(kept.get(),
                             [](void* pointer) { delete static_cast<mvPelBuffer<T>*>(pointer); });
     kept.release();
-    constexpr auto size = static_cast<py::ssize_t>(sizeof(T));
+    constexpr auto kSize = static_cast<py::ssize_t>(sizeof(T));
     py::array array(py::dtype::of<T>(), {pels.height(), pels.width()},
-                    {size * pels.rowUpdate(), size}, pels.pointToOffset(), owner);
+                    {kSize * pels.rowUpdate(), kSize}, pels.pointToOffset(), owner);
     if (!writable) array.attr("setflags")(py::arg("write") = false);
     return array;
 }

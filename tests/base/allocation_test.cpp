@@ -182,13 +182,13 @@ TEST(Allocation, FollowsTheBytesAndNotTheLengthOfAnArchive) {
 }
 
 TEST(Allocation, ForALongTextStaysWithinAFewTimesItsBytes) {
-    constexpr std::size_t length = 10 << 20;
-    std::istringstream in(std::string{"\0\0\xa0\0", 4} + std::string(length, 'x'));
+    constexpr std::size_t kLength = 10 << 20;
+    std::istringstream in(std::string{"\0\0\xa0\0", 4} + std::string(kLength, 'x'));
     mvArchive ar(in);
     std::string text;
     armedCall(0, [&] { ar || text; });
-    EXPECT_EQ(text.size(), length);
-    EXPECT_LE(largest, 2 * length + 1);
+    EXPECT_EQ(text.size(), kLength);
+    EXPECT_LE(largest, 2 * kLength + 1);
 }
 
 }  // namespace

@@ -115,9 +115,9 @@ std::unique_ptr<Node> chain(int length) {
     return head;
 }
 
-const std::string newNode = "\1\x0b\0\0\0graph::Node"s;
-const std::string newLink = "\1\x0b\0\0\0graph::Link"s;
-const std::string null = "\0"s;
+const std::string kNewNode = "\1\x0b\0\0\0graph::Node"s;
+const std::string kNewLink = "\1\x0b\0\0\0graph::Link"s;
+const std::string kNull = "\0"s;
 
 TEST(ArchiveObjects, AreWrittenOncePerArchive) {
     Node node(5);
@@ -168,7 +168,7 @@ TEST(ArchiveObjects, AtTheAddressOfADestroyedOneAreNew) {
         Node* pointer = &slot.emplace(3);
         ar || pointer;
     });
-    EXPECT_EQ(bytes, "\0\1\0\0\0"s + "\0\2\0\0\0"s + newNode + "\0\3\0\0\0"s);
+    EXPECT_EQ(bytes, "\0\1\0\0\0"s + "\0\2\0\0\0"s + kNewNode + "\0\3\0\0\0"s);
     Loading loading(bytes);
     for (const long expected : {1, 2}) {
         loading.archive() || slot.emplace(0);
@@ -182,7 +182,7 @@ TEST(ArchivePointer, HasTheDocumentedBytes) {
     mvPersistent* pointer = &node;
     mvPersistent* none = nullptr;
     EXPECT_EQ(storedBy([&](mvArchive& ar) { ar || none || pointer || pointer; }),
-              null + newNode + "\0\5\0\0\0"s + "\2\0\0\0\0"s);
+              kNull + kNewNode + "\0\5\0\0\0"s + "\2\0\0\0\0"s);
 }
 
 TEST(ArchivePointer, RefersToObjectsInTheOrderInWhichTheArchiveMetThem) {
@@ -193,7 +193,7 @@ TEST(ArchivePointer, RefersToObjectsInTheOrderInWhichTheArchiveMetThem) {
             ar || first || second || first;
             for (mvPersistent*& pointer : pointers) ar || pointer;
         }),
-        "\0\0\0\0\0"s + "\0\0\0\0\0"s + newNode + "\0\0\0\0\0"s + "\2\1\0\0\0"s + "\2\0\0\0\0"s);
+        "\0\0\0\0\0"s + "\0\0\0\0\0"s + kNewNode + "\0\0\0\0\0"s + "\2\1\0\0\0"s + "\2\0\0\0\0"s);
 }
 
 TEST(ArchivePointer, LoadsSharedObjectsOnce) {
@@ -221,7 +221,7 @@ TEST(ArchivePointer, LoadsCircles) {
     a.target = &b;
     b.target = &a;
     const std::string bytes = storedPointer(&a);
-    EXPECT_EQ(bytes, newLink + newLink + "\2\0\0\0\0"s);
+    EXPECT_EQ(bytes, kNewLink + kNewLink + "\2\0\0\0\0"s);
     const std::unique_ptr<Link> first = mfLoad<Link>(Loading(bytes).archive());
     const std::unique_ptr<mvPersistent> second(first->target);
     EXPECT_EQ(dynamic_cast<Link&>(*second).target, first.get());
@@ -274,7 +274,7 @@ TEST(ArchivePointer, OfADerivedClassAcceptsThatClassOnly) {
     Loading(storedPointer(&node)).archive() || loaded;
     ASSERT_NE(loaded, nullptr);
     EXPECT_EQ(std::unique_ptr<Node>(loaded)->value, 5);
-    Loading(null).archive() || loaded;
+    Loading(kNull).archive() || loaded;
     EXPECT_EQ(loaded, nullptr);
 }
 
@@ -282,7 +282,7 @@ TEST(Load, GivesTheObjectOrNull) {
     Node node(5);
     EXPECT_EQ(mfLoad<Node>(Loading(storedPointer(&node)).archive())->value, 5);
     EXPECT_NE(mfLoad<mvPersistent>(Loading(storedPointer(&node)).archive()), nullptr);
-    EXPECT_EQ(mfLoad<Node>(Loading(null).archive()), nullptr);
+    EXPECT_EQ(mfLoad<Node>(Loading(kNull).archive()), nullptr);
 }
 
 TEST(Load, RefusesAnObjectOfAnotherClass) {
@@ -306,7 +306,7 @@ TEST(Load, NeedsAnArchiveOfItsMode) {
     std::unique_ptr<mvPersistent> owner;
     EXPECT_THROW(storing.loadPointer(owner), mvArchive::BadValue);
     Node node;
-    EXPECT_THROW(Loading(null).archive().storePointer(&node), mvArchive::BadValue);
+    EXPECT_THROW(Loading(kNull).archive().storePointer(&node), mvArchive::BadValue);
     EXPECT_EQ(out.str(), "");
 }
 
@@ -352,7 +352,7 @@ TEST(ArchiveObjects, NestNoDeeperThanTheLimit) {
         EXPECT_THROW(ar || pointer, mvArchive::BadValue);
     });
     std::string hostile;
-    for (int i = 0; i < 100000; ++i) hostile += newNode;
+    for (int i = 0; i < 100000; ++i) hostile += kNewNode;
     const int before = Node::alive;
     EXPECT_THROW(mfLoad<Node>(Loading(hostile).archive()), mvArchive::BadValue);
     EXPECT_EQ(Node::alive, before);
@@ -360,13 +360,13 @@ TEST(ArchiveObjects, NestNoDeeperThanTheLimit) {
 
 TEST(ArchiveObjects, MayNestAgainAfterAFailure) {
     std::string bytes;
-    for (int i = 0; i < 300; ++i) bytes += newNode;
-    bytes.resize(newNode.size() * (mvArchive::maxDepth + 1));
+    for (int i = 0; i < 300; ++i) bytes += kNewNode;
+    bytes.resize(kNewNode.size() * (mvArchive::maxDepth + 1));
     std::istringstream in(bytes);
     mvArchive ar(in);
     EXPECT_THROW(mfLoad<Node>(ar), mvArchive::BadValue);
     in.clear();
-    in.str(newNode + null + "\5\0\0\0"s);
+    in.str(kNewNode + kNull + "\5\0\0\0"s);
     EXPECT_EQ(mfLoad<Node>(ar)->value, 5);
 }
 

@@ -30,7 +30,7 @@ mv2XformCache cacheOf(const mvXform<2>& xform) {
     return cache;
 }
 
-const char* const someXformBytes =
+const char* const kSomeXformBytes =
     "00 00 00 00 00 00 f0 3f 00 00 00 00 00 00 00 c0 00 00 00 00 00 00 e0 3f "
     "00 00 00 00 00 00 10 40 00 00 00 00 00 00 14 40 00 00 00 00 00 00 00 80";
 
@@ -58,9 +58,9 @@ TEST(Archive, HasFixedLittleEndianBytes) {
         {bytesOf(-0.1), "9a 99 99 99 99 99 b9 bf"},
         {bytesOf("hey"s), "03 00 00 00 68 65 79"},
         {bytesOf(""s), "00 00 00 00"},
-        {bytesOf(someXform()), someXformBytes},
+        {bytesOf(someXform()), kSomeXformBytes},
         {bytesOf(mv2XformCache()), "00"},
-        {bytesOf(cacheOf(someXform())), "01 "s + someXformBytes},
+        {bytesOf(cacheOf(someXform())), "01 "s + kSomeXformBytes},
     };
     for (const Golden& golden : cases) EXPECT_EQ(hex(golden.stored), golden.bytes);
 }

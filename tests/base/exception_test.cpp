@@ -23,18 +23,18 @@ std::string printed(const E& exception) {
 }
 
 template <class E>
-constexpr bool copiesWithoutThrowing =
+constexpr bool kCopiesWithoutThrowing =
     std::is_nothrow_copy_constructible_v<E>&& std::is_nothrow_move_constructible_v<E>&&
         std::is_nothrow_copy_assignable_v<E>&& std::is_nothrow_move_assignable_v<E>;
 
-static_assert(copiesWithoutThrowing<mvException>);
-static_assert(copiesWithoutThrowing<mvExceptionWithString>);
-static_assert(copiesWithoutThrowing<mvStatusException>);
-static_assert(copiesWithoutThrowing<mvArchive::UnknownVersion>);
-static_assert(copiesWithoutThrowing<mvArchive::Truncated>);
-static_assert(copiesWithoutThrowing<mvArchive::BadValue>);
-static_assert(copiesWithoutThrowing<mvArchive::UnknownClass>);
-static_assert(copiesWithoutThrowing<mvArchive::WriteFailed>);
+static_assert(kCopiesWithoutThrowing<mvException>);
+static_assert(kCopiesWithoutThrowing<mvExceptionWithString>);
+static_assert(kCopiesWithoutThrowing<mvStatusException>);
+static_assert(kCopiesWithoutThrowing<mvArchive::UnknownVersion>);
+static_assert(kCopiesWithoutThrowing<mvArchive::Truncated>);
+static_assert(kCopiesWithoutThrowing<mvArchive::BadValue>);
+static_assert(kCopiesWithoutThrowing<mvArchive::UnknownClass>);
+static_assert(kCopiesWithoutThrowing<mvArchive::WriteFailed>);
 
 TEST(Exception, IsCaughtAsEachOfItsBases) {
     EXPECT_THROW(throw mvExceptionWithString("x"), mvExceptionWithString);

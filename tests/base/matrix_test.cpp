@@ -105,10 +105,10 @@ TEST(Matrix, InvertsVeryLargeAndVerySmallScales) {
 }
 
 TEST(Matrix, WithoutAnInverseIsRefused) {
-    constexpr double infinity = std::numeric_limits<double>::infinity();
-    const mvMatrix<2> cases[] = {{0, 0, 0, 0},        {1, 2, 2, 4},     {0, 1, 0, 1},
-                                 {1, 1, 0, 0},        {1, 0, 0, NAN},   {NAN, 0, 0, 1},
-                                 {infinity, 0, 0, 1}, {5e-324, 0, 0, 1}};
+    constexpr double kInfinity = std::numeric_limits<double>::infinity();
+    const mvMatrix<2> cases[] = {{0, 0, 0, 0},         {1, 2, 2, 4},     {0, 1, 0, 1},
+                                 {1, 1, 0, 0},         {1, 0, 0, NAN},   {NAN, 0, 0, 1},
+                                 {kInfinity, 0, 0, 1}, {5e-324, 0, 0, 1}};
     for (const mvMatrix<2>& m : cases) EXPECT_THROW(m.inverse(), mvException);
 }
 

@@ -107,16 +107,17 @@ TYPED_TEST(PelBuffer, RefusesBadSidesAndAlignments) {
 }
 
 TEST(PelBufferSize, BeyondAllMemoryIsRefused) {
-    constexpr long largest = std::numeric_limits<std::int32_t>::max();
-    EXPECT_THROW(mvPelBuffer<double>(largest, largest), mvExceptionWithString);
-    EXPECT_THROW((mvPelBuffer<std::array<double, 1024>>(largest, largest)), mvExceptionWithString);
+    constexpr long kLargest = std::numeric_limits<std::int32_t>::max();
+    EXPECT_THROW(mvPelBuffer<double>(kLargest, kLargest), mvExceptionWithString);
+    EXPECT_THROW((mvPelBuffer<std::array<double, 1024>>(kLargest, kLargest)),
+                 mvExceptionWithString);
 }
 
 TEST(PelBufferSize, BeyondFreeMemoryIsABadAllocation) {
     if (support::kSanitized) GTEST_SKIP() << "sanitizers abort on impossible allocations";
-    constexpr long largest = std::numeric_limits<std::int32_t>::max();
-    EXPECT_THROW(mvPelBuffer<unsigned char>(largest, largest), std::bad_alloc);
-    EXPECT_THROW(mvPelBuffer<unsigned char>(1, largest, 65536), std::bad_alloc);
+    constexpr long kLargest = std::numeric_limits<std::int32_t>::max();
+    EXPECT_THROW(mvPelBuffer<unsigned char>(kLargest, kLargest), std::bad_alloc);
+    EXPECT_THROW(mvPelBuffer<unsigned char>(1, kLargest, 65536), std::bad_alloc);
 }
 
 TEST(PelBufferOffset, IsHeldToTheNearest32BitValue) {

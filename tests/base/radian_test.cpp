@@ -10,10 +10,10 @@
 
 namespace {
 
-constexpr double pi = std::numbers::pi;
-constexpr double turn = 2 * pi;
-constexpr double infinity = std::numeric_limits<double>::infinity();
-constexpr double tiny = std::numeric_limits<double>::denorm_min();
+constexpr double kPi = std::numbers::pi;
+constexpr double kTurn = 2 * kPi;
+constexpr double kInfinity = std::numeric_limits<double>::infinity();
+constexpr double kTiny = std::numeric_limits<double>::denorm_min();
 
 template <class T>
 struct Pair : testing::Test {};
@@ -34,7 +34,7 @@ TYPED_TEST(Pair, ComparesBothMembers) {
 }
 
 TEST(Radian, KeepsItsValue) {
-    for (const double value : {0.0, 7.0, -100.0, infinity, turn}) {
+    for (const double value : {0.0, 7.0, -100.0, kInfinity, kTurn}) {
         EXPECT_EQ(mvRadian(value).toDouble(), value);
     }
     EXPECT_TRUE(std::signbit(mvRadian(-0.0).toDouble()));
@@ -44,39 +44,40 @@ TEST(Radian, KeepsItsValue) {
 }
 
 TEST(Radian, NormLeavesOneTurnAsItIs) {
-    for (const double value : {0.0, tiny, 1.0, pi, std::nextafter(turn, 0)}) {
+    for (const double value : {0.0, kTiny, 1.0, kPi, std::nextafter(kTurn, 0)}) {
         EXPECT_EQ(mvRadian(value).norm().toDouble(), value);
     }
 }
 
 TEST(Radian, NormFoldsIntoOneTurn) {
-    EXPECT_EQ(mvRadian(-1).norm().toDouble(), turn - 1);
-    EXPECT_EQ(mvRadian(-pi).norm().toDouble(), pi);
-    EXPECT_EQ(mvRadian(turn + 1).norm().toDouble(), (turn + 1) - turn);
-    EXPECT_EQ(mvRadian(-3 * turn - 0.5).norm().toDouble(), std::fmod(-3 * turn - 0.5, turn) + turn);
+    EXPECT_EQ(mvRadian(-1).norm().toDouble(), kTurn - 1);
+    EXPECT_EQ(mvRadian(-kPi).norm().toDouble(), kPi);
+    EXPECT_EQ(mvRadian(kTurn + 1).norm().toDouble(), (kTurn + 1) - kTurn);
+    EXPECT_EQ(mvRadian(-3 * kTurn - 0.5).norm().toDouble(),
+              std::fmod(-3 * kTurn - 0.5, kTurn) + kTurn);
 }
 
 TEST(Radian, NormIsNeverAFullTurnNorNegative) {
-    double values[] = {turn,   -turn,  5 * turn, -tiny, -1e-300,
-                       -1e-17, -1e-16, -4e-16,   1e300, -1e300};
+    double values[] = {kTurn,  -kTurn, 5 * kTurn, -kTiny, -1e-300,
+                       -1e-17, -1e-16, -4e-16,    1e300,  -1e300};
     for (const double value : values) {
         const double folded = mvRadian(value).norm().toDouble();
         EXPECT_GE(folded, 0) << value;
-        EXPECT_LT(folded, turn) << value;
+        EXPECT_LT(folded, kTurn) << value;
         EXPECT_FALSE(std::signbit(folded)) << value;
     }
-    EXPECT_EQ(mvRadian(-tiny).norm().toDouble(), 0);
-    EXPECT_EQ(mvRadian(turn).norm().toDouble(), 0);
+    EXPECT_EQ(mvRadian(-kTiny).norm().toDouble(), 0);
+    EXPECT_EQ(mvRadian(kTurn).norm().toDouble(), 0);
 }
 
 TEST(Radian, NormOfZerosIsPlusZero) {
     EXPECT_FALSE(std::signbit(mvRadian(-0.0).norm().toDouble()));
     EXPECT_FALSE(std::signbit(mvRadian(0.0).norm().toDouble()));
-    EXPECT_FALSE(std::signbit(mvRadian(-turn).norm().toDouble()));
+    EXPECT_FALSE(std::signbit(mvRadian(-kTurn).norm().toDouble()));
 }
 
 TEST(Radian, NormOfWhatHasNoDirectionIsNaN) {
-    for (const double value : {double{NAN}, infinity, -infinity}) {
+    for (const double value : {double{NAN}, kInfinity, -kInfinity}) {
         EXPECT_TRUE(std::isnan(mvRadian(value).norm().toDouble()));
     }
 }
@@ -87,7 +88,7 @@ TEST(Radian, ComparesPlainValues) {
     EXPECT_FALSE(low == high || high < low || low > high || high <= low || low >= high);
     EXPECT_FALSE(none == none || none < low || none > low || none <= none || none >= none);
     EXPECT_TRUE(none != none);
-    EXPECT_NE(mvRadian(0), mvRadian(turn));
+    EXPECT_NE(mvRadian(0), mvRadian(kTurn));
 }
 
 }  // namespace

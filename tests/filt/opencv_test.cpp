@@ -12,18 +12,18 @@
 namespace {
 
 template <class T>
-constexpr int matType = CV_8UC1;
+constexpr int kMatType = CV_8UC1;
 template <>
-constexpr int matType<unsigned short> = CV_16UC1;
+constexpr int kMatType<unsigned short> = CV_16UC1;
 template <>
-constexpr int matType<double> = CV_64FC1;
+constexpr int kMatType<double> = CV_64FC1;
 
 template <class T>
 class Bridge : public ::testing::Test {
   protected:
     // Another value in every pel.
     static cv::Mat frame(int rows, int columns) {
-        cv::Mat matrix(rows, columns, matType<T>);
+        cv::Mat matrix(rows, columns, kMatType<T>);
         for (int y = 0; y < rows; ++y)
             for (int x = 0; x < columns; ++x) matrix.at<T>(y, x) = static_cast<T>(y * columns + x);
         return matrix;
@@ -70,7 +70,7 @@ TYPED_TEST(Bridge, KeepsAMatrixAliveAsLongAsItsViews) {
 
 TYPED_TEST(Bridge, ViewsMemoryThatAMatrixWasGiven) {
     std::vector<TypeParam> memory(6 * 10);
-    const cv::Mat matrix(6, 8, matType<TypeParam>, memory.data(), 10 * sizeof(TypeParam));
+    const cv::Mat matrix(6, 8, kMatType<TypeParam>, memory.data(), 10 * sizeof(TypeParam));
     const auto view = mfPelBufferFromMat<TypeParam>(matrix);
     EXPECT_EQ(view.pointToRow(5), &memory[50]);
     EXPECT_EQ(view.rowUpdate(), 10);
@@ -79,7 +79,7 @@ TYPED_TEST(Bridge, ViewsMemoryThatAMatrixWasGiven) {
 TYPED_TEST(Bridge, MakesAMatrixOfPelsWhereTheyAre) {
     const mvPelBuffer<TypeParam> image(21, 5);
     const cv::Mat matrix = mfMatFromPelBuffer(image);
-    EXPECT_EQ(matrix.type(), matType<TypeParam>);
+    EXPECT_EQ(matrix.type(), kMatType<TypeParam>);
     EXPECT_EQ(matrix.size(), cv::Size(21, 5));
     for (int y = 0; y < 5; ++y) EXPECT_EQ(matrix.ptr<TypeParam>(y), image.pointToRow(y));
     image.pointToRow(2)[20] = 77;
@@ -116,7 +116,7 @@ TYPED_TEST(Bridge, ItsAllocatorMakesNewMatricesAsOpenCVDoes) {
     const cv::MatAllocator* const allocator = matrix.u->currAllocator;
     cv::Mat fresh;
     fresh.allocator = const_cast<cv::MatAllocator*>(allocator);
-    fresh.create(30, 40, matType<TypeParam>);
+    fresh.create(30, 40, kMatType<TypeParam>);
     fresh.setTo(9);
     EXPECT_EQ(fresh.template at<TypeParam>(29, 39), TypeParam(9));
     EXPECT_EQ(fresh.u->currAllocator, cv::Mat::getStdAllocator());
@@ -127,7 +127,7 @@ TYPED_TEST(Bridge, ItsAllocatorMakesNewMatricesAsOpenCVDoes) {
 TYPED_TEST(Bridge, LeavesThePelsAloneWhenTheMatrixTakesAnotherSize) {
     const mvPelBuffer<TypeParam> image(8, 6);
     cv::Mat matrix = mfMatFromPelBuffer(image);
-    matrix.create(30, 40, matType<TypeParam>);
+    matrix.create(30, 40, kMatType<TypeParam>);
     matrix.setTo(9);
     EXPECT_EQ(image.pel(0, 0), TypeParam(0));
     EXPECT_NE(matrix.ptr<TypeParam>(), image.pointToOffset());

@@ -44,13 +44,13 @@ class Loading {
 
 /// Two hexadecimal digits a byte, separated by blanks.
 inline std::string hex(std::string_view bytes) {
-    constexpr char digits[] = "0123456789abcdef";
+    constexpr char kDigits[] = "0123456789abcdef";
     std::string text;
     for (const char c : bytes) {
         const auto byte = static_cast<unsigned char>(c);
         if (!text.empty()) text += ' ';
-        text += digits[byte / 16];
-        text += digits[byte % 16];
+        text += kDigits[byte / 16];
+        text += kDigits[byte % 16];
     }
     return text;
 }

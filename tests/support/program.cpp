@@ -14,8 +14,8 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr char outName[] = ".out";
-constexpr char errName[] = ".err";
+constexpr char kOutName[] = ".out";
+constexpr char kErrName[] = ".err";
 
 fs::path newFolder() {
     std::string name = fs::temp_directory_path() / "mvfreq-test-XXXXXX";
@@ -47,8 +47,8 @@ pid_t ProgramTest::start(const Arguments& arguments, int terminal) const {
     const pid_t process = fork();
     if (process != 0) return process;
     if (chdir(folder_.c_str()) != 0) _exit(126);
-    redirect(STDOUT_FILENO, outName);
-    redirect(STDERR_FILENO, errName);
+    redirect(STDOUT_FILENO, kOutName);
+    redirect(STDERR_FILENO, kErrName);
     if (terminal >= 0) {
         dup2(terminal, STDOUT_FILENO);
         dup2(terminal, STDERR_FILENO);
@@ -61,7 +61,7 @@ Outcome ProgramTest::wait(pid_t process) const {
     int status = 0;
     while (waitpid(process, &status, 0) < 0 && errno == EINTR) continue;
     const int exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-    return {exitCode, contents(outName), contents(errName)};
+    return {exitCode, contents(kOutName), contents(kErrName)};
 }
 
 void ProgramTest::send(pid_t process, int signal) const {
@@ -85,7 +85,7 @@ std::vector<std::string> ProgramTest::files() const {
     std::vector<std::string> names;
     for (const auto& entry : fs::directory_iterator(folder_)) {
         const std::string name = entry.path().filename();
-        if (name != outName && name != errName) names.push_back(name);
+        if (name != kOutName && name != kErrName) names.push_back(name);
     }
     std::sort(names.begin(), names.end());
     return names;

@@ -10,8 +10,8 @@
 
 namespace {
 
-constexpr const char* commands[] = {"bandpass", "bandreject", "gabor", "gaborreject", "convolve",
-                                    "apply",    "spectrum",   "view",  "info"};
+constexpr const char* kCommands[] = {"bandpass", "bandreject", "gabor", "gaborreject", "convolve",
+                                     "apply",    "spectrum",   "view",  "info"};
 
 using CommandLine = ProgramTest;
 
@@ -22,7 +22,7 @@ TEST_F(CommandLine, TellsItsVersion) {
 
 TEST_F(CommandLine, ListsItsCommands) {
     const std::string help = succeed({"--help"}).out;
-    for (const char* command : commands)
+    for (const char* command : kCommands)
         EXPECT_NE(help.find(command), std::string::npos) << command;
 }
 
@@ -115,7 +115,7 @@ TEST_P(Help, GivesAnExampleThatRuns) {
     EXPECT_EQ(std::system(("sh '" + path("example.sh") + "' >/dev/null").c_str()), 0) << example;
 }
 
-INSTANTIATE_TEST_SUITE_P(Commands, Help, ::testing::ValuesIn(commands),
+INSTANTIATE_TEST_SUITE_P(Commands, Help, ::testing::ValuesIn(kCommands),
                          [](const auto& test) { return std::string(test.param); });
 
 }  // namespace

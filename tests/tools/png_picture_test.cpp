@@ -58,15 +58,15 @@ struct Colour {
 };
 
 // 0.299 red + 0.587 green + 0.114 blue, rounded.
-const Colour colours8[] = {{"black", {0, 0, 0}, 0},         {"red", {255, 0, 0}, 76},
-                           {"green", {0, 255, 0}, 150},     {"blue", {0, 0, 255}, 29},
-                           {"white", {255, 255, 255}, 255}, {"grey", {77, 77, 77}, 77},
-                           {"skin", {224, 172, 105}, 180}};
-const Colour colours16[] = {{"red", {65535, 0, 0}, 19595},
-                            {"green", {0, 65535, 0}, 38469},
-                            {"blue", {0, 0, 65535}, 7471},
-                            {"white", {65535, 65535, 65535}, 65535},
-                            {"dark", {1000, 2000, 3000}, 1815}};
+const Colour kColours8[] = {{"black", {0, 0, 0}, 0},         {"red", {255, 0, 0}, 76},
+                            {"green", {0, 255, 0}, 150},     {"blue", {0, 0, 255}, 29},
+                            {"white", {255, 255, 255}, 255}, {"grey", {77, 77, 77}, 77},
+                            {"skin", {224, 172, 105}, 180}};
+const Colour kColours16[] = {{"red", {65535, 0, 0}, 19595},
+                             {"green", {0, 65535, 0}, 38469},
+                             {"blue", {0, 0, 65535}, 7471},
+                             {"white", {65535, 65535, 65535}, 65535},
+                             {"dark", {1000, 2000, 3000}, 1815}};
 
 class ColourTest : public PictureTest {
   protected:
@@ -81,13 +81,13 @@ class ColourTest : public PictureTest {
 };
 
 TEST_F(ColourTest, BecomesGreyByLuma) {
-    for (const Colour& colour : colours8) expectGrey(colour, 8, false);
-    for (const Colour& colour : colours16) expectGrey(colour, 16, false);
+    for (const Colour& colour : kColours8) expectGrey(colour, 8, false);
+    for (const Colour& colour : kColours16) expectGrey(colour, 16, false);
 }
 
 TEST_F(ColourTest, IgnoresAlpha) {
-    for (const Colour& colour : colours8) expectGrey(colour, 8, true);
-    for (const Colour& colour : colours16) expectGrey(colour, 16, true);
+    for (const Colour& colour : kColours8) expectGrey(colour, 8, true);
+    for (const Colour& colour : kColours16) expectGrey(colour, 16, true);
 }
 
 TEST_F(PictureTest, ReadsPalettes) {

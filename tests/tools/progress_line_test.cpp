@@ -50,10 +50,10 @@ class Progress : public ProgramTest {
     int other_ = -1;
 };
 
-const Arguments single{"bandpass", "--frequency", "0.1", "--sigma", "0.05", "pipe.png", "out.png"};
+const Arguments kSingle{"bandpass", "--frequency", "0.1", "--sigma", "0.05", "pipe.png", "out.png"};
 
 TEST_F(Progress, IsShownAfterASecondAndTakenAway) {
-    const std::string text = shown(single, 1'050'000);
+    const std::string text = shown(kSingle, 1'050'000);
     EXPECT_NE(text.find("\r\033[Kmvfreq: working, "), std::string::npos) << text;
     EXPECT_NE(text.find("Ctrl-C stops\r\033[K"), std::string::npos) << text;
     EXPECT_TRUE(text.ends_with("\r\033[K")) << text;
@@ -69,7 +69,7 @@ TEST_F(Progress, CountsPictures) {
 
 TEST_F(Progress, IsNotShownForShortWork) {
     const auto begin = std::chrono::steady_clock::now();
-    const std::string text = shown(single, 0);
+    const std::string text = shown(kSingle, 0);
     // A busy machine makes long work of it.
     if (std::chrono::steady_clock::now() - begin < std::chrono::seconds(1)) {
         EXPECT_EQ(text, "");

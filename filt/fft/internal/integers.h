@@ -10,27 +10,27 @@ namespace mvi {
 /// Toward zero, held at the ends of the target type; NaN gives 0.
 template <class Integer, class Floating>
 Integer truncate(Floating value) {
-    constexpr auto low = std::numeric_limits<Integer>::min();
-    constexpr auto high = std::numeric_limits<Integer>::max();
+    constexpr auto kLow = std::numeric_limits<Integer>::min();
+    constexpr auto kHigh = std::numeric_limits<Integer>::max();
     // 2^31 and 2^63 are exact in both floating types; the largest integers are not.
-    constexpr Floating end = -static_cast<Floating>(low);
-    if (value >= end) return high;
-    if (value < -end) return low;
+    constexpr Floating kEnd = -static_cast<Floating>(kLow);
+    if (value >= kEnd) return kHigh;
+    if (value < -kEnd) return kLow;
     return value == value ? static_cast<Integer>(value) : Integer{0};
 }
 
 /// The low byte of the value truncated to 64 bits; 0 for what 64 bits do not hold, and for NaN.
 inline unsigned char lowByte(double value) {
-    constexpr double end = 9223372036854775808.0;
-    const bool fits = value >= -end && value < end;
+    constexpr double kEnd = 9223372036854775808.0;
+    const bool fits = value >= -kEnd && value < kEnd;
     return static_cast<unsigned char>(fits ? static_cast<std::int64_t>(value) : 0);
 }
 
 /// The nearest value that 32 bits hold.
 constexpr std::int32_t hold32(long value) {
-    constexpr long low = std::numeric_limits<std::int32_t>::min();
-    constexpr long high = std::numeric_limits<std::int32_t>::max();
-    return static_cast<std::int32_t>(value < low ? low : value > high ? high : value);
+    constexpr long kLow = std::numeric_limits<std::int32_t>::min();
+    constexpr long kHigh = std::numeric_limits<std::int32_t>::max();
+    return static_cast<std::int32_t>(value < kLow ? kLow : value > kHigh ? kHigh : value);
 }
 
 /// The smallest power of two not below `value`; 1 for all values up to 1.

@@ -14,7 +14,7 @@ namespace {
 constexpr int kMostObjects = 8;
 
 // A failed expectation in what use() does ends the process, so that it is a finding.
-const bool endsOnFailure = [] {
+const bool kEndsOnFailure = [] {
     testing::GTEST_FLAG(break_on_failure) = true;
     return true;
 }();

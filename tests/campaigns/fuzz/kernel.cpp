@@ -98,10 +98,10 @@ void transform(Plane& plane, const Call& call) {
 
 // On a block of just that size at a 16-byte boundary, so that AddressSanitizer sees its ends.
 Plane transformed(Plane plane, const Call& call, const mvi::KernelPath& path) {
-    constexpr std::align_val_t alignment{16};
-    const auto release = [](float* p) { ::operator delete(p, alignment); };
+    constexpr std::align_val_t kAlignment{16};
+    const auto release = [](float* p) { ::operator delete(p, kAlignment); };
     const std::unique_ptr<float, decltype(release)> block(
-        static_cast<float*>(::operator new(plane.floatCount() * sizeof(float), alignment)),
+        static_cast<float*>(::operator new(plane.floatCount() * sizeof(float), kAlignment)),
         release);
     std::copy_n(plane.floats(), plane.floatCount(), block.get());
     transform(block.get(), {plane.width, plane.height}, call, path);

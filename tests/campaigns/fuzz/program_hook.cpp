@@ -85,9 +85,9 @@ std::string deflated(const std::string& plain) {
 void mutateChunk(Chunk& chunk, support::Random& random) {
     if (chunk.type == "IHDR" && chunk.data.size() == 13 && random.below(2) == 0) {
         // The last byte of a side, the depth, the colour type, the way of interlacing.
-        constexpr std::size_t places[] = {3, 7, 8, 9, 12};
-        constexpr char values[] = {0, 1, 2, 3, 4, 6, 8, 16};
-        chunk.data[places[random.below(5)]] = values[random.below(8)];
+        constexpr std::size_t kPlaces[] = {3, 7, 8, 9, 12};
+        constexpr char kValues[] = {0, 1, 2, 3, 4, 6, 8, 16};
+        chunk.data[kPlaces[random.below(5)]] = kValues[random.below(8)];
     } else if (chunk.type == "IDAT" && random.below(4) != 0) {
         std::string pels = inflated(chunk.data);
         mutateBytes(pels, 64);

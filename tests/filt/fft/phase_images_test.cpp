@@ -32,7 +32,7 @@ mvFrequencyBuffer placedBuffer(long width, long height, long x, long y) {
 }
 
 TEST(PhaseImages, DescribeSingleElements) {
-    constexpr float nan = std::numeric_limits<float>::quiet_NaN();
+    constexpr float kNan = std::numeric_limits<float>::quiet_NaN();
     const float pi = std::atan2(0.0F, -1.0F);
     const float half = std::atan2(1.0F, 0.0F);
     const struct {
@@ -48,9 +48,9 @@ TEST(PhaseImages, DescribeSingleElements) {
                  {{-0.0F, 0.0F}, pi, 0},
                  {{-1, -0.0F}, -pi, 1},
                  {{-INFINITY, 1}, pi, 1},
-                 {{nan, -1}, nan, 2},
-                 {{-1, nan}, nan, 1},
-                 {{nan, nan}, nan, 0}};
+                 {{kNan, -1}, kNan, 2},
+                 {{-1, kNan}, kNan, 1},
+                 {{kNan, kNan}, kNan, 0}};
     for (const auto& c : cases) {
         const auto buffer = support::bufferOf(support::constantPlane(1, 1, c.z));
         mvPelBuffer<double> angle;

@@ -46,12 +46,12 @@ TEST(LowByte, IsThatOfTheTruncationAndZeroWhereNoneIs) {
 }
 
 TEST(Hold32, KeepsTheNearestValueOf32Bits) {
-    constexpr long low = -2147483648L, high = 2147483647L;
-    for (const long value : {0L, 1L, -1L, low, high}) EXPECT_EQ(mvi::hold32(value), value);
-    EXPECT_EQ(mvi::hold32(high + 1), high);
-    EXPECT_EQ(mvi::hold32(low - 1), low);
-    EXPECT_EQ(mvi::hold32(std::numeric_limits<long>::max()), high);
-    EXPECT_EQ(mvi::hold32(std::numeric_limits<long>::min()), low);
+    constexpr long kLow = -2147483648L, kHigh = 2147483647L;
+    for (const long value : {0L, 1L, -1L, kLow, kHigh}) EXPECT_EQ(mvi::hold32(value), value);
+    EXPECT_EQ(mvi::hold32(kHigh + 1), kHigh);
+    EXPECT_EQ(mvi::hold32(kLow - 1), kLow);
+    EXPECT_EQ(mvi::hold32(std::numeric_limits<long>::max()), kHigh);
+    EXPECT_EQ(mvi::hold32(std::numeric_limits<long>::min()), kLow);
 }
 
 }  // namespace

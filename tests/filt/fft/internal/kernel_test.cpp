@@ -35,23 +35,23 @@ struct Band {
 // on both sides.
 template <class Call>
 Plane onAlignedFloats(Plane plane, Call call) {
-    constexpr std::size_t guards = 4;
-    constexpr float guard = 12345;
-    constexpr std::align_val_t alignment{64};
-    const auto isGuard = [](float value) { return value == guard; };
-    const std::size_t size = plane.floatCount() + 2 * guards;
-    const auto release = [](float* p) { ::operator delete(p, alignment); };
+    constexpr std::size_t kGuards = 4;
+    constexpr float kGuard = 12345;
+    constexpr std::align_val_t kAlignment{64};
+    const auto isGuard = [](float value) { return value == kGuard; };
+    const std::size_t size = plane.floatCount() + 2 * kGuards;
+    const auto release = [](float* p) { ::operator delete(p, kAlignment); };
     const std::unique_ptr<float, decltype(release)> block(
-        static_cast<float*>(::operator new(size * sizeof(float), alignment)), release);
-    float* const data = block.get() + guards;
+        static_cast<float*>(::operator new(size * sizeof(float), kAlignment)), release);
+    float* const data = block.get() + kGuards;
     float* const end = data + plane.floatCount();
 
-    std::fill_n(block.get(), size, guard);
+    std::fill_n(block.get(), size, kGuard);
     std::copy_n(plane.floats(), plane.floatCount(), data);
     call(data, mvPair<long>(plane.width, plane.height));
     std::copy(data, end, plane.floats());
     EXPECT_TRUE(std::all_of(block.get(), data, isGuard));
-    EXPECT_TRUE(std::all_of(end, end + guards, isGuard));
+    EXPECT_TRUE(std::all_of(end, end + kGuards, isGuard));
     return plane;
 }
 
