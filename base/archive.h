@@ -203,8 +203,9 @@ mvArchive& operator||(mvArchive& ar, T*& object) {
     std::unique_ptr<mvPersistent> owner;
     mvPersistent* loaded = ar.loadPointer(owner);
     T* typed = dynamic_cast<T*>(loaded);
-    if (loaded && !typed)
+    if (loaded && !typed) {
         throw mvArchive::BadValue("The archive holds an object of another class.");
+    }
     static_cast<void>(owner.release());
     object = typed;
     return ar;

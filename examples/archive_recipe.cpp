@@ -54,8 +54,9 @@ Recipe load(const char* path) {
 /// What a filter does to each frequency: a plane of ones, filtered, DC in the middle.
 mvPelBuffer<double> response(const mvFrequencyFilter& filter) {
     mvFrequencyBuffer ones(kSide, kSide);
-    for (long y = 0; y < kSide; ++y)
+    for (long y = 0; y < kSide; ++y) {
         for (long x = 0; x < kSide; ++x) ones.putReal(x, y, 1.0, false);
+    }
     filter.apply(ones);
     return ones.getRealImage(true);
 }

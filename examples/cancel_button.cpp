@@ -42,7 +42,7 @@ class Button {
 void soften(Image& picture) {
     const mvFrequencyFilterBandPass filter(0.03, 0.0, 0.0, {kSide, kSide}, 0);  // a disc at DC
     mvFrequencyBuffer spectrum;
-    for (long y = 0; y < picture.height(); y += kSide)
+    for (long y = 0; y < picture.height(); y += kSide) {
         for (long x = 0; x < picture.width(); x += kSide) {
             Image tile = picture.window(x, y, kSide, kSide);  // a view of the picture's pels
             tile.offset(0, 0);
@@ -50,6 +50,7 @@ void soften(Image& picture) {
             filter.apply(spectrum);
             mfInverseFFT(spectrum, tile, false, true);
         }
+    }
 }
 
 }  // namespace

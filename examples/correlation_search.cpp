@@ -13,12 +13,14 @@ namespace {
 /// corner of a level image of the given size.
 mvPelBuffer<double> levelled(const Image& mark, long width, long height) {
     double sum = 0.0;
-    for (long y = 0; y < mark.height(); ++y)
+    for (long y = 0; y < mark.height(); ++y) {
         for (long x = 0; x < mark.width(); ++x) sum += mark.pel(x, y);
+    }
     const double mean = sum / static_cast<double>(mark.width() * mark.height());
     mvPelBuffer<double> pattern(width, height);
-    for (long y = 0; y < mark.height(); ++y)
+    for (long y = 0; y < mark.height(); ++y) {
         for (long x = 0; x < mark.width(); ++x) pattern.pointToRow(y)[x] = mark.pel(x, y) - mean;
+    }
     return pattern;
 }
 
@@ -37,9 +39,11 @@ mvPelBuffer<double> scores(const Image& board, const Image& mark) {
 
 mvPair<long> highest(const mvPelBuffer<double>& image) {
     mvPair<long> best;
-    for (long y = 0; y < image.height(); ++y)
-        for (long x = 0; x < image.width(); ++x)
+    for (long y = 0; y < image.height(); ++y) {
+        for (long x = 0; x < image.width(); ++x) {
             if (image.pel(x, y) > image.pel(best.x, best.y)) best = {x, y};
+        }
+    }
     return best;
 }
 

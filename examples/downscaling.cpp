@@ -16,9 +16,11 @@ constexpr long kFactor = 4;
 
 Image everyFourth(const Image& picture) {
     Image small(picture.width() / kFactor, picture.height() / kFactor);
-    for (long y = 0; y < small.height(); ++y)
-        for (long x = 0; x < small.width(); ++x)
+    for (long y = 0; y < small.height(); ++y) {
+        for (long x = 0; x < small.width(); ++x) {
             small.pointToRow(y)[x] = picture.pel(kFactor * x, kFactor * y);
+        }
+    }
     return small;
 }
 
@@ -32,12 +34,13 @@ Image lowestFrequencies(const Image& picture) {
     mvPelBuffer<double> bright;
     mfInverseFFT(crop, bright, false);
     Image small(bright.width(), bright.height());
-    for (long y = 0; y < small.height(); ++y)
+    for (long y = 0; y < small.height(); ++y) {
         for (long x = 0; x < small.width(); ++x) {
             const double value = bright.pel(x, y) / (kFactor * kFactor);
             small.pointToRow(y)[x] =
                 static_cast<unsigned char>(std::clamp(value + 0.5, 0.0, 255.0));
         }
+    }
     return small;
 }
 
@@ -45,11 +48,12 @@ Image lowestFrequencies(const Image& picture) {
 double contrast(const Image& image) {
     const Image half = image.window(image.width() / 2, 0, image.width() / 2, image.height());
     double sum = 0.0, squares = 0.0;
-    for (long y = 0; y < half.height(); ++y)
+    for (long y = 0; y < half.height(); ++y) {
         for (long x = 0; x < half.width(); ++x) {
             sum += half.pel(x, y);
             squares += half.pel(x, y) * half.pel(x, y);
         }
+    }
     const double count = static_cast<double>(half.width() * half.height()), mean = sum / count;
     return std::sqrt(squares / count - mean * mean);
 }

@@ -23,7 +23,7 @@ Wave strongestWave(const mvFrequencyBuffer& spectrum) {
     const mvPelBuffer<double> magnitudes = spectrum.getMagnitudeImage(true);  // DC in the middle
     Wave wave;
     double strongest = 0.0;
-    for (long y = magnitudes.height() / 2; y < magnitudes.height(); ++y)
+    for (long y = magnitudes.height() / 2; y < magnitudes.height(); ++y) {
         for (long x = 0; x < magnitudes.width(); ++x) {
             const double fx = static_cast<double>(x) / static_cast<double>(spectrum.width()) - 0.5;
             const double fy = static_cast<double>(y) / static_cast<double>(spectrum.height()) - 0.5;
@@ -32,6 +32,7 @@ Wave strongestWave(const mvFrequencyBuffer& spectrum) {
             strongest = magnitudes.pel(x, y);
             wave = {frequency, std::atan2(fy, fx)};
         }
+    }
     return wave;
 }
 

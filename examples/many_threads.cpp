@@ -38,19 +38,23 @@ Image filtered(const Image& picture, const mvFrequencyFilter& filter, unsigned t
     std::atomic<long> next = 0;
     {
         std::vector<std::jthread> crew;
-        for (unsigned i = 0; i < threads; ++i)
+        for (unsigned i = 0; i < threads; ++i) {
             crew.emplace_back([&] {
-                for (long tile = next++; tile < tiles; tile = next++)
+                for (long tile = next++; tile < tiles; tile = next++) {
                     filterTile(picture, filter, tile, result);
+                }
             });
+        }
     }  // all have joined
     return result;
 }
 
 bool same(const Image& a, const Image& b) {
-    for (long y = 0; y < a.height(); ++y)
-        if (!std::equal(a.pointToRow(y), a.pointToRow(y) + a.width(), b.pointToRow(y)))
+    for (long y = 0; y < a.height(); ++y) {
+        if (!std::equal(a.pointToRow(y), a.pointToRow(y) + a.width(), b.pointToRow(y))) {
             return false;
+        }
+    }
     return true;
 }
 

@@ -50,7 +50,7 @@ int main(int argc, char** argv) {
 
     mvPelBuffer<Colour> map(picture.width(), picture.height());
     std::vector<long> pels(kDirections);
-    for (long y = 0; y < map.height(); ++y)
+    for (long y = 0; y < map.height(); ++y) {
         for (long x = 0; x < map.width(); ++x) {
             const auto best = std::max_element(bank.begin(), bank.end(), [=](auto& a, auto& b) {
                 return a.pel(x, y) < b.pel(x, y);
@@ -60,8 +60,10 @@ int main(int argc, char** argv) {
                                        std::min(best->pel(x, y) / 20.0, 1.0));
             ++pels[static_cast<std::size_t>(direction)];
         }
+    }
     writePicture(argv[2], map);
-    for (int i = 0; i < kDirections; ++i)
+    for (int i = 0; i < kDirections; ++i) {
         std::cout << "across the lines " << 180 * i / kDirections
                   << " degrees: " << pels[static_cast<std::size_t>(i)] << " pels\n";
+    }
 }

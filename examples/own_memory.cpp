@@ -34,9 +34,10 @@ int main(int argc, char** argv) {
     // What a camera delivers: rows that start at multiples of 1024 bytes.
     const long width = picture.width(), height = picture.height(), stride = 1024;
     std::vector<unsigned char> memory(static_cast<std::size_t>(stride * height));
-    for (long y = 0; y < height; ++y)
+    for (long y = 0; y < height; ++y) {
         std::memcpy(memory.data() + stride * y, picture.pointToRow(y),
                     static_cast<std::size_t>(width));
+    }
 
     // A region of interest. Its sides are powers of two, so it needs no padding; what is left of a
     // frame comes from the light, which differs between left and right.

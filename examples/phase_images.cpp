@@ -47,13 +47,15 @@ int main(int argc, char** argv) {
     mf_ComputeQuadrantImage(spectrum, quadrant);  // of the spatial plane that is now in there
 
     writePicture(argv[2], mfFrequencyMapImage(angle, mvFrequencyDefs::eMapAngle, 0, 0));
-    for (long y = 0; y < quadrant.height(); ++y)
+    for (long y = 0; y < quadrant.height(); ++y) {
         for (long x = 0; x < quadrant.width(); ++x) quadrant.pointToRow(y)[x] *= 85;  // to be seen
+    }
     writePicture(argv[3], quadrant);
 
     const std::vector<double> profile = heights(angle, angle.height() / 2);
-    for (long x = 16; x < angle.width(); x += 32)
+    for (long x = 16; x < angle.width(); x += 32) {
         std::cout << "height at " << x << ": "
                   << std::round(100.0 * profile[static_cast<std::size_t>(x)]) / 100.0
                   << " fringes\n";
+    }
 }

@@ -16,7 +16,7 @@ namespace {
 double strongestFineWave(const mvFrequencyBuffer& spectrum) {
     const long width = spectrum.width(), height = spectrum.height();
     double strongest = 0.0;
-    for (long v = -height / 2; v < height / 2; ++v)
+    for (long v = -height / 2; v < height / 2; ++v) {
         for (long u = -width / 2; u < width / 2; ++u) {
             const double frequency =
                 std::hypot(static_cast<double>(u) / static_cast<double>(width),
@@ -25,6 +25,7 @@ double strongestFineWave(const mvFrequencyBuffer& spectrum) {
             const mvPair<double> value = spectrum.get(u, v, true);  // centred: u and v have signs
             strongest = std::max(strongest, std::hypot(value.x, value.y));
         }
+    }
     return 2.0 * strongest / static_cast<double>(width * height);
 }
 

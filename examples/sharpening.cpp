@@ -19,14 +19,16 @@ mvPelBuffer<double> unsharpMask(long width, long height, double radius, double a
         return kernel.pointToRow((dy + height) % height)[(dx + width) % width];
     };
     const long reach = std::lround(4.0 * radius);
-    for (long dy = -reach; dy <= reach; ++dy)
+    for (long dy = -reach; dy <= reach; ++dy) {
         for (long dx = -reach; dx <= reach; ++dx) {
             pel(dx, dy) =
                 std::exp(-static_cast<double>(dx * dx + dy * dy) / (2.0 * radius * radius));
             sum += pel(dx, dy);
         }
-    for (long dy = -reach; dy <= reach; ++dy)
+    }
+    for (long dy = -reach; dy <= reach; ++dy) {
         for (long dx = -reach; dx <= reach; ++dx) pel(dx, dy) *= -amount / sum;
+    }
     pel(0, 0) += 1.0 + amount;  // all pels together are 1: the mean stays
     return kernel;
 }
@@ -34,9 +36,11 @@ mvPelBuffer<double> unsharpMask(long width, long height, double radius, double a
 /// The mean step from a pel to the next.
 double steepness(const Image& image) {
     long sum = 0;
-    for (long y = 0; y < image.height(); ++y)
-        for (long x = 1; x < image.width(); ++x)
+    for (long y = 0; y < image.height(); ++y) {
+        for (long x = 1; x < image.width(); ++x) {
             sum += std::abs(image.pel(x, y) - image.pel(x - 1, y));
+        }
+    }
     return static_cast<double>(sum) / static_cast<double>(image.height() * (image.width() - 1));
 }
 

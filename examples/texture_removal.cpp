@@ -53,7 +53,7 @@ int main(int argc, char** argv) {
     writePicture(argv[2], image);
 
     const int threshold = 160;
-    for (long y = 0; y < image.height(); ++y)
+    for (long y = 0; y < image.height(); ++y) {
         for (long x = 0; x < image.width(); ++x) {
             const std::vector<mvPair<long>> spot = takeSpot(image, x, y, threshold);
             if (spot.size() < 30) continue;
@@ -63,4 +63,5 @@ int main(int argc, char** argv) {
             std::cout << "defect of " << count << " pels at " << sumX / count << ' ' << sumY / count
                       << '\n';
         }
+    }
 }

@@ -86,8 +86,9 @@ mvPelBuffer<T> mfPelBufferFromMat(const cv::Mat& matrix) {
     if (matrix.channels() != 1) throw Refused("Matrix must have one channel.");
     if (matrix.type() != mvi::matType<T>()) throw Refused("Matrix has pels of another type.");
     const auto address = reinterpret_cast<std::uintptr_t>(matrix.data);
-    if (address % alignof(T) != 0 || matrix.step[0] % sizeof(T) != 0)
+    if (address % alignof(T) != 0 || matrix.step[0] % sizeof(T) != 0) {
         throw Refused("Matrix has pels that are not aligned.");
+    }
     return {reinterpret_cast<T*>(matrix.data), matrix.cols, matrix.rows,
             static_cast<long>(matrix.step[0] / sizeof(T)), std::make_shared<cv::Mat>(matrix)};
 }

@@ -30,10 +30,11 @@ void size(std::ostream& out, mvPair<long> size) {
 
 // The square around DC that pass filters clear and reject filters keep.
 void dcSquare(std::ostream& out, const auto& filter) {
-    if constexpr (requires { filter.dcRemovalRadius(); })
+    if constexpr (requires { filter.dcRemovalRadius(); }) {
         line(out, "DC removal radius", filter.dcRemovalRadius());
-    else
+    } else {
         line(out, "DC protection radius", filter.dcProtectionRadius());
+    }
 }
 
 template <std::derived_from<mvRingFilter> Filter>
@@ -105,10 +106,11 @@ void reportArchive(const std::string& path, std::ostream& out) {
         mvArchive archive(file);
         do {
             const auto object = mfLoad<mvPersistent>(archive);
-            if (object)
+            if (object) {
                 report(*object, out);
-            else
+            } else {
                 out << "null\n";
+            }
         } while (file.peek() != std::ifstream::traits_type::eof());
     } catch (const mvException& error) {
         throw Failure(path + ": " + textOf(error));

@@ -38,17 +38,20 @@ struct Axis {
     // The tenths from one number to the next, when a number needs `room` pels; beyond 5 there is
     // room for the zero alone.
     long step(long room) const {
-        for (const long tenths : {1, 2, 5})
+        for (const long tenths : {1, 2, 5}) {
             if (tenths * length() / 10 >= room) return tenths;
+        }
         return 10;
     }
 
     // Calls draw(position, tenths) for the tenths that lie on the axis.
     template <class Draw>
     void ticks(long step, Draw draw) const {
-        for (long tenths = -5; tenths <= 5; ++tenths)
-            if (tenths % step == 0 && position(tenths) >= 0 && position(tenths) <= length())
+        for (long tenths = -5; tenths <= 5; ++tenths) {
+            if (tenths % step == 0 && position(tenths) >= 0 && position(tenths) <= length()) {
                 draw(position(tenths), tenths);
+            }
+        }
     }
 };
 

@@ -107,8 +107,9 @@ std::string complaintOf(const CLI::App& app, const CLI::ParseError& outcome) {
 
 // CLI11 reports help and version as exceptions, too.
 void printOrReject(const CLI::App& app, const CLI::ParseError& outcome) {
-    if (outcome.get_exit_code() != 0)
+    if (outcome.get_exit_code() != 0) {
         throw BadArgument(complaintOf(app, outcome) + " (mvfreq --help tells more)");
+    }
     app.exit(outcome);
 }
 

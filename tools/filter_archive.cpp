@@ -45,12 +45,14 @@ bool takeSize(mvFrequencyFilter& filter, mvPair<long>& size) {
 
 mvPair<long> filterSize(mvFrequencyFilter& filter) {
     mvPair<long> size;
-    if (auto* image = dynamic_cast<mvFrequencyFilterImage*>(&filter))
+    if (auto* image = dynamic_cast<mvFrequencyFilterImage*>(&filter)) {
         return {image->supportWidth(), image->supportHeight()};
+    }
     if (takeSize<mvFrequencyFilterBandPass>(filter, size) ||
         takeSize<mvFrequencyFilterBandReject>(filter, size) ||
         takeSize<mvFrequencyFilterGabor>(filter, size) ||
-        takeSize<mvFrequencyFilterGaborReject>(filter, size))
+        takeSize<mvFrequencyFilterGaborReject>(filter, size)) {
         return size;
+    }
     throw Failure("a filter of an unknown class");
 }

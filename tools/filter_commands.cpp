@@ -143,8 +143,9 @@ void addOutputs(CLI::App& command, FilterOptions& options, CLI::Option* outDir, 
         "Also write the angles of the complex result: 0 to 255 for a full turn");
     add("--quadrant-image", options.quadrantImage,
         "Also write its quadrants: 0, 85, 170, 255 for the signs ++, -+, +-, --");
-    if (canSave)
+    if (canSave) {
         add("--save", options.save, "Also write the filter to an archive, for mvfreq apply");
+    }
 }
 
 template <class Command>

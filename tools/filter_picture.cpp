@@ -26,8 +26,9 @@ mvPelBuffer<unsigned char> quadrantImage(const mvFrequencyBuffer& spatial,
     mvPelBuffer<unsigned char> codes;
     mf_ComputeQuadrantImage(spatial, codes);
     codes = cropped(codes, picture);
-    for (long y = 0; y < codes.height(); ++y)
+    for (long y = 0; y < codes.height(); ++y) {
         for (long x = 0; x < codes.width(); ++x) codes.pointToRow(y)[x] *= 85;
+    }
     return codes;
 }
 
@@ -44,10 +45,12 @@ void filterPels(const mvPelBuffer<T>& picture, const PictureFiles& files,
 
     OutputFiles outputs;
     writePicture(outputs.add(files.output), cropped(result, picture));
-    if (!options.angleImage.empty())
+    if (!options.angleImage.empty()) {
         writePicture(outputs.add(options.angleImage), angleImage(buffer, picture));
-    if (!options.quadrantImage.empty())
+    }
+    if (!options.quadrantImage.empty()) {
         writePicture(outputs.add(options.quadrantImage), quadrantImage(buffer, picture));
+    }
     if (!options.save.empty()) saveFilter(outputs.add(options.save), filter);
     outputs.publish();
 }

@@ -16,28 +16,32 @@ mvPelBuffer<double> centredOnOrigin(const mvPelBuffer<T>& kernel, mvPair<long> s
     mvPelBuffer<double> plane(size.x, size.y);
     for (long y = 0; y < kernel.height(); ++y) {
         double* row = plane.pointToRow(wrapped(y - kernel.height() / 2, size.y));
-        for (long x = 0; x < kernel.width(); ++x)
+        for (long x = 0; x < kernel.width(); ++x) {
             row[wrapped(x - kernel.width() / 2, size.x)] = kernel.pel(x, y);
+        }
     }
     return plane;
 }
 
 void divideBySum(mvPelBuffer<double>& plane, const std::string& path) {
     double sum = 0;
-    for (long y = 0; y < plane.height(); ++y)
+    for (long y = 0; y < plane.height(); ++y) {
         for (long x = 0; x < plane.width(); ++x) sum += plane.pel(x, y);
+    }
     if (sum == 0) throw Failure(path + ": a kernel needs a pel that is not black");
-    for (long y = 0; y < plane.height(); ++y)
+    for (long y = 0; y < plane.height(); ++y) {
         for (long x = 0; x < plane.width(); ++x) plane.pointToRow(y)[x] /= sum;
+    }
 }
 
 }  // namespace
 
 std::unique_ptr<mvFrequencyFilter> Kernel::filter(mvPair<long> size) const {
     const auto laidOut = [&](const auto& kernel) {
-        if (kernel.width() > size.x || kernel.height() > size.y)
+        if (kernel.width() > size.x || kernel.height() > size.y) {
             throw Failure(path_ + ": a kernel of " + sizeText({kernel.width(), kernel.height()}) +
                           " does not fit the picture's plane of " + sizeText(size));
+        }
         return centredOnOrigin(kernel, size);
     };
     mvPelBuffer<double> plane = std::visit(laidOut, picture_);

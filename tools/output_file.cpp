@@ -63,8 +63,9 @@ void OutputFile::publish() {
 
 OutputFile& OutputFiles::add(const std::string& path) {
     const fs::path target = resolved(path);
-    for (const OutputFile& file : files_)
+    for (const OutputFile& file : files_) {
         if (file.target() == target) throw BadArgument(path + ": two outputs have this name");
+    }
     return files_.emplace_back(path);
 }
 

@@ -14,8 +14,9 @@ constexpr char kNoInput[] = "input is required (mvfreq --help tells more)";
 
 PictureFiles single(const std::vector<std::string>& names) {
     if (names.empty()) throw BadArgument(kNoInput);
-    if (names.size() == 1)
+    if (names.size() == 1) {
         throw BadArgument("output is required, or --out-dir (mvfreq --help tells more)");
+    }
     if (names.size() > 2) throw BadArgument(names[2] + ": more than one input needs --out-dir");
     return {names[0], names[1]};
 }
@@ -29,12 +30,14 @@ void requireRoom(const std::vector<PictureFiles>& files) {
     std::map<std::string, std::string> inputs;
     for (const PictureFiles& file : files) {
         std::error_code ignored;
-        if (fs::equivalent(file.input, file.output, ignored))
+        if (fs::equivalent(file.input, file.output, ignored)) {
             throw BadArgument(file.input + ": its result would replace it");
+        }
         const auto [former, isNew] = inputs.emplace(file.output, file.input);
-        if (!isNew)
+        if (!isNew) {
             throw BadArgument(file.output + ": the results of " + former->second + " and " +
                               file.input + " have this name");
+        }
     }
 }
 

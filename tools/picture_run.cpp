@@ -53,8 +53,9 @@ class Batch {
     }
 
     void takePictures() {
-        for (std::size_t at = next_++; at < files_.size() && !interrupted(); at = next_++)
+        for (std::size_t at = next_++; at < files_.size() && !interrupted(); at = next_++) {
             take(files_[at]);
+        }
     }
 
     void take(const PictureFiles& files) {
@@ -83,10 +84,11 @@ class Batch {
             return exitStopped;
         }
         line_.hide();  // standard output may be the same terminal
-        if (failed_ == 0)
+        if (failed_ == 0) {
             std::printf("%s done\n", pictureCount(done_).c_str());
-        else
+        } else {
             std::printf("%s done, %zu failed\n", done.c_str(), failed_.load());
+        }
         if (std::fflush(stdout) != 0) throw Failure("standard output could not be written");
         return failed_ == 0 ? exitGood : exitFailed;
     }

@@ -85,8 +85,9 @@ class Reader {
         });
         const std::size_t rowSize = static_cast<std::size_t>(width()) * channels();
         std::vector<T> all(rowSize * static_cast<std::size_t>(height()));
-        for (int pass = 0; pass < passes; ++pass)
+        for (int pass = 0; pass < passes; ++pass) {
             for (std::size_t at = 0; at < all.size(); at += rowSize) readRow(&all[at]);
+        }
         guarded(state_, [](png_structp png, png_infop) { png_read_end(png, nullptr); });
         return all;
     }
@@ -117,8 +118,9 @@ mvPelBuffer<T> readPels(Reader& reader) {
     const T* sample = samples.data();
     for (long y = 0; y < picture.height(); ++y) {
         T* row = picture.pointToRow(y);
-        for (long x = 0; x < picture.width(); ++x, sample += channels)
+        for (long x = 0; x < picture.width(); ++x, sample += channels) {
             row[x] = channels == 3 ? luma(sample) : *sample;
+        }
     }
     return picture;
 }
@@ -129,8 +131,9 @@ File openPicture(const std::string& path) {
     File file(std::fopen(path.c_str(), "rb"), &std::fclose);
     if (!file) throw Failure(std::strerror(errno));
     struct stat status {};
-    if (fstat(fileno(file.get()), &status) == 0 && S_ISDIR(status.st_mode))
+    if (fstat(fileno(file.get()), &status) == 0 && S_ISDIR(status.st_mode)) {
         throw Failure(std::strerror(EISDIR));
+    }
     return file;
 }
 

@@ -24,10 +24,13 @@ mvPelBuffer<double> logMagnitudes(const mvFrequencyBuffer& spectrum) {
 
 std::vector<double> valuesBesidesDC(const mvPelBuffer<double>& image) {
     std::vector<double> values;
-    for (long y = 0; y < image.height(); ++y)
-        for (long x = 0; x < image.width(); ++x)
-            if (x != image.width() / 2 || y != image.height() / 2)
+    for (long y = 0; y < image.height(); ++y) {
+        for (long x = 0; x < image.width(); ++x) {
+            if (x != image.width() / 2 || y != image.height() / 2) {
                 values.push_back(image.pel(x, y));
+            }
+        }
+    }
     return values;
 }
 
@@ -44,8 +47,9 @@ mvPelBuffer<unsigned char> forDisplay(const mvPelBuffer<double>& image) {
     if (values.empty()) values.push_back(0);
     const double low = weakestTenth(values);
     const double high = *std::max_element(values.begin(), values.end());
-    for (long y = 0; y < image.height(); ++y)
+    for (long y = 0; y < image.height(); ++y) {
         for (long x = 0; x < image.width(); ++x) image.pointToRow(y)[x] -= low;
+    }
     return mfFrequencyMapImage(image, mvFrequencyDefs::eMapRange, 0, high - low);
 }
 

@@ -38,8 +38,9 @@ void draw(const Letter& letter, const mvPelBuffer<unsigned char>& canvas, long s
     for (long y = 0; y < kRows * scale; ++y) {
         unsigned char* pels = canvas.pointToRow(y);
         const unsigned row = letter.bits[static_cast<std::size_t>(y / scale)];
-        for (long x = 0; x < kColumns * scale; ++x)
+        for (long x = 0; x < kColumns * scale; ++x) {
             if (row >> (kColumns - 1 - x / scale) & 1) pels[x] = 0;
+        }
     }
 }
 
@@ -48,9 +49,11 @@ void draw(const Letter& letter, const mvPelBuffer<unsigned char>& canvas, long s
 void writeText(const mvPelBuffer<unsigned char>& canvas, std::string_view text, long x, long y,
                long scale) {
     for (const char character : text) {
-        for (const Letter& letter : kLetters)
-            if (letter.character == character)
+        for (const Letter& letter : kLetters) {
+            if (letter.character == character) {
                 draw(letter, canvas.window(x, y, kColumns * scale, kRows * scale), scale);
+            }
+        }
         x += (kColumns + 1) * scale;
     }
 }

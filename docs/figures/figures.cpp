@@ -19,16 +19,19 @@ std::string results;
 void writeTable(const std::string& name, const mvPelBuffer_const<double>& table) {
     std::ofstream file(results + name + ".csv");
     file.precision(9);
-    for (long y = 0; y < table.height(); ++y)
-        for (long x = 0; x < table.width(); ++x)
+    for (long y = 0; y < table.height(); ++y) {
+        for (long x = 0; x < table.width(); ++x) {
             file << table.pel(x, y) << (x + 1 < table.width() ? ',' : '\n');
+        }
+    }
 }
 
 /// What a filter does to each frequency, DC in the middle.
 mvPelBuffer<double> response(const mvFrequencyFilter& filter, long width, long height) {
     mvFrequencyBuffer ones(width, height);
-    for (long y = 0; y < height; ++y)
+    for (long y = 0; y < height; ++y) {
         for (long x = 0; x < width; ++x) ones.putReal(x, y, 1.0, false);
+    }
     filter.apply(ones);
     return ones.getRealImage(true);
 }
@@ -48,13 +51,14 @@ mvPelBuffer<double> answerToPoint(const mvFrequencyFilter& filter, long side) {
 void writeSpectrum() {
     const long side = 64;
     mvPelBuffer<double> picture(side, side);
-    for (long y = 0; y < side; ++y)
+    for (long y = 0; y < side; ++y) {
         for (long x = 0; x < side; ++x) {
             const double spot =
                 std::exp(-std::hypot(static_cast<double>(x - 32), static_cast<double>(y - 32)) / 4);
             const double turns = static_cast<double>(18 * x + 10 * y) / side;
             picture.pointToRow(y)[x] = 20 * spot + std::cos(2 * std::numbers::pi * turns);
         }
+    }
     mvFrequencyBuffer spectrum;
     mfForwardFFT(picture, spectrum);
     writeTable("spectrum-storage", spectrum.getMagnitudeImage(false));
@@ -101,8 +105,9 @@ void writeMappings() {
         mvPelBuffer<double> table(701, 2);
         mvPelBuffer<double> ramp = table.window(0, 0, 701, 1);
         const auto& [from, to] = ramps[mapping];
-        for (long x = 0; x < 701; ++x)
+        for (long x = 0; x < 701; ++x) {
             ramp.pointToRow(0)[x] = from + (to - from) * static_cast<double>(x) / 700;
+        }
         const auto which = static_cast<mvFrequencyDefs::FrequencyMapping>(mapping);
         const Image bytes = mfFrequencyMapImage(ramp, which, 20, 100);
         for (long x = 0; x < 701; ++x) table.pointToRow(1)[x] = bytes.pel(x, 0);

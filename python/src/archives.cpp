@@ -38,8 +38,9 @@ py::object loads(const py::bytes& data) {
     std::unique_ptr<mvPersistent> object;
     loadFrom(data, [&](mvArchive& ar) { object = mfLoad<mvPersistent>(ar); });
     if (auto* filter = dynamic_cast<mvFrequencyFilter*>(object.get())) return pythonFilter(*filter);
-    if (const auto* error = dynamic_cast<const mvException*>(object.get()))
+    if (const auto* error = dynamic_cast<const mvException*>(object.get())) {
         return pythonError(*error);
+    }
     return py::none();
 }
 

@@ -30,8 +30,9 @@ class MemoryReader : public std::streambuf {
     explicit MemoryReader(const pybind11::bytes& data) {
         char* first = nullptr;
         pybind11::ssize_t size = 0;
-        if (PyBytes_AsStringAndSize(data.ptr(), &first, &size) != 0)
+        if (PyBytes_AsStringAndSize(data.ptr(), &first, &size) != 0) {
             throw pybind11::error_already_set();
+        }
         setg(first, first, first + size);
     }
 };

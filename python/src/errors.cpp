@@ -59,10 +59,12 @@ py::object pythonError(const mvException& error) {
     py::object made;
     std::apply([&](auto... row) { (makeWithMessage(error, row, made) || ...); }, kWithMessage);
     if (made) return made;
-    if (const auto* failed = dynamic_cast<const mvStatusException*>(&error))
+    if (const auto* failed = dynamic_cast<const mvStatusException*>(&error)) {
         return classNamed("mvStatusException")(failed->status());
-    if (const auto* unknown = dynamic_cast<const mvArchive::UnknownVersion*>(&error))
+    }
+    if (const auto* unknown = dynamic_cast<const mvArchive::UnknownVersion*>(&error)) {
         return classNamed("UnknownVersion")(unknown->text(), unknown->number());
+    }
     std::ostringstream text;
     text << error;
     return classNamed("mvException")(text.str());

@@ -126,8 +126,9 @@ py::object phaseImage(const Buffer& buffer, const py::object& out) {
 
 py::array mapImage(const py::object& source, long mapping, double low, double high) {
     using Defs = mvFrequencyDefs;
-    if (mapping < Defs::eMapClip || mapping > Defs::eMapAngle)
+    if (mapping < Defs::eMapClip || mapping > Defs::eMapAngle) {
         throw py::value_error(std::to_string(mapping) + " is no FrequencyMapping");
+    }
     const auto kind = static_cast<Defs::FrequencyMapping>(mapping);
     const Image image = inputImage(source);
     const auto& pels = requirePels<double>(image);

@@ -26,10 +26,12 @@ bool contains(const std::vector<Usage*>& usages, const Usage* usage) {
 }  // namespace
 
 Uses::Uses(std::initializer_list<Usage*> changed, std::initializer_list<Usage*> read) {
-    for (Usage* usage : changed)
+    for (Usage* usage : changed) {
         if (!contains(changed_, usage)) changed_.push_back(usage);
-    for (Usage* usage : read)
+    }
+    for (Usage* usage : read) {
         if (!contains(changed_, usage)) read_.push_back(usage);
+    }
     for (const Usage* usage : changed_) usage->requireUnused();
     for (const Usage* usage : read_) usage->requireUnchanging();
     for (Usage* usage : changed_) usage->changing = true;

@@ -51,8 +51,9 @@ class Examples : public ::testing::Test {
 std::vector<double> numbers(const std::string& text) {
     static const std::regex number("-?[0-9]+(\\.[0-9]+)?(e-?[0-9]+)?");
     std::vector<double> all;
-    for (std::sregex_iterator it(text.begin(), text.end(), number), end; it != end; ++it)
+    for (std::sregex_iterator it(text.begin(), text.end(), number), end; it != end; ++it) {
         all.push_back(std::stod(it->str()));
+    }
     return all;
 }
 
@@ -181,9 +182,11 @@ TEST_F(Examples, CancelButtonStopsBetweenTheFirstTileAndTheLast) {
 
     const PngFile before = readPng(kPictures + "disturbed.png"), after = readPng(path("out.png"));
     const auto changed = [&](long left, long top) {
-        for (long y = top; y < top + 32; ++y)
-            for (long x = left; x < left + 32; ++x)
+        for (long y = top; y < top + 32; ++y) {
+            for (long x = left; x < left + 32; ++x) {
                 if (before.at(x, y) != after.at(x, y)) return true;
+            }
+        }
         return false;
     };
     EXPECT_TRUE(changed(0, 0));

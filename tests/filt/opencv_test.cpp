@@ -24,8 +24,9 @@ class Bridge : public ::testing::Test {
     // Another value in every pel.
     static cv::Mat frame(int rows, int columns) {
         cv::Mat matrix(rows, columns, kMatType<T>);
-        for (int y = 0; y < rows; ++y)
+        for (int y = 0; y < rows; ++y) {
             for (int x = 0; x < columns; ++x) matrix.at<T>(y, x) = static_cast<T>(y * columns + x);
+        }
         return matrix;
     }
 };
@@ -158,8 +159,9 @@ TYPED_TEST(Bridge, HasNothingForNothing) {
 TYPED_TEST(Bridge, TransformsAMatrixAsACopyOfIt) {
     const cv::Mat matrix = this->frame(13, 19);
     mvPelBuffer<TypeParam> copy(19, 13);
-    for (int y = 0; y < 13; ++y)
+    for (int y = 0; y < 13; ++y) {
         for (int x = 0; x < 19; ++x) copy.pointToRow(y)[x] = matrix.at<TypeParam>(y, x);
+    }
     mvFrequencyBuffer ofMatrix, ofCopy;
     mfForwardFFT(mfPelBufferFromMat<TypeParam>(matrix), ofMatrix);
     mfForwardFFT(copy, ofCopy);
@@ -190,9 +192,10 @@ TEST(BridgeRefuses, WhatIsNoImage) {
 }
 
 TEST(BridgeRefuses, SeveralChannels) {
-    for (const int type : {CV_8UC3, CV_8UC2, CV_32FC4, CV_64FC3})
+    for (const int type : {CV_8UC3, CV_8UC2, CV_32FC4, CV_64FC3}) {
         EXPECT_EQ(refusal<unsigned char>(cv::Mat(2, 2, type)),
                   "InvalidArgument: Matrix must have one channel.");
+    }
 }
 
 TEST(BridgeRefuses, PelsOfAnotherType) {

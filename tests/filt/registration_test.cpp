@@ -15,8 +15,9 @@ using archive::Record;
 
 TEST(Registry, HoldsElevenClassesInOrder) {
     std::vector<std::string> ours;
-    for (const std::string& name : mfRegisteredClasses())
+    for (const std::string& name : mfRegisteredClasses()) {
         if (name.starts_with("mvFrequency")) ours.push_back(name);
+    }
     const std::vector<std::string> expected = {"mvFrequencyDefs::InvalidArgument",
                                                "mvFrequencyDefs::Uninitialized",
                                                "mvFrequencyDefs::InvalidSize",

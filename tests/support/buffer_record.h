@@ -30,8 +30,9 @@ struct BufferRecord {
         std::string out;
         const auto byte = [&](int value) { out.push_back(static_cast<char>(value)); };
         const auto word = [&](std::uint32_t value) {
-            for (int shift = 0; shift < 32; shift += 8)
+            for (int shift = 0; shift < 32; shift += 8) {
                 byte(static_cast<int>(value >> shift & 255U));
+            }
         };
         const auto number = [&](std::int32_t value) { word(static_cast<std::uint32_t>(value)); };
         byte(1);

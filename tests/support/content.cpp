@@ -67,8 +67,9 @@ std::span<const ContentKind> contentKinds() {
 }
 
 const ContentKind* contentKind(std::string_view name) {
-    for (const ContentKind& kind : kKinds)
+    for (const ContentKind& kind : kKinds) {
         if (name == kind.name) return &kind;
+    }
     return nullptr;
 }
 

@@ -78,8 +78,9 @@ void writePng(const std::string& path, const PngFile& picture) {
     png_set_IHDR(png, info, static_cast<png_uint_32>(picture.width),
                  static_cast<png_uint_32>(picture.height), picture.depth, picture.colourType,
                  picture.interlace, PNG_COMPRESSION_TYPE_DEFAULT, PNG_FILTER_TYPE_DEFAULT);
-    if (!picture.palette.empty())
+    if (!picture.palette.empty()) {
         png_set_PLTE(png, info, picture.palette.data(), static_cast<int>(picture.palette.size()));
+    }
     png_set_rows(png, info, rowPointers.data());
     png_write_png(png, info, PNG_TRANSFORM_PACKING, nullptr);
     png_destroy_write_struct(&png, &info);

@@ -28,9 +28,11 @@ PngFile readPng(const std::string& path);
 template <class Value>
 PngFile greyPng(long width, long height, int depth, Value value) {
     PngFile picture{.width = width, .height = height, .depth = depth};
-    for (long y = 0; y < height; ++y)
-        for (long x = 0; x < width; ++x)
+    for (long y = 0; y < height; ++y) {
+        for (long x = 0; x < width; ++x) {
             picture.samples.push_back(static_cast<unsigned>(value(x, y)));
+        }
+    }
     return picture;
 }
 

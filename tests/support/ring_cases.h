@@ -34,12 +34,14 @@ struct RingCase : FilterCase<F, reference::RingParameters> {
 
     static std::vector<BadValue<P>> badRingValues(const char* badRadius) {
         std::vector<BadValue<P>> bad = badSizesAndFrequencies<P>();
-        for (const double s : {0.0, -0.0, -1.0, -kInfinity, kNaN})
+        for (const double s : {0.0, -0.0, -1.0, -kInfinity, kNaN}) {
             bad.push_back({2, [s](P& p) { p.sigma = s; },
                            "InvalidArgument: Sigma must be positive.", std::isnan(s)});
-        for (const double v : {-1e-300, -1.0, -kInfinity, kNaN})
+        }
+        for (const double v : {-1e-300, -1.0, -kInfinity, kNaN}) {
             bad.push_back({3, [v](P& p) { p.plateau = v; },
                            "InvalidArgument: Plateau cannot be negative.", std::isnan(v)});
+        }
         addBadRadii(bad, badRadius);
         return bad;
     }

@@ -51,19 +51,24 @@ inline testing::AssertionResult sameSpectrum(const reference::Spectrum& expected
                << field << ": " << wanted << " expected, " << found << " found";
     };
     const auto& e = expected;
-    if (e.imageWidth != actual.imageWidth)
+    if (e.imageWidth != actual.imageWidth) {
         return differs("image width", e.imageWidth, actual.imageWidth);
-    if (e.imageHeight != actual.imageHeight)
+    }
+    if (e.imageHeight != actual.imageHeight) {
         return differs("image height", e.imageHeight, actual.imageHeight);
+    }
     if (e.x != actual.x) return differs("offset x", e.x, actual.x);
     if (e.y != actual.y) return differs("offset y", e.y, actual.y);
     if (e.masked != actual.masked) return differs("masked", e.masked, actual.masked);
-    if (e.maskedMiny != actual.maskedMiny)
+    if (e.maskedMiny != actual.maskedMiny) {
         return differs("first row", e.maskedMiny, actual.maskedMiny);
-    if (e.maskedMaxy != actual.maskedMaxy)
+    }
+    if (e.maskedMaxy != actual.maskedMaxy) {
         return differs("last row", e.maskedMaxy, actual.maskedMaxy);
-    if (e.inverseComputed != actual.inverseComputed)
+    }
+    if (e.inverseComputed != actual.inverseComputed) {
         return differs("inverse computed", e.inverseComputed, actual.inverseComputed);
+    }
     return samePlane(expected.plane, actual.plane, true);
 }
 

@@ -22,8 +22,9 @@ TEST_F(CommandLine, TellsItsVersion) {
 
 TEST_F(CommandLine, ListsItsCommands) {
     const std::string help = succeed({"--help"}).out;
-    for (const char* command : kCommands)
+    for (const char* command : kCommands) {
         EXPECT_NE(help.find(command), std::string::npos) << command;
+    }
 }
 
 struct Wrong {

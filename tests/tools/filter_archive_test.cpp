@@ -33,8 +33,9 @@ TEST_P(SavedFilter, AppliesAsItDidWhenItWasMade) {
 
 TEST_P(SavedFilter, TellsItsParameters) {
     const std::string report = succeed({"info", "filter.mva"}).out;
-    for (const std::string& line : GetParam().report)
+    for (const std::string& line : GetParam().report) {
         EXPECT_NE(report.find(line), std::string::npos) << line << " in " << report;
+    }
 }
 
 TEST_P(SavedFilter, RefusesPicturesOfAnotherPaddedSize) {

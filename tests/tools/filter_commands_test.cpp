@@ -12,17 +12,20 @@ namespace {
 template <class T>
 mvPelBuffer<T> pels(const PngFile& picture) {
     mvPelBuffer<T> buffer(picture.width, picture.height);
-    for (long y = 0; y < picture.height; ++y)
-        for (long x = 0; x < picture.width; ++x)
+    for (long y = 0; y < picture.height; ++y) {
+        for (long x = 0; x < picture.width; ++x) {
             buffer.pointToRow(y)[x] = static_cast<T>(picture.at(x, y));
+        }
+    }
     return buffer;
 }
 
 template <class T>
 std::vector<unsigned> samples(const mvPelBuffer<T>& buffer) {
     std::vector<unsigned> all;
-    for (long y = 0; y < buffer.height(); ++y)
+    for (long y = 0; y < buffer.height(); ++y) {
         for (long x = 0; x < buffer.width(); ++x) all.push_back(buffer.pel(x, y));
+    }
     return all;
 }
 
@@ -95,8 +98,9 @@ TEST_F(Filters, ZeroBorderIsTheLibrarysPadding) {
 
 TEST_F(Filters, MirrorBorderLeavesNoEdge) {
     const PngFile flat = greyPng(50, 20, 8, [](long, long) { return 200; });
-    for (const unsigned pel : result({"bandpass", "--frequency", "0.2", "--sigma", "0.02"}, flat))
+    for (const unsigned pel : result({"bandpass", "--frequency", "0.2", "--sigma", "0.02"}, flat)) {
         ASSERT_EQ(pel, 0u);
+    }
 }
 
 TEST_F(Filters, RadiusOneRemovesTheMean) {
@@ -113,9 +117,11 @@ TEST_F(Filters, ConvolutionMovesByTheKernelsPel) {
     writePng(path("kernel.png"), greyPng(3, 3, 8, [](long x, long y) { return x == 2 && y == 1; }));
     const PngFile picture = noisePng(16, 16, 8);
     const std::vector<unsigned> moved = result({"convolve", "--kernel", "kernel.png"}, picture);
-    for (long y = 0; y < 16; ++y)
-        for (long x = 1; x < 16; ++x)
+    for (long y = 0; y < 16; ++y) {
+        for (long x = 1; x < 16; ++x) {
             ASSERT_EQ(moved[static_cast<std::size_t>(y * 16 + x)], picture.at(x - 1, y));
+        }
+    }
 }
 
 TEST_F(Filters, ConvolutionKeepsTheGreyLevel) {

@@ -24,8 +24,9 @@ TEST_F(View, DrawsARingAroundTheMiddle) {
     EXPECT_EQ(ring.width, 64);
     EXPECT_EQ(ring.height, 32);
     EXPECT_EQ(ring.depth, 8);
-    for (const auto& [x, y] : {std::pair(48l, 16l), {16l, 16l}, {32l, 24l}, {32l, 8l}})
+    for (const auto& [x, y] : {std::pair(48l, 16l), {16l, 16l}, {32l, 24l}, {32l, 8l}}) {
         EXPECT_EQ(ring.at(x, y), 255u) << x << ", " << y;
+    }
     EXPECT_EQ(ring.at(32, 16), 0u);
     EXPECT_EQ(ring.at(0, 0), 0u);
 }
@@ -49,8 +50,9 @@ TEST_F(View, DrawsALobeWhereItLies) {
 TEST_F(View, ShowsTheSquareThatIsClearedAroundDC) {
     const PngFile lowPass =
         of({"bandpass", "--frequency", "0", "--sigma", "0.2", "--dc-radius", "2"});
-    for (long y = 15; y <= 17; ++y)
+    for (long y = 15; y <= 17; ++y) {
         for (long x = 31; x <= 33; ++x) EXPECT_EQ(lowPass.at(x, y), 0u) << x << ", " << y;
+    }
     EXPECT_GT(lowPass.at(34, 16), 200u);
 }
 

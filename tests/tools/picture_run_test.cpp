@@ -17,13 +17,14 @@ class ManyPictures : public ProgramTest {
   protected:
     // Pictures of both depths and of different padded sizes.
     void SetUp() override {
-        for (const long side : {8, 20, 33, 64})
+        for (const long side : {8, 20, 33, 64}) {
             for (const int depth : {8, 16}) {
                 const std::string name =
                     std::to_string(side) + "-" + std::to_string(depth) + ".png";
                 writePng(path(name), noisePng(side, 2 * side, depth));
                 inputs_.push_back(name);
             }
+        }
     }
 
     static Arguments all(Arguments arguments, const Arguments& more) {

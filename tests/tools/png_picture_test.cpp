@@ -42,8 +42,9 @@ TEST_P(RoundTrip, KeepsPelsOf16BitsWithinOne) {
     const PngFile result = throughIdentity(picture, border);
     EXPECT_EQ(result.depth, 16);
     ASSERT_EQ(result.samples.size(), picture.samples.size());
-    for (std::size_t i = 0; i < picture.samples.size(); ++i)
+    for (std::size_t i = 0; i < picture.samples.size(); ++i) {
         ASSERT_NEAR(result.samples[i], picture.samples[i], 1) << "sample " << i;
+    }
 }
 
 INSTANTIATE_TEST_SUITE_P(Shapes, RoundTrip,

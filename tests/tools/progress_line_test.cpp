@@ -15,8 +15,9 @@ namespace {
 class Progress : public ProgramTest {
   protected:
     void SetUp() override {
-        if (openpty(&terminal_, &other_, nullptr, nullptr, nullptr) != 0)
+        if (openpty(&terminal_, &other_, nullptr, nullptr, nullptr) != 0) {
             GTEST_SKIP() << "This system gives no terminals.";
+        }
         writePng(path("in.png"), noisePng(64, 64, 8));
         ASSERT_EQ(mkfifo(path("pipe.png").c_str(), 0600), 0);
     }
@@ -41,8 +42,9 @@ class Progress : public ProgramTest {
     static std::string readAll(int terminal) {
         std::string text;
         char bytes[256];
-        for (ssize_t count; (count = read(terminal, bytes, sizeof bytes)) > 0;)
+        for (ssize_t count; (count = read(terminal, bytes, sizeof bytes)) > 0;) {
             text.append(bytes, static_cast<std::size_t>(count));
+        }
         return text;
     }
 

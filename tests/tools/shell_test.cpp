@@ -54,11 +54,13 @@ TEST_F(Shell, HasAManualPageOfAllCommandsAndOptions) {
         printed("'" MVFREQ_SHELL "/make_man_page.sh' '" MVFREQ_PROGRAM "' /dev/stdout");
     EXPECT_EQ(page.rfind(".TH MVFREQ 1 ", 0), 0u);
     for (const char* command : {"bandpass", "bandreject", "gabor", "gaborreject", "convolve",
-                                "apply", "spectrum", "view", "info"})
+                                "apply", "spectrum", "view", "info"}) {
         EXPECT_NE(page.find(std::string(".SS mvfreq ") + command + "\n"), std::string::npos);
+    }
     for (const char* text : {"\n.B \\-\\-dc\\-radius INT\nClear DC", "\n.B \\-\\-out\\-dir TEXT",
-                             "\n  mvfreq bandpass \\-\\-frequency 0.03"})
+                             "\n  mvfreq bandpass \\-\\-frequency 0.03"}) {
         EXPECT_NE(page.find(text), std::string::npos) << text;
+    }
 }
 
 }  // namespace

@@ -66,9 +66,11 @@ TEST_P(Axes, StandAroundThePlane) {
     const long left = 34 * letter, top = 6 * letter;
     ASSERT_GE(plot.width, left + zoom * plane.width);
     ASSERT_GE(plot.height, top + zoom * plane.height);
-    for (long y = 0; y < zoom * plane.height; ++y)
-        for (long x = 0; x < zoom * plane.width; ++x)
+    for (long y = 0; y < zoom * plane.height; ++y) {
+        for (long x = 0; x < zoom * plane.width; ++x) {
             ASSERT_EQ(plot.at(left + x, top + y), plane.at(x / zoom, y / zoom)) << x << ", " << y;
+        }
+    }
     for (const long x : {0l, plot.width - 1}) EXPECT_EQ(plot.at(x, 0), 255u);
 }
 

@@ -26,8 +26,9 @@ std::string contentOf(const fs::path& path) {
 
 std::vector<fs::path> allFiles() {
     std::vector<fs::path> files;
-    for (const auto& entry : fs::directory_iterator(MVFREQ_GOLDEN_FILES))
+    for (const auto& entry : fs::directory_iterator(MVFREQ_GOLDEN_FILES)) {
         if (entry.path().extension() == ".mva") files.push_back(entry.path());
+    }
     std::sort(files.begin(), files.end());
     return files;
 }
@@ -126,8 +127,9 @@ TEST_P(Golden, WithAnyByteFlippedItDoesNoHarm) {
 TEST(GoldenFiles, AreAllThere) {
     const std::vector<fs::path> files = allFiles();
     EXPECT_GE(files.size(), 50U);
-    for (const auto& [name, thrown] : kUnknown)
+    for (const auto& [name, thrown] : kUnknown) {
         EXPECT_TRUE(fs::exists(fs::path(MVFREQ_GOLDEN_FILES) / (name + ".unknown.mva"))) << name;
+    }
 }
 
 }  // namespace

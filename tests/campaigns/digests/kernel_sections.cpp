@@ -24,8 +24,9 @@ Planes makePlanes(Numbers& numbers, mvPair<long> size, bool special) {
         value = special ? numbers.special() : static_cast<float>(numbers.symmetric());
     }
     // The real kernel takes the second float of a single column for a zero that is there.
-    for (std::size_t i = 1; size.x == 1 && i < planes.floats.size(); i += 2)
+    for (std::size_t i = 1; size.x == 1 && i < planes.floats.size(); i += 2) {
         planes.floats[i] = 0.0F;
+    }
     planes.low = static_cast<int>(numbers.between(-2, size.y));
     planes.high = static_cast<int>(numbers.between(planes.low, size.y + 2));
     return planes;

@@ -68,14 +68,16 @@ constexpr double kNumbers[] = {0.0,
 
 template <class Bits>
 void put(std::string& bytes, std::size_t at, Bits value) {
-    for (std::size_t i = 0; i < sizeof(Bits); ++i)
+    for (std::size_t i = 0; i < sizeof(Bits); ++i) {
         bytes[at + i] = static_cast<char>(value >> 8 * i);
+    }
 }
 
 std::uint32_t wordAt(const std::string& bytes, std::size_t at) {
     std::uint32_t value = 0;
-    for (std::size_t i = 4; i-- > 0;)
+    for (std::size_t i = 4; i-- > 0;) {
         value = value << 8 | static_cast<unsigned char>(bytes[at + i]);
+    }
     return value;
 }
 
@@ -227,8 +229,9 @@ void mutateStructure(std::string& kind, std::string& bytes, const std::vector<Fi
             bytes += bytes;
             return;
         default:
-            if (!fields.empty())
+            if (!fields.empty()) {
                 bytes.resize(fields[random.below(static_cast<unsigned>(fields.size()))].at);
+            }
     }
 }
 

@@ -132,8 +132,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const Call call = readCall(bytes, plane.height);
     fill(plane, bytes, static_cast<unsigned>(size));
     // The real kernel's plane of width 1 holds samples and zeros.
-    if (call.isReal && plane.width == 1)
+    if (call.isReal && plane.width == 1) {
         for (auto& z : plane.elements) z.im = 0;
+    }
 
     Plane expected = plane;
     transform(expected, call);

@@ -64,16 +64,19 @@ class Folder {
 
     /// Nothing that a run has written is there for the next one.
     static void tidy() {
-        for (const auto& entry : fs::directory_iterator("."))
+        for (const auto& entry : fs::directory_iterator(".")) {
             if (entry.path().filename() != "good.png") fs::remove_all(entry.path());
+        }
     }
 
   private:
     static void writeGoodPicture() {
         mvPelBuffer<unsigned char> picture(7, 5);
-        for (long y = 0; y < 5; ++y)
-            for (long x = 0; x < 7; ++x)
+        for (long y = 0; y < 5; ++y) {
+            for (long x = 0; x < 7; ++x) {
                 picture.pointToRow(y)[x] = static_cast<unsigned char>(40 * x + y);
+            }
+        }
         OutputFiles files;
         writePicture(files.add("good.png"), picture);
         files.publish();
@@ -143,10 +146,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const fuzz::Input input = fuzz::split(fuzz::asText(data, size), '\0');
     const Folder::Visit visit(folder);
     Folder::write("f", input.body);
-    if (input.heading.empty())
+    if (input.heading.empty()) {
         tolerate([] { readPicture("f"); });
-    else
+    } else {
         tolerate([&] { run(input.heading); });
+    }
     Folder::tidy();
     return 0;
 }

@@ -19,8 +19,9 @@ constexpr std::size_t kSignature = 8;
 
 std::size_t wordAt(const std::string& bytes, std::size_t at) {
     std::size_t value = 0;
-    for (std::size_t i = 0; i < 4; ++i)
+    for (std::size_t i = 0; i < 4; ++i) {
         value = value << 8 | static_cast<unsigned char>(bytes[at + i]);
+    }
     return value;
 }
 

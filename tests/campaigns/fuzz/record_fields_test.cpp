@@ -71,8 +71,9 @@ TEST(ArchiveMutator, ChangesEachFieldOfTheGoldenFiles) {
             const auto [before, after] = std::mismatch(archive.bytes.begin(), archive.bytes.end(),
                                                        bytes.begin(), bytes.end());
             const auto at = static_cast<std::size_t>(before - archive.bytes.begin());
-            for (const fuzz::Field& field : fields)
+            for (const fuzz::Field& field : fields) {
                 if (at >= field.at && at < field.at + field.size) changed.insert(field.at);
+            }
         }
         EXPECT_EQ(changed.size(), fields.size()) << archive.name;
     }

@@ -89,8 +89,10 @@ reference::Image<T> wrapped(const reference::Image<T>& image) {
     for (const long originY : {image.y + image.height, image.y}) {
         for (const long originX : {image.x + image.width, image.x}) {
             for (long y = std::max(0L, -originY); y < image.height - std::max(0L, originY); ++y) {
-                for (long x = std::max(0L, -originX); x < image.width - std::max(0L, originX); ++x)
+                for (long x = std::max(0L, -originX); x < image.width - std::max(0L, originX);
+                     ++x) {
                     result.at(x + originX, y + originY) = image.at(x, y);
+                }
             }
         }
     }

@@ -39,8 +39,9 @@ std::vector<Fields> changedIn(const Fields& fields,
     const auto changed = [&]() -> Fields& { return all.emplace_back(fields); };
     changed().initialized = !fields.initialized;
     for (const auto parameter : parameters) changed().*parameter += 0.125;
-    for (const auto integer : {&Fields::width, &Fields::height, &Fields::radius})
+    for (const auto integer : {&Fields::width, &Fields::height, &Fields::radius}) {
         changed().*integer += 1;
+    }
     Fields& inOneRow = changed();
     inOneRow.supportWidth = fields.supportWidth * fields.supportHeight;
     inOneRow.supportHeight = 1;
@@ -373,8 +374,9 @@ TEST(LobeEquality, TakesANaNForAnything) {
     mvFrequencyFilterGabor one;
     archive::load(fields.record().bytes(), one);
     const double nan = std::numeric_limits<double>::quiet_NaN();
-    for (double* field : {&fields.frequency, &fields.angle, &fields.sigmaX, &fields.plateauY})
+    for (double* field : {&fields.frequency, &fields.angle, &fields.sigmaX, &fields.plateauY}) {
         *field = nan;
+    }
     mvFrequencyFilterGabor other;
     archive::load(fields.record().bytes(), other);
     EXPECT_TRUE(one == other);

@@ -119,8 +119,9 @@ mvPair<long> peakOf(const mvFrequencyBuffer& buffer) {
     mvPair<long> peak(0, 0);
     for (long v = -buffer.height() / 2; v < buffer.height() / 2; ++v) {
         for (long u = -buffer.width() / 2; u < buffer.width() / 2; ++u) {
-            if (buffer.getReal(u, v, true) > buffer.getReal(peak.x, peak.y, true))
+            if (buffer.getReal(u, v, true) > buffer.getReal(peak.x, peak.y, true)) {
                 peak = mvPair<long>(u, v);
+            }
         }
     }
     return peak;

@@ -24,8 +24,9 @@ F& drop(F& filter) {
 
 template <class Case>
 void expectHolds(typename Case::Filter& filter, const typename Case::Parameters& p) {
-    for (const auto& parameter : Case::allParameters())
+    for (const auto& parameter : Case::allParameters()) {
         EXPECT_TRUE(parameter.holds(filter, p)) << parameter.name;
+    }
 }
 
 TYPED_TEST(FilterLifeCycle, ADefaultOneHasNoResponse) {

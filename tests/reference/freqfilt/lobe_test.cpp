@@ -43,8 +43,9 @@ TEST(ReferenceLobe, PassAndRejectAddUpToTheInputButForTheLastColumn) {
     const reference::LobeParameters given{0.03, 0.05, 0.01, 0.02, 2.0, 0.2, 64, 32, 0};
     applyGabor(reference::gabor(given), pass);
     applyGaborReject(reference::gaborReject(given), reject);
-    for (std::size_t i = 0; i < pass.plane.elements.size(); ++i)
+    for (std::size_t i = 0; i < pass.plane.elements.size(); ++i) {
         ASSERT_NEAR(pass.plane.elements[i].re + reject.plane.elements[i].re, 1, 1e-6) << i;
+    }
     EXPECT_TRUE(pass.masked);
     EXPECT_FALSE(reject.masked);
 }

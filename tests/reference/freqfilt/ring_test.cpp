@@ -34,8 +34,9 @@ TEST(ReferenceRing, PassAndRejectAddUpToTheInput) {
     Spectrum reject = ones(32, 64);
     applyBandPass(reference::bandPass({0.03, 0.02, 0.2, 32, 64, 0}), pass);
     applyBandReject(reference::bandReject({0.03, 0.02, 0.2, 32, 64, 0}), reject);
-    for (std::size_t i = 0; i < pass.plane.elements.size(); ++i)
+    for (std::size_t i = 0; i < pass.plane.elements.size(); ++i) {
         ASSERT_NEAR(pass.plane.elements[i].re + reject.plane.elements[i].im, 1, 1e-6) << i;
+    }
 }
 
 TEST(ReferenceRing, PeaksOnTheRing) {

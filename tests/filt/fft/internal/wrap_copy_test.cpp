@@ -28,8 +28,9 @@ Image<Pel> wrapped(const Image<Pel>& src, const Image<Pel>& dst, bool negate) {
 Image<Pel> turned(const Image<Pel>& src, long x, long y) {
     Image<Pel> result(src.width, src.height);
     for (long row = 0; row < src.height; ++row) {
-        for (long column = 0; column < src.width; ++column)
+        for (long column = 0; column < src.width; ++column) {
             result.at((column + x) % src.width, (row + y) % src.height) = src.at(column, row);
+        }
     }
     return result;
 }
