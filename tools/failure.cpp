@@ -5,8 +5,18 @@
 
 #include <exception>
 #include <new>
+#include <sstream>
+#include <system_error>
 
-#include "input_file.h"
+std::string textOf(const mvException& error) {
+    std::ostringstream text;
+    text << error;
+    return text.str();
+}
+
+std::string systemText(int error) {
+    return std::generic_category().message(error);
+}
 
 Report reportOfException() {
     try {

@@ -1,6 +1,8 @@
 // What the program reports on standard error, and with which exit code it ends.
 #pragma once
 
+#include <base/exception.h>
+
 #include <stdexcept>
 #include <string>
 
@@ -17,6 +19,12 @@ class Failure : public std::runtime_error {
   public:
     using std::runtime_error::runtime_error;
 };
+
+/// What the library's exceptions write of themselves.
+std::string textOf(const mvException& error);
+
+/// What the system says of an error number; safe from several threads.
+std::string systemText(int error);
 
 struct Report {
     std::string text;

@@ -4,7 +4,7 @@
 #include <CLI/CLI.hpp>
 
 #include "border.h"
-#include "command_line.h"
+#include "work.h"
 
 /// Adds the --border option.
 void addBorder(CLI::App& command, Border& border);

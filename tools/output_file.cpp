@@ -4,7 +4,6 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <cstring>
 #include <system_error>
 #include <utility>
 
@@ -35,7 +34,7 @@ OutputFile::OutputFile(const std::string& path) : target_(resolved(path)) {
     temporary_ = target_;
     temporary_.concat(".").concat(std::to_string(getpid())).concat(".tmp");
     stream_ = std::fopen(temporary_.c_str(), "wbx");
-    if (!stream_) fail(path, std::strerror(errno));
+    if (!stream_) fail(path, systemText(errno));
     if (fs::exists(status)) fs::permissions(temporary_, status.permissions(), ignored);
 }
 

@@ -11,13 +11,11 @@
 #include <cerrno>
 #include <csetjmp>
 #include <cstdio>
-#include <cstring>
 #include <memory>
 #include <vector>
 
 #include "attention.h"
 #include "failure.h"
-#include "input_file.h"
 #include "output_file.h"
 #include "size_text.h"
 
@@ -129,10 +127,10 @@ using File = std::unique_ptr<std::FILE, int (*)(std::FILE*)>;
 
 File openPicture(const std::string& path) {
     File file(std::fopen(path.c_str(), "rb"), &std::fclose);
-    if (!file) throw Failure(std::strerror(errno));
+    if (!file) throw Failure(systemText(errno));
     struct stat status {};
     if (fstat(fileno(file.get()), &status) == 0 && S_ISDIR(status.st_mode)) {
-        throw Failure(std::strerror(EISDIR));
+        throw Failure(systemText(EISDIR));
     }
     return file;
 }

@@ -1,6 +1,7 @@
 // Archives as Python bytes.
 #include "archives.h"
 
+#include "archive_bytes.h"
 #include "errors.h"
 #include "filters.h"
 #include "frequency_buffer.h"

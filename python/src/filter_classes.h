@@ -9,7 +9,7 @@
 #include <utility>
 #include <vector>
 
-#include "archives.h"
+#include "archive_bytes.h"
 #include "filters.h"
 
 /// A pair as Python has it, and the ways there and back.

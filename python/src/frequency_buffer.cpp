@@ -12,7 +12,7 @@
 #include <string>
 #include <utility>
 
-#include "archives.h"
+#include "archive_bytes.h"
 #include "attention.h"
 #include "pel_buffers.h"
 

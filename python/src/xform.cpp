@@ -9,7 +9,7 @@
 #include <array>
 #include <utility>
 
-#include "archives.h"
+#include "archive_bytes.h"
 
 namespace py = pybind11;
 using namespace py::literals;

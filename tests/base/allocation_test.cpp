@@ -98,7 +98,7 @@ class Cup : public mvPersistent {
 };
 int Cup::alive = 0;
 
-const mv_Instantiator cups(typeid(Cup), &Cup::make);
+const mv_Instantiator kCups(typeid(Cup), &Cup::make);
 
 std::string storedCup() {
     Cup cup;

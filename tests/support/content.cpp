@@ -75,8 +75,9 @@ const ContentKind* contentKind(std::string_view name) {
 
 void load(Content& content, const std::string& bytes) {
     support::Loading loading(bytes);
-    do content.load(loading);
-    while (content.takesMore() && loading.rest() > 0);
+    do {
+        content.load(loading);
+    } while (content.takesMore() && loading.rest() > 0);
 }
 
 }  // namespace archive

@@ -75,7 +75,7 @@ struct WithLobe : Twin {
 };
 
 struct BandPass : WithRing<RemovalRadius<RingCase<mvFrequencyFilterBandPass>>> {
-    static constexpr auto describe = reference::bandPass;
+    static auto describe(const reference::RingParameters& p) { return reference::bandPass(p); }
     static void apply(const reference::Ring& r, reference::Spectrum& b) { applyBandPass(r, b); }
     static void apply(const reference::Ring& r, const reference::Spectrum& s,
                       reference::Spectrum& d) {
@@ -84,7 +84,7 @@ struct BandPass : WithRing<RemovalRadius<RingCase<mvFrequencyFilterBandPass>>> {
 };
 
 struct BandReject : WithRing<ProtectionRadius<RingCase<mvFrequencyFilterBandReject>>> {
-    static constexpr auto describe = reference::bandReject;
+    static auto describe(const reference::RingParameters& p) { return reference::bandReject(p); }
     static void apply(const reference::Ring& r, reference::Spectrum& b) { applyBandReject(r, b); }
     static void apply(const reference::Ring& r, const reference::Spectrum& s,
                       reference::Spectrum& d) {
@@ -93,7 +93,7 @@ struct BandReject : WithRing<ProtectionRadius<RingCase<mvFrequencyFilterBandReje
 };
 
 struct Gabor : WithLobe<RemovalRadius<LobeCase<mvFrequencyFilterGabor>>> {
-    static constexpr auto describe = reference::gabor;
+    static auto describe(const reference::LobeParameters& p) { return reference::gabor(p); }
     static void apply(const reference::Lobe& l, reference::Spectrum& b) { applyGabor(l, b); }
     static void apply(const reference::Lobe& l, const reference::Spectrum& s,
                       reference::Spectrum& d) {
@@ -102,7 +102,7 @@ struct Gabor : WithLobe<RemovalRadius<LobeCase<mvFrequencyFilterGabor>>> {
 };
 
 struct GaborReject : WithLobe<ProtectionRadius<LobeCase<mvFrequencyFilterGaborReject>>> {
-    static constexpr auto describe = reference::gaborReject;
+    static auto describe(const reference::LobeParameters& p) { return reference::gaborReject(p); }
     static void apply(const reference::Lobe& l, reference::Spectrum& b) { applyGaborReject(l, b); }
     static void apply(const reference::Lobe& l, const reference::Spectrum& s,
                       reference::Spectrum& d) {

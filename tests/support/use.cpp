@@ -109,13 +109,13 @@ long areaOf(const mvFrequencyFilterImage& filter) {
 
 template <class Parameters>
 struct Response : mvResponseFilter<Parameters> {
-    static constexpr auto member = &Response::response_;
+    static constexpr auto kMember = &Response::response_;
 };
 
 // Gains of the filter; none without response.
 template <class Parameters>
 long areaOf(const mvResponseFilter<Parameters>& filter) {
-    const mvFilterResponse& response = filter.*Response<Parameters>::member;
+    const mvFilterResponse& response = filter.*Response<Parameters>::kMember;
     return response.isSet() ? static_cast<long>(response.size()) : 0;
 }
 

@@ -44,8 +44,9 @@ bool loadAll(archive::Content& content, const std::string& bytes) {
     archive::Loading loading(bytes);
     const std::string thrown = archive::loadingThrows([&] {
         int objects = 0;
-        do loadOne(content, loading, bytes.size());
-        while (content.takesMore() && loading.rest() > 0 && ++objects < kMostObjects);
+        do {
+            loadOne(content, loading, bytes.size());
+        } while (content.takesMore() && loading.rest() > 0 && ++objects < kMostObjects);
     });
     return thrown == "nothing";
 }

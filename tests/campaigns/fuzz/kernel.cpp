@@ -92,8 +92,8 @@ void transform(float* data, mvPair<long> size, const Call& call, const mvi::Kern
 }
 
 void transform(Plane& plane, const Call& call) {
-    if (call.isReal) return reference::RealFFT2D(plane);
-    reference::FFT2D(plane, call.direction, call.low, call.high);
+    if (call.isReal) return reference::realFFT2D(plane);
+    reference::fft2D(plane, call.direction, call.low, call.high);
 }
 
 // On a block of just that size at a 16-byte boundary, so that AddressSanitizer sees its ends.

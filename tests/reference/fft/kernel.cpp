@@ -95,46 +95,46 @@ bool isSquare(const Plane& plane) {
 
 }  // namespace
 
-void FFT2D(Plane& plane, int direction, long rowLow, long rowHigh, const Poll& poll) {
+void fft2D(Plane& plane, int direction, long rowLow, long rowHigh, const Poll& poll) {
     const Call call{.poll = poll};
-    const int W = plane.width;
-    const int H = plane.height;
+    const int width = plane.width;
+    const int height = plane.height;
     Complex* const z = plane.elements.data();
 
     transformRowsInBand(call, plane, direction, rowLow, rowHigh);
     if (isOblong(plane)) {
         std::vector<Complex> scratch(plane.elements.size());
-        transpose(z, scratch.data(), W, H, poll);
-        transformAll(call, scratch.data(), W, H, direction);
-        transpose(scratch.data(), z, H, W, poll);
+        transpose(z, scratch.data(), width, height, poll);
+        transformAll(call, scratch.data(), width, height, direction);
+        transpose(scratch.data(), z, height, width, poll);
     } else if (isSquare(plane)) {
-        transposeSquare(z, W, rowLow, rowHigh, poll);
-        transformAll(call, z, W, H, direction);
-        transposeSquare(z, W, 0, H, poll);
+        transposeSquare(z, width, rowLow, rowHigh, poll);
+        transformAll(call, z, width, height, direction);
+        transposeSquare(z, width, 0, height, poll);
     } else {
-        transformAll(call, z, W, H, direction);
+        transformAll(call, z, width, height, direction);
     }
 }
 
-void RealFFT2D(Plane& plane, const Poll& poll) {
+void realFFT2D(Plane& plane, const Poll& poll) {
     const Call call{.poll = poll};
-    const int W = plane.width;
-    const int H = plane.height;
-    const int columns = W / 2 + 1;
+    const int width = plane.width;
+    const int height = plane.height;
+    const int columns = width / 2 + 1;
     Complex* const z = plane.elements.data();
 
     transformRealRows(call, plane);
     if (isOblong(plane)) {
         std::vector<Complex> scratch(plane.elements.size());
-        transpose(z, scratch.data(), W, H, poll);
-        transformAll(call, scratch.data(), columns, H, 1);
-        transpose(scratch.data(), z, H, W, poll);
+        transpose(z, scratch.data(), width, height, poll);
+        transformAll(call, scratch.data(), columns, height, 1);
+        transpose(scratch.data(), z, height, width, poll);
     } else if (isSquare(plane)) {
-        transposeSquareHalf(z, W, true, poll);
-        transformAll(call, z, columns, H, 1);
-        transposeSquareHalf(z, W, false, poll);
+        transposeSquareHalf(z, width, true, poll);
+        transformAll(call, z, columns, height, 1);
+        transposeSquareHalf(z, width, false, poll);
     } else {
-        transformAll(call, z, columns, H, 1);
+        transformAll(call, z, columns, height, 1);
     }
     hermitianFill(plane, poll);
 }

@@ -12,10 +12,10 @@ namespace reference {
 /// Transforms the plane in place, forward (direction >= 0) or inverse, without scaling. Rows whose
 /// shifted index lies outside rowLow .. rowHigh are not transformed in the pass over the rows;
 /// (0, height) lets every row through.
-void FFT2D(Plane& plane, int direction, long rowLow, long rowHigh, const Poll& poll = noPoll);
+void fft2D(Plane& plane, int direction, long rowLow, long rowHigh, const Poll& poll = noPoll);
 
 /// Forward transform of a real plane: the first `width` floats of each row are its real samples,
 /// the others are not read (a plane of width 1 holds (sample, 0)). Leaves the full complex plane.
-void RealFFT2D(Plane& plane, const Poll& poll = noPoll);
+void realFFT2D(Plane& plane, const Poll& poll = noPoll);
 
 }  // namespace reference

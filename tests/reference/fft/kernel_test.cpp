@@ -13,21 +13,21 @@
 namespace {
 
 using reference::Complex;
-using reference::FFT2D;
+using reference::fft2D;
 using reference::Plane;
-using reference::RealFFT2D;
+using reference::realFFT2D;
 using support::paddedSizes;
 using support::randomPlane;
 
 constexpr double kClose = 2e-6;
 
 Plane forward(Plane plane) {
-    FFT2D(plane, 1, 0, plane.height);
+    fft2D(plane, 1, 0, plane.height);
     return plane;
 }
 
 Plane inverse(Plane plane) {
-    FFT2D(plane, -1, 0, plane.height);
+    fft2D(plane, -1, 0, plane.height);
     return plane;
 }
 
@@ -53,14 +53,14 @@ Plane packed(const Plane& plane) {
 int pollsOfFFT2D(int w, int h, long rowLow, long rowHigh) {
     int polls = 0;
     Plane plane(w, h);
-    FFT2D(plane, 1, rowLow, rowHigh, [&] { ++polls; });
+    fft2D(plane, 1, rowLow, rowHigh, [&] { ++polls; });
     return polls;
 }
 
 int pollsOfRealFFT2D(int w, int h) {
     int polls = 0;
     Plane plane(w, h);
-    RealFFT2D(plane, [&] { ++polls; });
+    realFFT2D(plane, [&] { ++polls; });
     return polls;
 }
 
@@ -163,7 +163,7 @@ TEST(ReferenceRealKernel, EqualsTheComplexKernelOnRealInput) {
         Plane plane = randomPlane(w, h, 8);
         for (Complex& z : plane.elements) z.im = 0;
         Plane real = packed(plane);
-        RealFFT2D(real);
+        realFFT2D(real);
         EXPECT_LT(reference::relativeError(real, widened(forward(plane))), 1e-7 * (w + h))
             << w << " x " << h;
         EXPECT_EQ(real.at(0, 0).im, 0) << w << " x " << h;
@@ -173,7 +173,7 @@ TEST(ReferenceRealKernel, EqualsTheComplexKernelOnRealInput) {
 TEST(ReferenceRealKernel, DoesNotNegateTheOnlyPointOfTwoSamples) {
     Plane plane(2, 1);
     plane.at(0, 0) = {5, 3};
-    RealFFT2D(plane);
+    realFFT2D(plane);
     EXPECT_EQ(plane.at(0, 0).re, 8);
     EXPECT_EQ(plane.at(1, 0).re, 2);
 }
@@ -187,10 +187,10 @@ TEST(ReferenceKernel, SkipsRowsOutsideTheBandInItsFirstPass) {
             for (int x = 0; x < w; ++x) plane.at(x, y) = {static_cast<float>(x + y), 1};
         }
         Plane banded = plane;
-        FFT2D(banded, -1, 6, 9);
+        fft2D(banded, -1, 6, 9);
         EXPECT_TRUE(support::samePlane(inverse(plane), banded)) << w;
         Plane narrow = plane;
-        FFT2D(narrow, -1, 8, 9);
+        fft2D(narrow, -1, 8, 9);
         EXPECT_FALSE(support::samePlane(inverse(plane), narrow)) << w;
     }
 }

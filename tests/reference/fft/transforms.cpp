@@ -139,7 +139,7 @@ Spectrum forward(const Image<T>& image, const Poll& poll) {
         float* row = &result.plane.row(y)->re;
         for (long x = 0; x < source.width; ++x) row[x] = static_cast<float>(source.at(x, y));
     }
-    RealFFT2D(result.plane, poll);
+    realFFT2D(result.plane, poll);
     return result;
 }
 
@@ -155,7 +155,7 @@ Spectrum forward(const Image<T>& real, const Image<T>& imaginary, const Poll& po
         }
     }
     poll();  // the padding is cleared here; this plane was new
-    FFT2D(result.plane, 1, 0, result.plane.height, poll);
+    fft2D(result.plane, 1, 0, result.plane.height, poll);
     return result;
 }
 
@@ -163,7 +163,7 @@ Spectrum forward(const Spectrum& src, const Poll& poll) {
     Spectrum result = src;
     result.inverseComputed = false;
     result.masked = false;
-    FFT2D(result.plane, 1, 0, result.plane.height, poll);
+    fft2D(result.plane, 1, 0, result.plane.height, poll);
     return result;
 }
 
@@ -172,7 +172,7 @@ Spectrum spatial(const Spectrum& src, const Poll& poll) {
     if (src.inverseComputed) return result;
     const long rowLow = src.masked ? src.maskedMiny : 0;
     const long rowHigh = src.masked ? src.maskedMaxy : src.plane.height;
-    FFT2D(result.plane, -1, rowLow, rowHigh, poll);
+    fft2D(result.plane, -1, rowLow, rowHigh, poll);
     result.inverseComputed = true;
     return result;
 }

@@ -184,7 +184,7 @@ TEST(KernelFlow, TransformsRowsOfZerosAsAnyOther) {
         const Plane plane = withRowsOfZeros(random);
         for (const int direction : {1, -1}) {
             Plane expected = plane;
-            reference::FFT2D(expected, direction, band.low, band.high);
+            reference::fft2D(expected, direction, band.low, band.high);
             onEveryPath([&](const mvi::KernelPath& path) {
                 Plane source = plane, inPlace = plane, result = random;
                 Collector sink(plane.width, plane.height);
@@ -207,7 +207,7 @@ TEST(KernelFlow, TransformsRowsOfZerosAsAnyOther) {
 TEST(KernelFlow, GivesASinkTheColumnsOfTheTransformAndKeepsTheSource) {
     withEveryBand([](const Plane& plane, Band band) {
         Plane expected = plane;
-        reference::FFT2D(expected, -1, band.low, band.high);
+        reference::fft2D(expected, -1, band.low, band.high);
         onEveryPath([&](const mvi::KernelPath& path) {
             for (const long columns : columnCountsOf(plane.width)) {
                 Plane source = plane;
@@ -226,7 +226,7 @@ TEST(KernelFlow, TransformsIntoAnotherPlane) {
     withEveryBand([](const Plane& plane, Band band) {
         for (const int direction : {1, -1}) {
             Plane expected = plane;
-            reference::FFT2D(expected, direction, band.low, band.high);
+            reference::fft2D(expected, direction, band.low, band.high);
             onEveryPath([&](const mvi::KernelPath& path) {
                 Plane source = plane, result = randomPlane(plane.width, plane.height, 9);
                 mvi::transformComplex(source.floats(), result.floats(), sizeOf(plane),
@@ -242,7 +242,7 @@ TEST(KernelFlow, TransformsIntoAnotherPlane) {
 TEST(KernelFlow, ComputesAllColumnsOfAPlaneInPlace) {
     withEveryBand([](const Plane& plane, Band band) {
         Plane expected = plane;
-        reference::FFT2D(expected, -1, band.low, band.high);
+        reference::fft2D(expected, -1, band.low, band.high);
         onEveryPath([&](const mvi::KernelPath& path) {
             const long columns = (plane.width + 1) / 2;
             Plane both = plane;
@@ -265,9 +265,9 @@ TEST(KernelFlow, TakesRowsThatAreNotThereAsZero) {
             SCOPED_TRACE(std::to_string(rows) + " of " + std::to_string(size.width) + " x " +
                          std::to_string(size.height));
             Plane complex = writtenPlane(plane, rows, false);
-            reference::FFT2D(complex, 1, 0, size.height);
+            reference::fft2D(complex, 1, 0, size.height);
             Plane real = writtenPlane(plane, rows, true);
-            reference::RealFFT2D(real);
+            reference::realFFT2D(real);
             onEveryPath([&](const mvi::KernelPath& path) {
                 Plane result = randomPlane(size.width, size.height, 13);
                 mvi::transformComplex(RowsOf(plane, rows, false), result.floats(), sizeOf(plane),

@@ -70,7 +70,7 @@ Plane realTransformed(const Plane& plane, Band band,
 }
 
 Plane expectedTransform(Plane plane, int direction, Band band) {
-    reference::FFT2D(plane, direction, band.low, band.high);
+    reference::fft2D(plane, direction, band.low, band.high);
     return plane;
 }
 
@@ -83,7 +83,7 @@ Plane realTransformed(const Plane& plane) {
 }
 
 Plane expectedRealTransform(Plane plane) {
-    reference::RealFFT2D(plane);
+    reference::realFFT2D(plane);
     return plane;
 }
 
