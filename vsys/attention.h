@@ -1,7 +1,7 @@
 // The attention signal: how an application asks a running operation of its own thread to stop.
 #pragma once
 
-#include <base/export.h>
+#include <vsys/export.h>
 
 /// Answers whether the operation that asks may go on: 0 for yes, anything else is the status it
 /// fails with. It runs on the asking thread, inside the operation; it may throw, and then the
@@ -15,10 +15,10 @@ struct vsys_attention_state {
 };
 
 /// Asks the calling thread's handler and returns its answer; 0 when the thread has no handler.
-MVBASE_API int vsys_attention_check();
+VSYS_API int vsys_attention_check();
 
 /// Hangs `handler` on the calling thread (null: none) and returns what hung there before, so that
 /// it can be put back. Other threads keep their handlers. A handler may replace itself while it
 /// runs.
-MVBASE_API vsys_attention_state vsys_set_attention_handler(vsys_attention_handler handler,
-                                                           void* context) noexcept;
+VSYS_API vsys_attention_state vsys_set_attention_handler(vsys_attention_handler handler,
+                                                         void* context) noexcept;

@@ -4,7 +4,6 @@
 #include <filt/fft/internal/buffer_access.h>
 #include <filt/fft/internal/integers.h>
 #include <filt/fft/internal/same_values.h>
-#include <filt/fft/internal/zero_padding.h>
 
 #include <algorithm>
 #include <cstdint>
@@ -44,6 +43,16 @@ float* copyLowFrequencies(const float* src, long srcWidth, long row, long rows, 
         dst = std::copy_n(line + 2 * srcWidth - width, width, dst);
     }
     return dst;
+}
+
+// Clears the columns and the rows of a plane that lie beyond the image, after one attention poll.
+void clearPadding(float* plane, long imageWidth, long imageHeight, long width, long height) {
+    mvi::pollAttention();
+    for (long y = 0; y < imageHeight; ++y) {
+        float* const row = plane + 2 * width * y;
+        std::fill(row + 2 * imageWidth, row + 2 * width, 0.0f);
+    }
+    std::fill(plane + 2 * width * imageHeight, plane + 2 * width * height, 0.0f);
 }
 
 }  // namespace
@@ -98,7 +107,7 @@ mvFrequencyBuffer::mvFrequencyBuffer(const mvPelBuffer_const<double>& real,
             *out++ = static_cast<float>(im[x]);
         }
     }
-    mvi::clearPadding(data_, imageWidth_, imageHeight_, width_, height_);
+    clearPadding(data_, imageWidth_, imageHeight_, width_, height_);
 }
 
 mvFrequencyBuffer::~mvFrequencyBuffer() = default;

@@ -5,6 +5,7 @@
 #include "errors.h"
 #include "filters.h"
 #include "frequency_buffer.h"
+#include "held_filter.h"
 
 namespace py = pybind11;
 using namespace py::literals;

@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "archive_bytes.h"
-#include "filters.h"
+#include "held_filter.h"
 
 /// A pair as Python has it, and the ways there and back.
 template <class T>
@@ -50,8 +50,19 @@ std::unique_ptr<Held<Filter>> loadedFilter(const pybind11::bytes& data) {
 }
 
 /// The text of a filter: its class with the named parameters, none for a filter without response.
-std::string describeFilter(const pybind11::object& self,
-                           const std::vector<const char*>& parameters);
+inline std::string describeFilter(const pybind11::object& self,
+                                  const std::vector<const char*>& parameters) {
+    std::string text;
+    try {
+        for (const char* name : parameters) {
+            if (!text.empty()) text += ", ";
+            text += std::string(name) + "=" + std::string(pybind11::repr(self.attr(name)));
+        }
+    } catch (const pybind11::error_already_set&) {
+        text.clear();
+    }
+    return std::string(pybind11::str(pybind11::type::of(self).attr("__name__"))) + "(" + text + ")";
+}
 
 /// What all filter classes have.
 template <class Filter>

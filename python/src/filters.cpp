@@ -1,4 +1,6 @@
 // The base of the filter classes, and the image filter.
+#include "filters.h"
+
 #include "attention.h"
 #include "filter_classes.h"
 #include "frequency_buffer.h"
@@ -76,19 +78,6 @@ bool take(mvFrequencyFilter& filter, py::object& taken) {
 }
 
 }  // namespace
-
-std::string describeFilter(const py::object& self, const std::vector<const char*>& parameters) {
-    std::string text;
-    try {
-        for (const char* name : parameters) {
-            if (!text.empty()) text += ", ";
-            text += std::string(name) + "=" + std::string(py::repr(self.attr(name)));
-        }
-    } catch (const py::error_already_set&) {
-        text.clear();
-    }
-    return std::string(py::str(py::type::of(self).attr("__name__"))) + "(" + text + ")";
-}
 
 py::object pythonFilter(mvFrequencyFilter& filter) {
     py::object taken = py::none();

@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "filter_classes.h"
+#include "filters.h"
 
 namespace py = pybind11;
 using namespace py::literals;

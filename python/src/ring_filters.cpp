@@ -1,5 +1,6 @@
 // The band-pass and the band-reject filter.
 #include "filter_classes.h"
+#include "filters.h"
 
 namespace py = pybind11;
 using namespace py::literals;
