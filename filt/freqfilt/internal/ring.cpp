@@ -31,12 +31,13 @@ void fillRingProfile(const mvRingParameters& ring, bool complement, mvFilterResp
 Ring::Ring(const mvRingParameters& ring, const mvFilterResponse& profile, Inside inside)
     : width_(ring.size.x),
       height_(ring.size.y),
-      profile_(profile.data()),
-      count_(static_cast<std::int64_t>(profile.size())),
       inside_(inside),
       radius_(static_cast<float>(static_cast<double>(width_) * ring.frequency)),
-      samplesPerBin_(static_cast<float>(profile.height())),
-      line_(static_cast<std::size_t>(width_)) {
+      line_(static_cast<std::size_t>(width_)),
+      byDistance_(static_cast<std::size_t>(width_ - width_ / 2 + 1)) {
+    profile_ = {profile.data(), static_cast<std::int64_t>(profile.size()),
+                static_cast<double>(radius_),
+                static_cast<double>(static_cast<float>(profile.height()))};
     const double aspect = static_cast<double>(height_) * (1.0 / static_cast<double>(width_));
     rowScale_ = 1.0 / (aspect * aspect);
     rowLimit_ = truncate<std::int32_t>(static_cast<double>(radius_) * aspect +
@@ -56,25 +57,17 @@ std::int64_t Ring::rowTerm(long rowDistance) const {
 // Where in the profile an element of squared distance r2 finds its gain; negative inside the ring's
 // radius.
 double Ring::position(std::int64_t r2) const {
-    return (std::sqrt(static_cast<double>(r2)) - static_cast<double>(radius_)) *
-           static_cast<double>(samplesPerBin_);
+    return (std::sqrt(static_cast<double>(r2)) - profile_.radius) * profile_.samplesPerBin;
 }
 
 bool Ring::isInside(std::int64_t r2) const {
     if (inside_ == Inside::bySquares) return r2 > inner2_ && r2 < outer2_;
-    return !(std::abs(position(r2)) >= static_cast<double>(count_)) && count_ > 0;
+    return !(std::abs(position(r2)) >= static_cast<double>(profile_.count)) && profile_.count > 0;
 }
 
 // Outside and nearer to DC than the ring.
 bool Ring::isBelow(std::int64_t r2) const {
     return !isInside(r2) && (inside_ == Inside::bySquares ? r2 <= inner2_ : position(r2) < 0.0);
-}
-
-// The zero behind the profile's last gain stands for all beyond it; a NaN finds the first gain.
-float Ring::gain(std::int64_t r2) const {
-    const double index = std::abs(position(r2));
-    const double held = index < static_cast<double>(count_) ? index : static_cast<double>(count_);
-    return profile_[index == index ? static_cast<std::int64_t>(held) : 0];
 }
 
 Ring::Runs Ring::prepareLine(long rowDistance) {
@@ -90,12 +83,52 @@ Ring::Runs Ring::prepareLine(long rowDistance) {
 
     const Runs runs{std::min(begin, half), std::min(end, half), std::min(width_, width_ - end + 1),
                     std::min(width_, width_ - begin + 1)};
+    bestKernelPath().radialGains(profile_, term, begin, end, byDistance_.data());
     for (long x = begin; x < end; ++x) {
-        const float value = gain(r2(x));
+        const float value = byDistance_[static_cast<std::size_t>(x)];
         if (x < half) line_[static_cast<std::size_t>(x)] = value;
         if (x > 0) line_[static_cast<std::size_t>(width_ - x)] = value;
     }
     return runs;
+}
+
+namespace {
+
+// The gains of the columns from 0 on of a row, `outside` where the ring has none.
+void fillRow(Ring& ring, long distance, float outside, std::vector<float>& gains) {
+    const long half = ring.width() / 2, columns = static_cast<long>(gains.size());
+    std::fill(gains.begin(), gains.end(), outside);
+    if (ring.isBeyond(distance)) return;
+    const Ring::Runs runs = ring.prepareLine(distance);
+    std::copy(ring.gains() + runs.firstBegin, ring.gains() + runs.firstEnd,
+              gains.data() + runs.firstBegin);
+    if (columns > half && runs.secondBegin <= half && half < runs.secondEnd) {
+        gains.back() = ring.gains()[half];
+    }
+}
+
+// How many columns from 0 on the ring reaches: no row has more than that of DC.
+long columnsReached(Ring& ring) {
+    const Ring::Runs runs = ring.prepareLine(0);
+    return runs.secondBegin <= ring.width() / 2 ? ring.width() / 2 + 1 : runs.firstEnd;
+}
+
+}  // namespace
+
+SpectrumGains spectrumGains(Ring& ring, bool keepsOutside, long dcRadius) {
+    const long height = ring.height();
+    const float outside = keepsOutside ? 1.0f : kClearedGain;
+    const long columns = keepsOutside ? ring.width() / 2 + 1 : columnsReached(ring);
+    SpectrumGains result({ring.width(), height}, columns);
+    std::vector<float> row(static_cast<std::size_t>(columns));
+    for (long v = 0; v <= height / 2; ++v) {
+        if (!keepsOutside && ring.isBeyond(v)) break;
+        fillRow(ring, v, outside, row);
+        if (v < dcRadius) std::fill_n(row.begin(), std::min(dcRadius, columns), outside);
+        result.enter(v, (height - v) % height, row);
+    }
+    result.finish();
+    return result;
 }
 
 }  // namespace mvi

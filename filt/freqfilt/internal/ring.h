@@ -1,6 +1,8 @@
 // The ring: its radial profile and the walk over the plane that applies it.
 #pragma once
 
+#include <filt/fft/internal/kernel/path.h>
+#include <filt/fft/internal/kernel/spectrum_gains.h>
 #include <filt/freqfilt/internal/outside.h>
 #include <filt/freqfilt/response.h>
 #include <filt/freqfilt/ring_filter.h>
@@ -61,18 +63,19 @@ class Ring {
     bool isBelow(std::int64_t r2) const;
     std::int64_t rowTerm(long rowDistance) const;
     double position(std::int64_t r2) const;
-    float gain(std::int64_t r2) const;
 
     long width_, height_;
-    const float* profile_;
-    std::int64_t count_;
+    RadialProfile profile_;
     Inside inside_;
     float radius_;
-    float samplesPerBin_;
     double rowScale_;
     std::int64_t rowLimit_, outer2_, inner2_;
-    std::vector<float> line_;
+    std::vector<float> line_, byDistance_;
 };
+
+/// The ring's gains on half a plane, cleared or 1 outside, and cleared or 1 on the square of
+/// 2 `dcRadius` - 1 frequencies a side around DC.
+SpectrumGains spectrumGains(Ring& ring, bool keepsOutside, long dcRadius);
 
 /// Writes src times the ring's gains to dst, which may be src; outside the ring goes through
 /// `outside`.

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 
 namespace mvi {
 
@@ -15,6 +16,40 @@ inline constexpr long kMostLanes = 16;
 struct SquareRange {
     float least = 1e20f;
     float greatest = -1e20f;
+};
+
+/// Columns begin .. end - 1 of a plane in panels of as many columns as a path has lanes: row after
+/// row of a panel, so many real parts and then so many imaginary parts. Panels stand `pitch` floats
+/// apart; the columns that fill up the last one hold anything.
+struct Panels {
+    float* first;
+    long pitch;
+    long begin, end;
+};
+
+/// The gains of a panel's columns, by row: those of row k begin at `first` + row[k], rows with a
+/// negative entry are dropped. A NaN clears.
+struct ColumnGains {
+    const float* first;
+    const std::int32_t* row;
+
+    const float* at(long k) const { return first + row[k]; }
+};
+
+/// A spectrum of width x height frequencies of which only some columns hold data: `direct` holds
+/// columns from 0 to width / 2, `mirrored` the conjugates of those opposite: element (x, y) is that
+/// of column width - x and row -y.
+struct HalfSpectrum {
+    Panels direct, mirrored;
+    long width, height;
+};
+
+/// Gains by distance: gain i is that at i / samplesPerBin bins from a ring of `radius` bins. A zero
+/// stands behind the `count` gains.
+struct RadialProfile {
+    const float* gains;
+    std::int64_t count;
+    double radius, samplesPerBin;
 };
 
 /// Conversions between runs of pels of type T and runs of elements.
@@ -34,6 +69,21 @@ struct PelRuns {
     /// (magnitude * scale - low) * factor.
     void (*fromMagnitudesMapped)(const float* elements, long count, float scale, float low,
                                  float factor, T* pels);
+
+    /// The magnitudes of a panel times `scale`: the first `count` lanes of each row, to pels and
+    /// on, a `step` from row to row.
+    void (*scaled)(const float* magnitudes, long rows, long count, float scale, T* pels,
+                   std::ptrdiff_t step);
+
+    /// fromMagnitudesMapped of squared magnitudes.
+    void (*fromSquaresMapped)(const float* squares, long count, float scale, float low,
+                              float factor, T* pels);
+
+    /// The row pass over `count` rows of pels, at most as many as there are lanes: of each row
+    /// `filled` pels are read, zeros follow them up to `width`. The frequencies of the columns of
+    /// `to`, which are at most width / 2 + 1, go to its rows y .. y + count - 1.
+    void (*pelsToPanels)(const T* const* pels, long count, long filled, long width,
+                         const Panels& to, long y, float* scratch);
 };
 
 /// One instruction set's loops. All give the same bits.
@@ -43,6 +93,7 @@ struct PelRuns {
 struct KernelPath : PelRuns<unsigned char>, PelRuns<unsigned short>, PelRuns<double> {
     const char* name;
     bool (*isSupported)();
+    long lanes;
 
     /// Complex transforms of `count` rows of `width` elements. A row's source and destination may
     /// be the same.
@@ -64,6 +115,27 @@ struct KernelPath : PelRuns<unsigned char>, PelRuns<unsigned short>, PelRuns<dou
 
     /// Widens `range` by the squared magnitudes of elements; NaNs do not count.
     void (*squareRange)(const float* elements, long count, SquareRange& range);
+
+    /// The gains of the columns begin .. end - 1 of a row whose squared distance is `rowTerm`, to
+    /// gains[begin] and on.
+    void (*radialGains)(const RadialProfile& profile, std::int64_t rowTerm, long begin, long end,
+                        float* gains);
+
+    /// The forward column pass over a panel of `height` rows, in place: those from `filled` on
+    /// count as zeros. Each value is multiplied by its gain before it is stored; a second set of
+    /// gains goes to `mirroredPanel`, unless this is null.
+    void (*gainColumns)(float* panel, long filled, long height, const ColumnGains& direct,
+                        float* mirroredPanel, const ColumnGains& mirrored, float* scratch);
+
+    /// The inverse row pass over `count` rows of a spectrum, at most as many as there are lanes, by
+    /// their numbers, without the last conjugation. The columns of `to` go to its rows y ..
+    void (*panelsToRows)(const HalfSpectrum& from, const std::int32_t* rows, long count,
+                         const Panels& to, long y, float* scratch);
+
+    /// The column pass of an inverse without the first conjugation, of a panel whose row y begins
+    /// at panel + rows[y]: the magnitudes of row y, or their squares, go to magnitudes + lanes * y.
+    void (*columnsToMagnitudes)(const float* panel, const std::int32_t* rows, long height,
+                                bool squared, float* magnitudes, float* scratch);
 
     /// The conversions of pels of type T.
     template <class T>
@@ -89,6 +161,12 @@ const KernelPath& bestKernelPath();
 constexpr std::size_t kernelScratchFloats(long width, long height) {
     const long elements = 2 * width + 1 > height ? 2 * width + 1 : height;
     return static_cast<std::size_t>(elements * 2 * kMostLanes);
+}
+
+/// What the passes over panels need for a plane of this size.
+constexpr std::size_t panelScratchFloats(long width, long height) {
+    const long elements = 2 * width + 4 * kMostLanes;
+    return static_cast<std::size_t>((elements > height ? elements : height) * 2 * kMostLanes);
 }
 
 }  // namespace mvi

@@ -41,8 +41,8 @@ class Passes {
             const Rows rows(src + r, dst + r, count - r);
             Z* const lines = reinterpret_cast<Z*>(scratch);
             Z* const result = lines + half;
-            transformRows<false>(rows, half, lines, result);
-            separate(result, half);
+            loadRows(rows, lines, half);
+            realLines(lines, result, half);
             storeRows(rows, result, half);
             storeElements(rows, result, half, half + 1);
         }
@@ -69,9 +69,25 @@ class Passes {
         }
     }
 
-  private:
     using Z = Elements<V>;
 
+    /// Transforms n elements of all lanes; lengths are powers of two up to 2048, and each has a
+    /// program of its own.
+    template <long N = 2048, class Load, class Store>
+    static void transformLines(long n, Z* scratch, const Load& load, const Store& store) {
+        if (n == N) return LineTransform<V>::template transform<N>(scratch, load, store);
+        if constexpr (N > 1) transformLines<N / 2>(n, scratch, load, store);
+    }
+
+    /// The n + 1 lowest frequencies of n packed pairs of reals.
+    static void realLines(Z* lines, Z* result, long n) {
+        transformLines(
+            n, lines, [lines](long i) { return lines[i]; },
+            [result](long k, Z z) { result[k] = z; });
+        separate(result, n);
+    }
+
+  private:
     // Elements of a row that fill one vector.
     static constexpr long kBlock = kLanes / 2;
 
@@ -155,13 +171,6 @@ class Passes {
     static Z conjugatedIf(Z z) {
         if constexpr (kConjugate) z.im = -z.im;
         return z;
-    }
-
-    // Lengths are powers of two up to 2048; each has a program of its own.
-    template <long N = 2048, class Load, class Store>
-    static void transformLines(long n, Z* scratch, const Load& load, const Store& store) {
-        if (n == N) return LineTransform<V>::template transform<N>(scratch, load, store);
-        if constexpr (N > 1) transformLines<N / 2>(n, scratch, load, store);
     }
 
     template <bool kInverse>

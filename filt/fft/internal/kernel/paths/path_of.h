@@ -2,26 +2,45 @@
 #pragma once
 
 #include <filt/fft/internal/kernel/paths/built_paths.h>
+#include <filt/fft/internal/kernel/paths/panel_passes.h>
 #include <filt/fft/internal/kernel/paths/passes.h>
 #include <filt/fft/internal/kernel/paths/pel_runs.h>
+#include <filt/fft/internal/kernel/paths/radial_gains.h>
 
 namespace mvi {
+
+/// The loops over pels of type T.
+template <class V, class T>
+constexpr PelRuns<T> pelRunsOf() {
+    using Filtered = PanelPasses<V>;
+    using Runs = Runs<V>;
+    return {Runs::template toReals<T>,         Runs::template toElements<T>,
+            Runs::template fromMagnitudes<T>,  Runs::template fromMagnitudesMapped<T>,
+            Runs::template scaled<T>,          Runs::template fromSquaresMapped<T>,
+            Filtered::template pelsToPanels<T>};
+}
 
 /// The path with the lanes of the vector type V.
 template <class V>
 constexpr KernelPath pathOf(const char* name, bool (*isSupported)()) {
     using Passes = Passes<V>;
+    using Filtered = PanelPasses<V>;
     using Runs = Runs<V>;
-    return {Runs::template ofPels<unsigned char>(),
-            Runs::template ofPels<unsigned short>(),
-            Runs::template ofPels<double>(),
+    return {pelRunsOf<V, unsigned char>(),
+            pelRunsOf<V, unsigned short>(),
+            pelRunsOf<V, double>(),
             name,
             isSupported,
+            V::kLanes,
             Passes::complexRows,
             Passes::realRows,
             Passes::complexColumns,
             Runs::mirrored,
-            Runs::squareRange};
+            Runs::squareRange,
+            RadialGains<V>::fill,
+            Filtered::gainColumns,
+            Filtered::panelsToRows,
+            Filtered::columnsToMagnitudes};
 }
 
 }  // namespace mvi

@@ -13,11 +13,6 @@ namespace mvi {
 template <class V>
 class Runs {
   public:
-    template <class T>
-    static constexpr PelRuns<T> ofPels() {
-        return {toReals<T>, toElements<T>, fromMagnitudes<T>, fromMagnitudesMapped<T>};
-    }
-
     static void mirrored(const float* elements, long count, float* end) {
         constexpr long kBlock = V::kLanes / 2;
         const auto mirrorBlock = [=](long i) {
@@ -60,7 +55,6 @@ class Runs {
         }
     }
 
-  private:
     template <class T>
     static void toReals(const T* pels, long count, float* out) {
         for (long i = 0; i < count; ++i) out[i] = static_cast<float>(pels[i]);
@@ -87,13 +81,45 @@ class Runs {
         }
     }
 
+    template <class T>
+    static void scaled(const float* magnitudes, long rows, long count, float scale, T* pels,
+                       std::ptrdiff_t step) {
+        constexpr long kRows = 64;
+        alignas(64) T block[kRows * V::kLanes];
+        for (; rows > 0; rows -= kRows, magnitudes += kRows * V::kLanes, pels += kRows * step) {
+            const long some = rows < kRows ? rows : kRows;
+            for (long i = 0; i < some * V::kLanes; ++i) block[i] = toPel<T>(magnitudes[i] * scale);
+            for (long r = 0; r < some; ++r)
+                copyLanes(block + r * V::kLanes, count, pels + r * step);
+        }
+    }
+
+    template <class T>
+    static void fromSquaresMapped(const float* squares, long count, float scale, float low,
+                                  float factor, T* pels) {
+        for (long i = 0; i < count; ++i) {
+            pels[i] = toPel<T>((::sqrtf(squares[i]) * scale - low) * factor);
+        }
+    }
+
+  private:
+    template <class T>
+    static void copyLanes(const T* from, long count, T* to) {
+        if (count == V::kLanes) {
+            for (long i = 0; i < V::kLanes; ++i) to[i] = from[i];
+        } else {
+            for (long i = 0; i < count; ++i) to[i] = from[i];
+        }
+    }
+
     static float smaller(float s, float least) { return s < least ? s : least; }
     static float larger(float s, float greatest) { return s > greatest ? s : greatest; }
 
     static float square(const float* z) { return z[0] * z[0] + z[1] * z[1]; }
     static float magnitude(const float* z) { return ::sqrtf(square(z)); }
 
-    // Half up, as if the half were added without rounding. The steps have no branch.
+    // Half up, as if the half were added without rounding: twice the value is exact, and so are its
+    // whole part h and (h + 1) / 2 rounded down. The steps have no branch.
     template <class T>
     static T toPel(float value) {
         if constexpr (T(0.5) != T(0)) {
@@ -102,9 +128,7 @@ class Runs {
             constexpr float kFull = static_cast<T>(-1);
             const float positive = value > 0.0f ? value : 0.0f;
             const float held = positive < kFull ? positive : kFull;
-            const int whole = static_cast<int>(held);
-            const bool up = held - static_cast<float>(whole) >= 0.5f;
-            return static_cast<T>(whole + (up ? 1 : 0));
+            return static_cast<T>((static_cast<int>(held + held) + 1) >> 1);
         }
     }
 };

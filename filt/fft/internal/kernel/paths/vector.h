@@ -4,6 +4,9 @@
 // translation units of different sets: all types, and through them all functions, differ.
 #pragma once
 
+// Not <cmath>, which has inline functions: linkers keep one of each, whatever processor it is for.
+#include <math.h>  // NOLINT(modernize-deprecated-headers)
+
 namespace mvi {
 
 // A hint to bring what stands at an address, if there is anything, into the cache.
@@ -34,6 +37,22 @@ struct PlainVector {
         for (int i = 0; i < L; ++i) to[i] = lane[i];
     }
 
+    /// The square root of each lane.
+    PlainVector root() const {
+        PlainVector v;
+        for (int i = 0; i < L; ++i) v.lane[i] = ::sqrtf(lane[i]);
+        return v;
+    }
+
+    /// Lane by lane the product with the gain; +0 where that is a NaN.
+    PlainVector gained(PlainVector gain) const {
+        PlainVector v;
+        for (int i = 0; i < L; ++i) {
+            v.lane[i] = gain.lane[i] == gain.lane[i] ? lane[i] * gain.lane[i] : 0.0f;
+        }
+        return v;
+    }
+
     friend PlainVector operator+(PlainVector a, PlainVector b) {
         for (int i = 0; i < L; ++i) a.lane[i] += b.lane[i];
         return a;
@@ -44,6 +63,10 @@ struct PlainVector {
     }
     friend PlainVector operator*(PlainVector a, float b) {
         for (int i = 0; i < L; ++i) a.lane[i] *= b;
+        return a;
+    }
+    friend PlainVector operator*(PlainVector a, PlainVector b) {
+        for (int i = 0; i < L; ++i) a.lane[i] *= b.lane[i];
         return a;
     }
     friend PlainVector operator-(PlainVector a) {
@@ -173,7 +196,21 @@ struct MachineVector {
     friend MachineVector operator+(MachineVector a, MachineVector b) { return {a.raw + b.raw}; }
     friend MachineVector operator-(MachineVector a, MachineVector b) { return {a.raw - b.raw}; }
     friend MachineVector operator*(MachineVector a, float b) { return {a.raw * b}; }
+    friend MachineVector operator*(MachineVector a, MachineVector b) { return {a.raw * b.raw}; }
     friend MachineVector operator-(MachineVector a) { return {-a.raw}; }
+
+    /// The square root of each lane.
+    MachineVector root() const {
+        alignas(4 * L) float roots[L];
+        store(roots);
+        for (int i = 0; i < L; ++i) roots[i] = ::sqrtf(roots[i]);
+        return load(roots);
+    }
+
+    /// Lane by lane the product with the gain; +0 where that is a NaN.
+    MachineVector gained(MachineVector gain) const {
+        return {gain.raw == gain.raw ? raw * gain.raw : Raw{}};
+    }
 
     static void unzip(MachineVector a, MachineVector b, MachineVector& first,
                       MachineVector& second) {

@@ -1,0 +1,173 @@
+// The passes of a filtered picture: pels to panels of columns, gains, rows, columns to pels.
+#pragma once
+
+#include <filt/fft/internal/kernel/path.h>
+#include <filt/fft/internal/kernel/paths/line_transform.h>
+#include <filt/fft/internal/kernel/paths/passes.h>
+#include <filt/fft/internal/kernel/paths/pel_runs.h>
+
+namespace mvi {
+
+/// The passes with the lanes of the vector type V, upon panels of as many columns: the column
+/// passes load whole vectors, and only the row passes have to transpose.
+template <class V>
+class PanelPasses {
+  public:
+    static constexpr long kLanes = V::kLanes;
+
+    /// As PelRuns::pelsToPanels.
+    template <class T>
+    static void pelsToPanels(const T* const* pels, long count, long filled, long width,
+                             const Panels& to, long y, float* scratch) {
+        const T* rows[kLanes];
+        for (long r = 0; r < kLanes; ++r) rows[r] = pels[r < count ? r : 0];
+        const long half = width / 2;
+        Z* const lines = reinterpret_cast<Z*>(scratch);
+        Z* const result = lines + half;
+        for (long x = 0; x < width; x += kRun) {
+            loadPels(rows, x, filled < x + kRun ? filled : x + kRun, width, lines);
+        }
+        Passes<V>::realLines(lines, result, half);
+        storeRows(result, half + 1, to, y, count);
+    }
+
+    /// As KernelPath::gainColumns.
+    static void gainColumns(float* panel, long filled, long height, const ColumnGains& direct,
+                            float* mirroredPanel, const ColumnGains& mirrored, float* scratch) {
+        const auto load = [=](long y) { return y < filled ? loadRow(panel + kRow * y) : zeros(); };
+        const auto store = [&](long k, Z z) {
+            if (direct.row[k] >= 0) storeRow(panel + kRow * k, gained(z, direct.at(k)));
+            if (mirroredPanel == nullptr || mirrored.row[k] < 0) return;
+            storeRow(mirroredPanel + kRow * k, gained(z, mirrored.at(k)));
+        };
+        Passes<V>::transformLines(height, reinterpret_cast<Z*>(scratch), load, store);
+    }
+
+    /// As KernelPath::panelsToRows.
+    static void panelsToRows(const HalfSpectrum& from, const std::int32_t* rows, long count,
+                             const Panels& to, long y, float* scratch) {
+        const Panels direct = from.direct, mirrored = from.mirrored;
+        const long width = from.width;
+        Z* const lines = reinterpret_cast<Z*>(scratch);
+        Z* const first = lines + width;
+        Z* const second = first + wholeVectors(direct.end - direct.begin);
+        long opposite[kLanes], numbers[kLanes];
+        for (long r = 0; r < kLanes; ++r) {
+            numbers[r] = rows[r < count ? r : 0];
+            opposite[r] = numbers[r] == 0 ? 0 : from.height - numbers[r];
+        }
+        loadRows(direct, numbers, first);
+        loadRows(mirrored, opposite, second);
+        // An inverse is the conjugate of the transform of the conjugate. What is mirrored is stored
+        // conjugated; the last conjugation meets the first one of the columns, and both are left
+        // out.
+        const auto load = [=](long x) {
+            if (x >= direct.begin && x < direct.end) {
+                const Z z = first[x - direct.begin];
+                return Z{z.re, -z.im};
+            }
+            const long opposed = width - x;
+            const bool isMirrored = opposed >= mirrored.begin && opposed < mirrored.end;
+            return isMirrored && 2 * opposed < width ? second[opposed - mirrored.begin] : zeros();
+        };
+        Z* const result = first;
+        Passes<V>::transformLines(width, lines, load, [result](long k, Z z) { result[k] = z; });
+        storeRows(result, width, to, y, count);
+    }
+
+    /// As KernelPath::columnsToMagnitudes.
+    static void columnsToMagnitudes(const float* panel, const std::int32_t* rows, long height,
+                                    bool squared, float* magnitudes, float* scratch) {
+        const auto load = [=](long y) { return loadRow(panel + rows[y]); };
+        const auto store = [=](long y, Z z) {
+            const V square = z.re * z.re + z.im * z.im;
+            (squared ? square : square.root()).store(magnitudes + kLanes * y);
+        };
+        Passes<V>::transformLines(height, reinterpret_cast<Z*>(scratch), load, store);
+    }
+
+  private:
+    using Z = Elements<V>;
+
+    // Floats of a panel's row, and elements of a row of reals that fill one vector.
+    static constexpr long kRow = 2 * kLanes, kBlock = kLanes / 2;
+
+    // Pels of a row that are converted at a time.
+    static constexpr long kRun = 128;
+
+    static Z zeros() { return {V::filled(0.0f), V::filled(0.0f)}; }
+
+    static long wholeVectors(long columns) { return (columns + kLanes - 1) / kLanes * kLanes; }
+
+    static Z loadRow(const float* row) { return {V::load(row), V::load(row + kLanes)}; }
+
+    static void storeRow(float* row, Z z) { z.re.store(row), z.im.store(row + kLanes); }
+
+    static Z gained(Z z, const float* gains) {
+        const V gain = V::load(gains);
+        return {z.re.gained(gain), z.im.gained(gain)};
+    }
+
+    static float* rowOf(const Panels& panels, long x, long y) {
+        return panels.first + panels.pitch * ((x - panels.begin) / kLanes) + kRow * y;
+    }
+
+    // The packed pairs of a run of pels of each row, from pel x on; those from `filled` on are
+    // zero.
+    template <class T>
+    static void loadPels(const T* const* rows, long x, long filled, long width, Z* lines) {
+        alignas(64) float run[kLanes][kRun];
+        const long known = filled > x ? filled - x : 0;
+        for (long r = 0; r < kLanes; ++r) {
+            Runs<V>::toReals(rows[r] + x, known, run[r]);
+            for (long i = known; i < kRun; ++i) run[r][i] = 0.0f;
+        }
+        for (long i = 0; i < kRun && x + i < width; i += kLanes) {
+            V block[kLanes];
+            for (long r = 0; r < kLanes; ++r) block[r] = V::load(run[r] + i);
+            V::transpose(block);
+            const long first = (x + i) / 2, pairs = width / 2 - first;
+            for (long k = 0; k < kBlock && k < pairs; ++k) {
+                lines[first + k] = {block[2 * k], block[2 * k + 1]};
+            }
+        }
+    }
+
+    // The rows `numbers` of panels, a row in each lane.
+    static void loadRows(const Panels& panels, const long* numbers, Z* lines) {
+        V block[kLanes];
+        for (long x = panels.begin; x < panels.end; x += kLanes, lines += kLanes) {
+            const float* const panel = rowOf(panels, x, 0);
+            for (long r = 0; r < kLanes; ++r) block[r] = V::load(panel + kRow * numbers[r]);
+            V::transpose(block);
+            for (long i = 0; i < kLanes; ++i) lines[i].re = block[i];
+            for (long r = 0; r < kLanes; ++r) {
+                block[r] = V::load(panel + kRow * numbers[r] + kLanes);
+            }
+            V::transpose(block);
+            for (long i = 0; i < kLanes; ++i) lines[i].im = block[i];
+        }
+    }
+
+    // The first `count` lanes, rows of `available` elements, to the rows from y on of panels; the
+    // first element of lines[0] is that of column 0. Columns without elements are zero.
+    static void storeRows(const Z* lines, long available, const Panels& to, long y, long count) {
+        V block[kLanes];
+        for (long x = to.begin; x < to.end; x += kLanes) {
+            float* const row = rowOf(to, x, y);
+            const long columns = available - x < kLanes ? available - x : kLanes;
+            for (long i = 0; i < kLanes; ++i) {
+                block[i] = i < columns ? lines[x + i].re : V::filled(0.0f);
+            }
+            V::transpose(block);
+            for (long r = 0; r < count; ++r) block[r].store(row + kRow * r);
+            for (long i = 0; i < kLanes; ++i) {
+                block[i] = i < columns ? lines[x + i].im : V::filled(0.0f);
+            }
+            V::transpose(block);
+            for (long r = 0; r < count; ++r) block[r].store(row + kRow * r + kLanes);
+        }
+    }
+};
+
+}  // namespace mvi

@@ -1,0 +1,65 @@
+// Collecting the gains of a filter.
+#include <filt/fft/internal/kernel/path.h>
+#include <filt/fft/internal/kernel/spectrum_gains.h>
+#include <algorithm>
+
+namespace mvi {
+
+namespace {
+
+constexpr std::int32_t kNone = -1;
+
+bool isLeft(float gain) {
+    return gain == gain;
+}
+
+}  // namespace
+
+SpectrumGains::SpectrumGains(mvPair<long> size, long columns)
+    : size_(size),
+      columns_(columns),
+      begin_(columns),
+      direct_(static_cast<std::size_t>(size.y), kNone) {
+    gains_.reserve(static_cast<std::size_t>((columns + kMostLanes) * (size.y / 2 + 2)));
+}
+
+// Where the gains stand; nowhere when all of them are cleared.
+std::int32_t SpectrumGains::add(const std::vector<float>& row) {
+    const auto first = std::find_if(row.begin(), row.end(), isLeft);
+    if (first == row.end()) return kNone;
+    const auto last = std::find_if(row.rbegin(), row.rend(), isLeft).base();
+    begin_ = std::min(begin_, static_cast<long>(first - row.begin()));
+    end_ = std::max(end_, static_cast<long>(last - row.begin()));
+    const std::size_t at = gains_.size();
+    gains_.insert(gains_.end(), row.begin(), row.end());
+    gains_.insert(gains_.end(), kMostLanes, kClearedGain);
+    return static_cast<std::int32_t>(at);
+}
+
+void SpectrumGains::enter(long y, long twin, const std::vector<float>& row) {
+    direct_[static_cast<std::size_t>(y)] = direct_[static_cast<std::size_t>(twin)] = add(row);
+}
+
+void SpectrumGains::enterBoth(long y, const std::vector<float>& direct,
+                              const std::vector<float>& mirrored) {
+    mirrored_.resize(direct_.size(), kNone);
+    direct_[static_cast<std::size_t>(y)] = add(direct);
+    mirrored_[static_cast<std::size_t>(y)] = add(mirrored);
+}
+
+// A row of the plane holds the direct values of one row and the mirrored ones of the row opposite:
+// where only one of them is left, the other is cleared, not dropped.
+void SpectrumGains::finish() {
+    const auto cleared = static_cast<std::int32_t>(gains_.size());
+    gains_.insert(gains_.end(), static_cast<std::size_t>(columns_ + kMostLanes), kClearedGain);
+    for (std::size_t y = 0; y < direct_.size(); ++y) {
+        if (hasMirrored()) {
+            std::int32_t& other = mirrored_[opposite(y)];
+            if (direct_[y] == kNone && other != kNone) direct_[y] = cleared;
+            if (direct_[y] != kNone && other == kNone) other = cleared;
+        }
+        if (direct_[y] != kNone) rows_.push_back(static_cast<std::int32_t>(y));
+    }
+}
+
+}  // namespace mvi
