@@ -5,6 +5,7 @@
 #include <filt/fft/internal/kernel/spectrum_gains.h>
 #include <filt/fft/internal/kernel/work.h>
 #include <filt/platform.h>
+
 #include <cstdint>
 #include <vector>
 

@@ -1,6 +1,7 @@
 // Collecting the gains of a filter.
 #include <filt/fft/internal/kernel/path.h>
 #include <filt/fft/internal/kernel/spectrum_gains.h>
+
 #include <algorithm>
 
 namespace mvi {

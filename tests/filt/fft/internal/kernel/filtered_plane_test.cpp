@@ -1,0 +1,225 @@
+// A picture filtered without a plane has the magnitudes that forward transform, gains and inverse
+// transform of a whole plane give, bit by bit, on every path.
+#include <filt/fft/internal/kernel.h>
+#include <filt/fft/internal/kernel/filtered_plane.h>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+#include <limits>
+#include <random>
+#include <string>
+#include <vector>
+
+namespace {
+
+using mvi::kClearedGain;
+using Size = mvPair<long>;
+
+std::size_t index(long i) {
+    return static_cast<std::size_t>(i);
+}
+
+// Gains of a whole plane, and the same as half a plane holds them.
+struct Gains {
+    std::vector<float> plane;
+    mvi::SpectrumGains half;
+};
+
+float randomGain(std::mt19937& random, int cleared) {
+    if (static_cast<int>(random() % 100) < cleared) return kClearedGain;
+    return static_cast<float>(random() % 1000) / 700.0f;
+}
+
+std::vector<float> randomRow(std::mt19937& random, long columns, int cleared) {
+    std::vector<float> row(index(columns));
+    const int clearedHere = random() % 4 == 0 ? 100 : cleared;
+    for (float& gain : row) gain = randomGain(random, clearedHere);
+    return row;
+}
+
+// Gains of a filter that treats (u, v), (-u, v), (u, -v) and (-u, -v) alike, as rings do.
+Gains evenGains(Size size, long columns, int cleared, unsigned seed) {
+    std::mt19937 random(seed);
+    Gains gains{std::vector<float>(index(size.x * size.y), kClearedGain), {size, columns}};
+    for (long v = 0; v <= size.y / 2; ++v) {
+        const std::vector<float> row = randomRow(random, columns, cleared);
+        const long twin = (size.y - v) % size.y;
+        for (long u = 0; u < columns; ++u) {
+            for (const long y : {v, twin}) {
+                gains.plane[index(y * size.x + u)] = row[index(u)];
+                gains.plane[index(y * size.x + (size.x - u) % size.x)] = row[index(u)];
+            }
+        }
+        gains.half.enter(v, twin, row);
+    }
+    gains.half.finish();
+    return gains;
+}
+
+// Gains without any symmetry, as lobes have.
+Gains anyGains(Size size, long columns, int cleared, unsigned seed) {
+    std::mt19937 random(seed);
+    Gains gains{std::vector<float>(index(size.x * size.y), kClearedGain), {size, columns}};
+    for (long y = 0; y < size.y; ++y) {
+        const std::vector<float> direct = randomRow(random, columns, cleared);
+        std::vector<float> mirrored = randomRow(random, columns, cleared);
+        mirrored[0] = kClearedGain;
+        if (columns > size.x / 2) mirrored[index(size.x / 2)] = kClearedGain;
+        const long opposite = (size.y - y) % size.y;
+        for (long u = 0; u < columns; ++u) {
+            gains.plane[index(y * size.x + u)] = direct[index(u)];
+            if (u > 0 && 2 * u < size.x) {
+                gains.plane[index(opposite * size.x + size.x - u)] = mirrored[index(u)];
+            }
+        }
+        gains.half.enterBoth(y, direct, mirrored);
+    }
+    gains.half.finish();
+    return gains;
+}
+
+template <class T>
+std::vector<T> randomPels(long count, unsigned seed) {
+    std::mt19937 random(seed);
+    std::vector<T> pels(index(count));
+    for (T& pel : pels) pel = static_cast<T>(random() >> 8);
+    return pels;
+}
+
+// The magnitudes of a whole plane that is transformed, multiplied and transformed back.
+template <class T>
+std::vector<float> magnitudesOfPlane(const std::vector<T>& pels, Size image, const Gains& gains) {
+    const Size size = gains.half.size();
+    std::vector<float> plane(index(2 * size.x * size.y), 0.0f);
+    for (long y = 0; y < image.y; ++y) {
+        for (long x = 0; x < image.x; ++x) {
+            plane[index(2 * size.x * y + x)] = static_cast<float>(pels[index(image.x * y + x)]);
+        }
+    }
+    const int height = static_cast<int>(size.y);
+    mf_RealFFT2D(plane.data(), size, 1, 0, height);
+    for (std::size_t i = 0; i < gains.plane.size(); ++i) {
+        const float gain = gains.plane[i];
+        plane[2 * i] = std::isnan(gain) ? 0.0f : plane[2 * i] * gain;
+        plane[2 * i + 1] = std::isnan(gain) ? 0.0f : plane[2 * i + 1] * gain;
+    }
+    mf_FFT2D(plane.data(), size, -1, 0, height);
+    std::vector<float> magnitudes(gains.plane.size());
+    for (std::size_t i = 0; i < magnitudes.size(); ++i) {
+        const float square = plane[2 * i] * plane[2 * i];
+        const float other = plane[2 * i + 1] * plane[2 * i + 1];
+        magnitudes[i] = std::sqrt(square + other);
+    }
+    return magnitudes;
+}
+
+bool isSameOrNan(float a, float b) {
+    return std::memcmp(&a, &b, sizeof a) == 0 || (std::isnan(a) && std::isnan(b));
+}
+
+template <class T>
+void expectBitsOfThePlane(const std::vector<T>& pels, Size image, const Gains& gains,
+                          mvPair<long> columns) {
+    const Size size = gains.half.size();
+    const std::vector<float> expected = magnitudesOfPlane(pels, image, gains);
+    for (const mvi::KernelPath* path : mvi::KernelPathList()) {
+        if (!path->isSupported()) continue;
+        SCOPED_TRACE(std::string(path->name) + ' ' + std::to_string(image.x) + " x " +
+                     std::to_string(image.y) + " in " + std::to_string(size.x) + " x " +
+                     std::to_string(size.y));
+        mvi::FilteredPlane plane(gains.half, *path);
+        plane.forward<T>(image.y, image.x, [&](long y) { return pels.data() + image.x * y; });
+        std::vector<float> result(expected.size(), -1.0f);
+        plane.inverse(columns, false, [&](long x, long count, const float* magnitudes) {
+            for (long y = 0; y < size.y; ++y) {
+                std::copy_n(magnitudes + path->lanes * y, count, &result[index(size.x * y + x)]);
+            }
+        });
+        for (std::size_t i = 0; i < expected.size(); ++i) {
+            const long x = static_cast<long>(i) % size.x;
+            const bool isAsked = x >= columns.x && x < columns.x + columns.y;
+            ASSERT_TRUE(isSameOrNan(isAsked ? expected[i] : -1.0f, result[i])) << i;
+        }
+    }
+}
+
+const std::vector<Size> kSizes = {{4, 2},   {8, 8},   {16, 4},    {32, 32},  {64, 16},   {16, 128},
+                                  {64, 64}, {128, 2}, {128, 256}, {512, 32}, {256, 256}, {4, 512}};
+
+TEST(FilteredPlane, HasTheBitsOfTheTransformsWithEvenGains) {
+    for (const Size& size : kSizes) {
+        for (const int cleared : {0, 30, 95}) {
+            const Gains gains = evenGains(size, size.x / 2 + 1, cleared, 5);
+            if (gains.half.isEmpty()) continue;
+            const auto pels = randomPels<unsigned char>(size.x * size.y, 7);
+            expectBitsOfThePlane(pels, size, gains, {0, size.x});
+        }
+    }
+}
+
+TEST(FilteredPlane, HasTheBitsOfTheTransformsWithGainsWithoutSymmetry) {
+    for (const Size& size : kSizes) {
+        for (const int cleared : {0, 30, 95}) {
+            const Gains gains = anyGains(size, size.x / 2 + 1, cleared, 11);
+            if (gains.half.isEmpty()) continue;
+            const auto pels = randomPels<unsigned short>(size.x * size.y, 13);
+            expectBitsOfThePlane(pels, size, gains, {0, size.x});
+        }
+    }
+}
+
+TEST(FilteredPlane, ComputesOnlyTheColumnsThatAreAskedFor) {
+    const Gains gains = evenGains({64, 64}, 20, 20, 17);
+    const auto pels = randomPels<unsigned char>(64 * 64, 19);
+    for (const auto& columns : {mvPair<long>(0, 1), mvPair<long>(3, 17), mvPair<long>(63, 1)}) {
+        expectBitsOfThePlane(pels, {64, 64}, gains, columns);
+    }
+}
+
+TEST(FilteredPlane, TakesPelsThatAreNotThereAsZero) {
+    for (const bool even : {true, false}) {
+        const Gains gains = even ? evenGains({64, 32}, 9, 20, 23) : anyGains({64, 32}, 9, 20, 23);
+        for (const Size& image :
+             {Size(1, 1), Size(63, 31), Size(33, 17), Size(64, 1), Size(1, 32)}) {
+            const auto pels = randomPels<unsigned char>(image.x * image.y, 29);
+            expectBitsOfThePlane(pels, image, gains, {0, image.x});
+        }
+    }
+}
+
+TEST(FilteredPlane, ClearsWhatIsInfinite) {
+    const Gains gains = evenGains({32, 32}, 10, 40, 31);
+    auto pels = randomPels<double>(32 * 32, 37);
+    expectBitsOfThePlane(pels, {32, 32}, gains, {0, 32});
+    pels[100] = std::numeric_limits<double>::infinity();
+    expectBitsOfThePlane(pels, {32, 32}, gains, {0, 32});
+    pels[700] = std::numeric_limits<double>::quiet_NaN();
+    expectBitsOfThePlane(pels, {32, 32}, gains, {0, 32});
+}
+
+TEST(FilteredPlane, GivesSquaresAsWell) {
+    const Gains gains = evenGains({64, 64}, 20, 20, 41);
+    const auto pels = randomPels<unsigned char>(64 * 64, 43);
+    for (const mvi::KernelPath* path : mvi::KernelPathList()) {
+        if (!path->isSupported()) continue;
+        std::vector<float> results[2];
+        for (const bool squared : {false, true}) {
+            mvi::FilteredPlane plane(gains.half, *path);
+            plane.forward<unsigned char>(64, 64, [&](long y) { return pels.data() + 64 * y; });
+            plane.inverse({0, 64}, squared, [&](long, long count, const float* magnitudes) {
+                ASSERT_EQ(path->lanes, count);
+                results[squared ? 1 : 0].insert(results[squared ? 1 : 0].end(), magnitudes,
+                                                magnitudes + 64 * count);
+            });
+        }
+        ASSERT_EQ(results[0].size(), results[1].size());
+        for (std::size_t i = 0; i < results[0].size(); ++i) {
+            ASSERT_EQ(results[0][i], std::sqrt(results[1][i]));
+        }
+    }
+}
+
+}  // namespace
