@@ -32,8 +32,6 @@ struct Panels {
 struct ColumnGains {
     const float* first;
     const std::int32_t* row;
-
-    const float* at(long k) const { return first + row[k]; }
 };
 
 /// A spectrum of width x height frequencies of which only some columns hold data: `direct` holds
