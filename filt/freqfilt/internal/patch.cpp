@@ -4,6 +4,7 @@
 #include <filt/freqfilt/internal/support.h>
 
 #include <cmath>
+#include <vector>
 
 namespace mvi {
 
@@ -81,6 +82,94 @@ PatchPlacement::PatchPlacement(const mvLobeParameters& lobe, const mvFilterRespo
     colMax = column + halfWidth;
     rowMin = row - halfHeight;
     rowMax = row + halfHeight;
+}
+
+namespace {
+
+// The gains of a lobe on half a plane, row by row.
+class HalfPlaneOfLobe {
+  public:
+    HalfPlaneOfLobe(const PatchPlacement& at, const mvFilterResponse& patch, bool keepsOutside,
+                    long dcRadius)
+        : at_(at),
+          patch_(patch),
+          outside_(keepsOutside ? 1.0f : kClearedGain),
+          dcRadius_(dcRadius),
+          middle_(at.width / 2),
+          begin_(std::max(at.colMin, 0L)),
+          end_(std::max(at.colEnd(patch), begin_)) {}
+
+    // How many columns from 0 on have a gain, directly or mirrored.
+    long columns() const {
+        if (outside_ == outside_ || begin_ == 0) return middle_ + 1;
+        if (begin_ == end_) return 1;
+        return std::max(end_ - 1 - middle_, middle_ - begin_) + 1;
+    }
+
+    // The gains of row y of the plane: column x stands at middle + x, and column W/2 at 0.
+    void direct(long y, std::vector<float>& gains) const {
+        const float* const patch = clearAndFind(y, gains);
+        if (patch != nullptr) {
+            for (long c = std::max(begin_, middle_); c < end_; ++c)
+                at(gains, c - middle_) = patch[c - at_.colMin];
+            if (begin_ == 0 && end_ > 0) gains.back() = patch[-at_.colMin];
+        }
+        protect(y, gains, 0);
+    }
+
+    // Those of the elements (W - x, H - y), which stand at middle - x.
+    void mirrored(long y, std::vector<float>& gains) const {
+        const float* const patch = clearAndFind(y == 0 ? 0 : at_.height - y, gains);
+        if (patch != nullptr) {
+            const long last = std::min(end_, middle_);
+            for (long c = std::max(begin_, 1L); c < last; ++c) at(gains, middle_ - c) = patch[c - at_.colMin];
+        }
+        protect(y, gains, 1);
+        if (outside_ == outside_) return;
+        gains.front() = kClearedGain;
+        if (static_cast<long>(gains.size()) > middle_) gains.back() = kClearedGain;
+    }
+
+  private:
+    static float& at(std::vector<float>& gains, long i) {
+        return gains[static_cast<std::size_t>(i)];
+    }
+
+    // The row of the patch that lies on row y of the plane; null outside of it.
+    const float* clearAndFind(long y, std::vector<float>& gains) const {
+        std::fill(gains.begin(), gains.end(), outside_);
+        const long row = (y + at_.height / 2) % at_.height;
+        if (row < at_.rowMin || row >= at_.rowEnd(patch_)) return nullptr;
+        return patch_.data() + (row - at_.rowMin) * patch_.width();
+    }
+
+    // The square around DC is cleared by a filter that keeps the lobe, and kept by the other one.
+    void protect(long y, std::vector<float>& gains, long first) const {
+        if (std::min(y, at_.height - y) >= dcRadius_) return;
+        const long end = std::min(dcRadius_, static_cast<long>(gains.size()));
+        for (long x = first; x < end; ++x) at(gains, x) = outside_;
+    }
+
+    const PatchPlacement& at_;
+    const mvFilterResponse& patch_;
+    float outside_;
+    long dcRadius_, middle_, begin_, end_;
+};
+
+}  // namespace
+
+SpectrumGains spectrumGains(const PatchPlacement& at, const mvFilterResponse& patch,
+                            bool keepsOutside, long dcRadius) {
+    const HalfPlaneOfLobe lobe(at, patch, keepsOutside, dcRadius);
+    SpectrumGains result({at.width, at.height}, lobe.columns());
+    std::vector<float> direct(static_cast<std::size_t>(lobe.columns())), mirrored(direct);
+    for (long y = 0; y < at.height; ++y) {
+        lobe.direct(y, direct);
+        lobe.mirrored(y, mirrored);
+        result.enterBoth(y, direct, mirrored);
+    }
+    result.finish();
+    return result;
 }
 
 }  // namespace mvi

@@ -1,6 +1,7 @@
 // The patch: a lobe's stored gains and the walk over the plane that applies them.
 #pragma once
 
+#include <filt/fft/internal/kernel/spectrum_gains.h>
 #include <filt/freqfilt/internal/outside.h>
 #include <filt/freqfilt/lobe_filter.h>
 #include <filt/freqfilt/response.h>
@@ -21,18 +22,30 @@ void fillLobePatch(const mvLobeParameters& lobe, bool complement, mvFilterRespon
 struct PatchPlacement {
     PatchPlacement(const mvLobeParameters& lobe, const mvFilterResponse& patch);
 
+    /// The columns and rows of the plane that have a gain end here.
+    long colEnd(const mvFilterResponse& patch) const {
+        return std::min({colMax, colMin + patch.width(), width});
+    }
+    long rowEnd(const mvFilterResponse& patch) const {
+        return std::min({rowMax + 1, rowMin + patch.height(), height});
+    }
+
     long width, height;   // of the plane
     long colMin, colMax;  // colMax itself is not used
     long rowMin, rowMax;  // inclusive
 };
+
+/// The patch's gains on half a plane and, mirrored, on the other half, cleared or 1 outside, and
+/// cleared or 1 on the square of 2 `dcRadius` - 1 frequencies a side around DC.
+SpectrumGains spectrumGains(const PatchPlacement& at, const mvFilterResponse& patch,
+                            bool keepsOutside, long dcRadius);
 
 /// Writes src times the patch's gains to dst, which may be src; outside the patch goes through
 /// `outside`. Gains outside the plane are dropped, elements without a gain are outside.
 template <class Outside>
 void applyPatch(const PatchPlacement& at, const mvFilterResponse& patch, const float* src,
                 float* dst, Outside outside) {
-    const long colEnd = std::min({at.colMax, at.colMin + patch.width(), at.width});
-    const long rowEnd = std::min({at.rowMax + 1, at.rowMin + patch.height(), at.height});
+    const long colEnd = at.colEnd(patch), rowEnd = at.rowEnd(patch);
     const long colBegin = std::max(at.colMin, 0L);
     const long middle = at.width / 2;
 
