@@ -4,27 +4,17 @@
 #include <filt/fft/internal/image_columns.h>
 #include <filt/fft/internal/kernel/transform.h>
 #include <filt/fft/internal/output_image.h>
+#include <filt/fft/internal/pel_map.h>
 #include <filt/fft/internal/quadrant.h>
+#include <filt/fft/internal/spatial_plane.h>
 #include <filt/fft/transforms.h>
 
-#include <cmath>
 #include <limits>
 #include <type_traits>
 
 namespace {
 
 using Access = mvi::BufferAccess;
-
-// The inverse transform of `src` with its band, into `dst`.
-void transformPlane(const mvFrequencyBuffer& src, float* dst, long columns, mvi::ColumnSink* sink) {
-    const mvPair<long> size(Access::width(src), Access::height(src));
-    const mvi::RowBand band =
-        Access::masked(src) != 0
-            ? mvi::RowBand(size.y, Access::maskedMiny(src), Access::maskedMaxy(src))
-            : mvi::RowBand(size.y);
-    mvi::transformComplex(Access::data(src), dst, size, mvi::Direction::inverse, band, columns,
-                          sink);
-}
 
 // The spatial plane of a buffer: the buffer's own, transformed in place, or a private one.
 class SpatialPlane {
@@ -39,8 +29,8 @@ class SpatialPlane {
         mvi::RunSink<Visit> sink(Access::imageHeight(buf_), visit);
         if (Access::inverseComputed(buf_)) return sink.take(imageColumns());
         if (!inPlace_ && keep) Access::takeShape(copy_, buf_);
-        transformPlane(buf_, Access::data(inPlace_ ? buf_ : copy_), Access::imageWidth(buf_),
-                       &sink);
+        mvi::transformToSpace(buf_, Access::data(inPlace_ ? buf_ : copy_), Access::imageWidth(buf_),
+                              &sink);
     }
 
     /// Visits a plane that was kept.
@@ -70,20 +60,6 @@ void requirePelOutput(const mvFrequencyBuffer& buf) {
     Access::requireTransformable(buf);
     Access::requireImageInPlane(buf);
 }
-
-float inverseScale(const mvFrequencyBuffer& buf) {
-    return static_cast<float>(1.0 / static_cast<double>(Access::width(buf) * Access::height(buf)));
-}
-
-// The linear map of magnitudes onto the whole range of integer pels.
-struct PelMap {
-    PelMap(const mvi::SquareRange& range, float scale, float full)
-        : low(std::sqrt(range.least) * scale) {
-        const float high = std::sqrt(range.greatest) * scale;
-        factor = high == low ? full : full / (high - low);
-    }
-    float low, factor;
-};
 
 // The angles that may accompany the magnitudes: made as by a call of their own.
 struct AngleOutput {
@@ -133,7 +109,7 @@ void inverseToMagnitudes(mvFrequencyBuffer& buf, mvPelBuffer<T>& out, SecondOutp
     const mvi::KernelPath& path = mvi::bestKernelPath();
     const mvi::PelRuns<T>& runs = path.pels<T>();
     const bool mapped = rescale && !std::is_same_v<T, double>;
-    const float scale = inverseScale(buf);
+    const float scale = mvi::inverseScale(buf);
 
     mvi::OutputImage<T> magnitudes(buf, out);
     SpatialPlane spatial(buf, destroy);
@@ -150,7 +126,7 @@ void inverseToMagnitudes(mvFrequencyBuffer& buf, mvPelBuffer<T>& out, SecondOutp
     magnitudes.bind();
     mvi::pollAttention();
     if (mapped) {
-        const PelMap map(range, scale, static_cast<float>(std::numeric_limits<T>::max()));
+        const mvi::PelMap map(range, scale, static_cast<float>(std::numeric_limits<T>::max()));
         spatial.visit([&](long x, long y, const float* elements, long count) {
             runs.fromMagnitudesMapped(elements, count, scale, map.low, map.factor,
                                       magnitudes.row(y) + x);
@@ -178,7 +154,7 @@ void mfInverseFFT(mvFrequencyBuffer& src, mvFrequencyBuffer& dst, bool destroy) 
     if (!inPlace) Access::takeShape(dst, src);
     if (!computed) {
         float* const plane = Access::data(inPlace ? src : dst);
-        transformPlane(src, plane, Access::width(src), nullptr);
+        mvi::transformToSpace(src, plane, Access::width(src), nullptr);
     }
     if (inPlace) dst = src;
     Access::setInverseComputed(dst, false);
@@ -193,7 +169,7 @@ void mfInverseFFT(const mvFrequencyBuffer& src, mvFrequencyBuffer& dst) {
 void mfInverseFFT(mvFrequencyBuffer& buf, mvPelBuffer<double>& real, mvPelBuffer<double>& imaginary,
                   bool destroy) {
     requirePelOutput(buf);
-    const float scale = inverseScale(buf);
+    const float scale = mvi::inverseScale(buf);
     mvi::OutputImage<double> re(buf, real);
     mvi::OutputImage<double> im(buf, imaginary);
     SpatialPlane spatial(buf, destroy);

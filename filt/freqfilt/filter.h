@@ -7,6 +7,10 @@
 
 #include <cstddef>
 
+namespace mvi {
+struct FilterAccess;
+}
+
 /// A persistent filter of frequency images: built once for one padded size, applied to any number
 /// of buffers of exactly that size.
 ///

@@ -46,6 +46,8 @@ class MVFREQ_API mvFrequencyFilterImage : public mvFrequencyFilter {
     void serialize_(mvArchive& ar, unsigned char version) override;
 
   private:
+    friend struct mvi::FilterAccess;
+
     void create(const mvFrequencyBuffer& image);
     void requireApplicable(const mvFrequencyBuffer& buf) const;
     void multiply(mvFrequencyBuffer& buf) const;

@@ -48,6 +48,8 @@ class MVFREQ_API mvResponseFilter : public mvFrequencyFilter {
     /// The stored response; null when there is none.
     float* data() const { return response_.data(); }
 
+    friend struct mvi::FilterAccess;
+
     /// What the response was built from, and the response.
     Parameters parameters_;
     mvFilterResponse response_;

@@ -114,6 +114,12 @@ struct KernelPath : PelRuns<unsigned char>, PelRuns<unsigned short>, PelRuns<dou
     /// Widens `range` by the squared magnitudes of elements; NaNs do not count.
     void (*squareRange)(const float* elements, long count, SquareRange& range);
 
+    /// The squared magnitudes of elements.
+    void (*squares)(const float* elements, long count, float* out);
+
+    /// Widens `range` by squared magnitudes; NaNs do not count.
+    void (*rangeOfSquares)(const float* squares, long count, SquareRange& range);
+
     /// The gains of the columns begin .. end - 1 of a row whose squared distance is `rowTerm`, to
     /// gains[begin] and on.
     void (*radialGains)(const RadialProfile& profile, std::int64_t rowTerm, long begin, long end,

@@ -37,6 +37,8 @@ constexpr KernelPath pathOf(const char* name, bool (*isSupported)()) {
             Passes::complexColumns,
             Runs::mirrored,
             Runs::squareRange,
+            Runs::squares,
+            Runs::rangeOfSquares,
             RadialGains<V>::fill,
             Filtered::gainColumns,
             Filtered::panelsToRows,

@@ -32,27 +32,15 @@ class Runs {
     }
 
     static void squareRange(const float* elements, long count, SquareRange& range) {
-        // One range for each lane, since compilers may not reorder comparisons. NaNs are left out
-        // by all of them, and no square is -0, so that the ranges join in any order.
-        constexpr long kLanes = 16;
-        float least[kLanes], greatest[kLanes];
-        for (long l = 0; l < kLanes; ++l) {
-            least[l] = range.least;
-            greatest[l] = range.greatest;
-        }
-        const auto take = [&](long l) {
-            const float s = square(elements + 2 * l);
-            least[l] = smaller(s, least[l]);
-            greatest[l] = larger(s, greatest[l]);
-        };
-        for (; count >= kLanes; count -= kLanes, elements += 2 * kLanes) {
-            for (long l = 0; l < kLanes; ++l) take(l);
-        }
-        for (long l = 0; l < count; ++l) take(l);
-        for (long l = 0; l < kLanes; ++l) {
-            range.least = smaller(least[l], range.least);
-            range.greatest = larger(greatest[l], range.greatest);
-        }
+        widen(range, count, [=](long i) { return square(elements + 2 * i); });
+    }
+
+    static void rangeOfSquares(const float* squares, long count, SquareRange& range) {
+        widen(range, count, [=](long i) { return squares[i]; });
+    }
+
+    static void squares(const float* elements, long count, float* out) {
+        for (long i = 0; i < count; ++i) out[i] = square(elements + 2 * i);
     }
 
     template <class T>
@@ -103,6 +91,33 @@ class Runs {
     }
 
   private:
+    // Widens the range by squareAt(0) .. squareAt(count - 1).
+    template <class SquareAt>
+    static void widen(SquareRange& range, long count, SquareAt squareAt) {
+        // One range for each lane, since compilers may not reorder comparisons. NaNs are left out
+        // by all of them, and no square is -0, so that the ranges join in any order.
+        constexpr long kLanes = 16;
+        float least[kLanes], greatest[kLanes];
+        for (long l = 0; l < kLanes; ++l) {
+            least[l] = range.least;
+            greatest[l] = range.greatest;
+        }
+        const auto take = [&](long l, long i) {
+            const float s = squareAt(i);
+            least[l] = smaller(s, least[l]);
+            greatest[l] = larger(s, greatest[l]);
+        };
+        long i = 0;
+        for (; i + kLanes <= count; i += kLanes) {
+            for (long l = 0; l < kLanes; ++l) take(l, i + l);
+        }
+        for (long l = 0; i + l < count; ++l) take(l, i + l);
+        for (long l = 0; l < kLanes; ++l) {
+            range.least = smaller(least[l], range.least);
+            range.greatest = larger(greatest[l], range.greatest);
+        }
+    }
+
     template <class T>
     static void copyLanes(const T* from, long count, T* to) {
         if (count == V::kLanes) {

@@ -1,0 +1,106 @@
+// Picture in, picture out: a filter applied to an image of any size.
+#pragma once
+
+#include <filt/export.h>
+#include <filt/freqfilt/filter.h>
+#include <filt/platform.h>
+
+/// What stands around the image where a plane is larger: zeros, or the image's own mirror image.
+///
+/// Zeros make a bright picture end at a cliff, and filters answer to cliffs; the mirror has none.
+enum class mvBorder { zero, mirror };
+
+/// What comes out of each pel: the magnitude of the filtered value, or its real part with its sign.
+enum class mvFilterResult { magnitude, real };
+
+/// How mfFilterImage goes about a picture. The defaults suit photographs and camera frames.
+struct mvFilterImageOptions {
+    /// What stands around the image.
+    mvBorder border = mvBorder::mirror;
+
+    /// Real parts need an output of doubles.
+    mvFilterResult result = mvFilterResult::magnitude;
+
+    /// Spreads the magnitudes of the whole result over the whole range of an integer output, as the
+    /// inverse transforms do.
+    bool rescale = false;
+
+    /// How many pels around a tile are filtered with it and then dropped, along x and along y; -1
+    /// takes the filter's reach, but at most a quarter of the plane.
+    mvPair<long> margin{-1, -1};
+
+    /// How many threads work on the tiles, the calling one among them. The others live during the
+    /// call only. The number changes nothing in the result; there are never more threads than
+    /// tiles, and fewer than asked for where the system gives no more.
+    int threads = 1;
+};
+
+/// @name The picture call
+/// T and U are `unsigned char`, `unsigned short` or `double` each.
+/// @{
+
+/// Makes `out` the filtered image: forward transform, filter and inverse transform in one call, for
+/// images of any size and with the same bits as the three calls.
+///
+/// The filter's own plane of S = (W, H) pels decides how an image is cut; mfFilterPlane tells it.
+/// Along each axis, for itself, the image lies in one plane where it fits: always at position 0,
+/// and with the border `mirror` only with room for a margin at either end. There the image fades
+/// over what is left of the plane from its mirror image at one end into that at the other: position
+/// i beyond n pels holds the blend of pel 2 n - 1 - i and pel S - 1 - i with the weight (i - n +
+/// 0.5) / (S - n), first along x, then along y, rounded to the nearest for integer pels. A longer
+/// axis is cut into tiles of S less two margins, filtered with the image around them; beyond the
+/// image stand zeros, or its mirror image as often as needed, each edge pel twice.
+///
+/// A filter class of the caller's own has no plane: along each axis the plane is the smallest power
+/// of two that holds the image, with `mirror` and an eighth of it at either end, and there are no
+/// tiles. Its `apply` in place is called once, on the calling thread.
+///
+/// `out` becomes an image of the input's size, offset and client transform when it is not bound.
+/// When it is, it must have the input's size and keeps its own offset and transform; it may share
+/// the input's pels, in whole or in part. No pel is wrapped around, whatever the offsets are.
+///
+/// Magnitudes and real parts are those of mfInverseFFT. The range that `rescale` spreads is that of
+/// the whole result.
+///
+/// Throws, in this order and before anything changes:
+/// - mvFrequencyDefs::UnboundWindow for an unbound image;
+/// - mvFrequencyDefs::Uninitialized for a filter without response, with the text of its `apply`;
+/// - mvFrequencyDefs::InvalidSize for a plane with a side above 2048, then for one with a side that
+///   is no power of two, which only an archive makes;
+/// - mvFrequencyDefs::InvalidArgument for real parts and an integer output; for `rescale` and an
+///   output of doubles; for a margin below -1, or one of half the plane and more along an axis that
+///   is cut; for fewer than one thread;
+/// - mvFrequencyDefs::InvalidSize for a bound output of another size.
+///
+/// Then what a failing poll throws, and what `apply` throws. The calling thread asks its attention
+/// handler at least as often as the three calls would for the tiles that it works on, the first one
+/// among them; other threads ask nothing. What is thrown anywhere stops all threads before it
+/// leaves the call. An unbound output then stays unbound; pels of a bound one may have been
+/// written.
+///
+/// Needs the memory of one tile for each thread; with `rescale` a float for each pel of the result;
+/// a copy of the input when there are several tiles and the output shares its pels.
+template <class T, class U>
+MVFREQ_API void mfFilterImage(const mvPelBuffer_const<T>& image, const mvFrequencyFilter& filter,
+                              mvPelBuffer<U>& out, const mvFilterImageOptions& options = {});
+
+/// The padded size of the buffers that a filter was built for; (0, 0) for a filter class of the
+/// caller's own. Throws mvFrequencyDefs::Uninitialized for a filter without response.
+MVFREQ_API mvPair<long> mfFilterPlane(const mvFrequencyFilter& filter);
+
+/// How far a pel of the result depends on its surroundings, in pels along x and y: the margin that
+/// tiles need so that no seam shows.
+///
+/// For rings ceil(2 / (pi sigma)) in both directions, four standard deviations of their envelope in
+/// the image. For lobes of the sigmas s along and t across the angle a
+/// ceil(2 / pi sqrt((cos a / s)^2 + (sin a / t)^2)) along x, sine and cosine exchanged along y. For
+/// image filters the smallest distance from the origin beyond which the columns, or rows, of the
+/// image's inverse transform hold at most 1/1024 of the sum of its magnitudes; this costs an
+/// inverse transform at every call. At least 1 and at most 2^31 - 1; (0, 0) for a filter class of
+/// the caller's own.
+///
+/// Throws, in this order, mvFrequencyDefs::Uninitialized for a filter without response,
+/// mvFrequencyDefs::InvalidSize for an image filter whose plane no transform takes, what a failing
+/// poll of the inverse transform throws.
+MVFREQ_API mvPair<long> mfFilterReach(const mvFrequencyFilter& filter);
+/// @}

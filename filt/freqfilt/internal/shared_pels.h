@@ -1,0 +1,24 @@
+// Whether two images share pels.
+#pragma once
+
+#include <cstddef>
+
+namespace mvi {
+
+/// The bytes of an image's rows.
+struct PelBytes {
+    const void* first;
+    long rowBytes, rows;
+    long step;  // from one row to the next
+};
+
+template <class Image>
+PelBytes pelBytes(const Image& image) {
+    constexpr auto pel = static_cast<long>(sizeof(*image.pointToOffset()));
+    return {image.pointToOffset(), image.width() * pel, image.height(), image.rowUpdate() * pel};
+}
+
+/// True when a byte belongs to both.
+bool sharePels(const PelBytes& a, const PelBytes& b);
+
+}  // namespace mvi

@@ -1,0 +1,49 @@
+// Threads that share the tiles of one call.
+#pragma once
+
+#include <atomic>
+
+namespace mvi {
+
+/// Hands out the numbers of tiles, each once, until all are gone or the work is stopped.
+class TileQueue {
+  public:
+    /// The numbers `first` .. `end` - 1.
+    TileQueue(long first, long end) : next_(first), end_(end) {}
+
+    /// What `next` gives when there is nothing left to do.
+    long end() const { return end_; }
+
+    long next() {
+        if (isStopped()) return end_;
+        const long number = next_.fetch_add(1, std::memory_order_relaxed);
+        return number < end_ ? number : end_;
+    }
+
+    void stop() { stopped_.store(true, std::memory_order_relaxed); }
+    bool isStopped() const { return stopped_.load(std::memory_order_relaxed); }
+
+  private:
+    std::atomic<long> next_;
+    const long end_;
+    std::atomic<bool> stopped_ = false;
+};
+
+/// What each thread does.
+class TileWork {
+  public:
+    /// Does `tile`, and then what the queue gives; nothing when `tile` is the queue's end.
+    virtual void run(TileQueue& queue, long tile) = 0;
+
+  protected:
+    ~TileWork() = default;
+};
+
+/// Runs the work for the tiles 0 .. `tiles` - 1 on up to `threads` threads, the calling one among
+/// them: it does tile 0 at least. Returns when all threads have ended.
+///
+/// What is thrown on any thread stops the others at their next tile or attention poll; what the
+/// calling thread throws goes before what others throw.
+void shareTiles(long tiles, int threads, TileWork& work);
+
+}  // namespace mvi
