@@ -8,6 +8,7 @@
 #include <filt/freqfilt/internal/shared_pels.h>
 #include <filt/freqfilt/internal/three_calls.h>
 #include <filt/freqfilt/internal/tile_threads.h>
+
 #include <limits>
 #include <memory>
 #include <type_traits>

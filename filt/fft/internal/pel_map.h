@@ -2,6 +2,7 @@
 #pragma once
 
 #include <filt/fft/internal/kernel/path.h>
+
 #include <cmath>
 
 namespace mvi {

@@ -1,5 +1,6 @@
 // What stands around an image: the rows of a tile's image.
 #include <filt/freqfilt/internal/border.h>
+
 #include <algorithm>
 
 namespace mvi {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <filt/freqfilt/internal/tiling.h>
+
 #include <cstddef>
 #include <type_traits>
 #include <vector>

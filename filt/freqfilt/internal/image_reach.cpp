@@ -3,6 +3,7 @@
 #include <filt/fft/internal/image_columns.h>
 #include <filt/fft/internal/spatial_plane.h>
 #include <filt/freqfilt/internal/image_reach.h>
+
 #include <algorithm>
 #include <cstddef>
 #include <numeric>

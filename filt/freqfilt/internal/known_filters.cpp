@@ -4,6 +4,7 @@
 #include <filt/freqfilt/internal/filter_access.h>
 #include <filt/freqfilt/internal/image_reach.h>
 #include <filt/freqfilt/internal/known_filters.h>
+
 #include <algorithm>
 #include <cmath>
 #include <numbers>

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <filt/freqfilt/filter.h>
+
 #include <optional>
 
 namespace mvi {

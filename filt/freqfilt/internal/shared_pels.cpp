@@ -1,5 +1,6 @@
 // Whether two images share pels.
 #include <filt/freqfilt/internal/shared_pels.h>
+
 #include <algorithm>
 #include <cstdint>
 

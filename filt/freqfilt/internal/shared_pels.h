@@ -14,8 +14,8 @@ struct PelBytes {
 
 template <class Image>
 PelBytes pelBytes(const Image& image) {
-    constexpr auto pel = static_cast<long>(sizeof(*image.pointToOffset()));
-    return {image.pointToOffset(), image.width() * pel, image.height(), image.rowUpdate() * pel};
+    constexpr auto kPel = static_cast<long>(sizeof(*image.pointToOffset()));
+    return {image.pointToOffset(), image.width() * kPel, image.height(), image.rowUpdate() * kPel};
 }
 
 /// True when a byte belongs to both.

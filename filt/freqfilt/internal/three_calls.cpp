@@ -3,6 +3,7 @@
 #include <filt/fft/internal/buffer_access.h>
 #include <filt/fft/internal/spatial_plane.h>
 #include <filt/freqfilt/internal/three_calls.h>
+
 #include <algorithm>
 #include <type_traits>
 #include <vector>

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <filt/platform.h>
+
 #include <cstddef>
 
 namespace mvi {

@@ -1,6 +1,7 @@
 // Threads that share the tiles of one call.
 #include <filt/freqfilt/internal/tile_threads.h>
 #include <filt/platform.h>
+
 #include <algorithm>
 #include <exception>
 #include <mutex>

@@ -1,5 +1,6 @@
 // The picture call: its errors in their order, its polls, its threads, filters of a caller's own.
 #include <filt/freqfilt.h>
+
 #include <gtest/gtest.h>
 
 #include <atomic>
@@ -123,7 +124,7 @@ struct MarginCase {
 
 // The image has 20 x 10 pels, the plane 16 x 16.
 TEST(FilterImageErrors, JudgeMarginsAxisByAxis) {
-    constexpr auto zero = mvBorder::zero, mirror = mvBorder::mirror;
+    const mvBorder zero = mvBorder::zero, mirror = mvBorder::mirror;
     const long huge = std::numeric_limits<long>::max();
     for (const auto& [margin, border, thrown] : std::vector<MarginCase>{
              {{-1, -1}, mirror, "nothing"},

@@ -1,5 +1,6 @@
 // What stands around an image: blends and mirror images.
 #include <filt/freqfilt/internal/border.h>
+
 #include <gtest/gtest.h>
 
 #include <array>

@@ -1,5 +1,6 @@
 // The planes and the reaches of filters.
 #include <filt/freqfilt.h>
+
 #include <gtest/gtest.h>
 
 #include <bit>

@@ -1,5 +1,6 @@
 // Whether two images share pels, byte by byte.
 #include <filt/freqfilt/internal/shared_pels.h>
+
 #include <gtest/gtest.h>
 
 #include <set>

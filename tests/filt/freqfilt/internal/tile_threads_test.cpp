@@ -1,5 +1,6 @@
 // Threads that share the tiles of one call.
 #include <filt/freqfilt/internal/tile_threads.h>
+
 #include <gtest/gtest.h>
 
 #include <atomic>
