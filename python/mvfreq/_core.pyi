@@ -3,6 +3,7 @@ from typing import (
     Any,
     Callable,
     ClassVar,
+    Literal,
     Optional,
     Sequence,
     Tuple,
@@ -361,6 +362,37 @@ class FrequencyFilterImage(FrequencyFilter):
     def __copy__(self) -> FrequencyFilterImage: ...
     def __deepcopy__(self, memo: dict[int, Any]) -> FrequencyFilterImage: ...
 
+_Border = Literal["zero", "mirror"]
+_Result = Literal["magnitude", "real"]
+_Margin = Union[None, int, _Point]
+_Picture = Union[_Image, NDArray[np.float32]]
+
+@overload
+def filter_image(
+    image: _Picture,
+    filter: FrequencyFilter,
+    out: _Magnitudes,
+    *,
+    border: _Border = "mirror",
+    result: _Result = "magnitude",
+    rescale: bool = False,
+    margin: _Margin = None,
+    threads: int = 1,
+) -> _Magnitudes: ...
+@overload
+def filter_image(
+    image: _Picture,
+    filter: FrequencyFilter,
+    out: _PelType = ...,
+    *,
+    border: _Border = "mirror",
+    result: _Result = "magnitude",
+    rescale: bool = False,
+    margin: _Margin = None,
+    threads: int = 1,
+) -> NDArray[Any]: ...
+def filter_plane(filter: FrequencyFilter) -> _Point: ...
+def filter_reach(filter: FrequencyFilter) -> _Point: ...
 def dumps(obj: Union[FrequencyBuffer, FrequencyFilter, Errors]) -> bytes: ...
 def loads(data: bytes) -> Union[FrequencyFilter, Errors, None]: ...
 def loads_buffer(data: bytes) -> FrequencyBuffer: ...

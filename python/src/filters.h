@@ -9,6 +9,9 @@
 /// is not the library's.
 pybind11::object pythonFilter(mvFrequencyFilter& filter);
 
+/// Adds the picture call and its questions to filters.
+void bindPictures(pybind11::module_& module);
+
 /// Adds the filter classes; bindFilters adds them all.
 void bindFilters(pybind11::module_& module);
 void bindRingFilters(pybind11::module_& module);

@@ -20,5 +20,6 @@ PYBIND11_MODULE(_core, module) {
     bindTransforms(module);
     bindArithmetic(module);
     bindFilters(module);
+    bindPictures(module);
     bindArchives(module);
 }

@@ -11,6 +11,7 @@ import numpy as np
 import pytest
 
 IMAGE = np.ones((64, 64))
+FILTER = mvfreq.FrequencyFilterBandPass(0.1, 0, 0.2, (64, 64), 1)
 cancel_when = mvfreq.cancel_when
 
 
@@ -35,6 +36,9 @@ CALLS = {
     "quadrant": mvfreq.inverse_fft_quadrant,
     "angle image": mvfreq.compute_angle_image,
     "quadrant image": mvfreq.compute_quadrant_image,
+    "picture": lambda s: mvfreq.filter_image(IMAGE, FILTER),
+    "picture on threads": lambda s: mvfreq.filter_image(np.tile(IMAGE, (3, 3)), FILTER, threads=3),
+    "reach": lambda s: mvfreq.filter_reach(mvfreq.FrequencyFilterImage(s)),
 }
 
 

@@ -1,0 +1,113 @@
+// The picture call.
+#include <filt/freqfilt.h>
+
+#include <pybind11/numpy.h>
+
+#include <string>
+
+#include "attention.h"
+#include "filters.h"
+#include "frequency_buffer.h"
+#include "pel_buffers.h"
+
+namespace py = pybind11;
+using namespace py::literals;
+
+namespace {
+
+// Singles become doubles, which hold them all.
+Image pictureOf(const py::object& image) {
+    if (!py::isinstance<py::array_t<float>>(image)) return inputImage(image);
+    return inputImage(image.attr("astype")(py::dtype::of<double>()));
+}
+
+template <class Value>
+Value chosen(const std::string& name, const char* parameter, const char* first, Value firstValue,
+             const char* second, Value secondValue) {
+    if (name == first) return firstValue;
+    if (name == second) return secondValue;
+    throw py::value_error(std::string(parameter) + " must be '" + first + "' or '" + second +
+                          "', not '" + name + "'");
+}
+
+// None is the filter's reach; one number counts for both axes.
+mvPair<long> marginOf(const py::object& margin) {
+    if (margin.is_none()) return {-1, -1};
+    if (PyIndex_Check(margin.ptr()) != 0) {
+        const auto both = margin.cast<long>();
+        return {both, both};
+    }
+    const auto [x, y] = margin.cast<std::pair<long, long>>();
+    return {x, y};
+}
+
+py::object filterImage(const py::object& source, AnyFilter& filter, const py::object& out,
+                       const std::string& border, const std::string& result, bool rescale,
+                       const py::object& margin, int threads) {
+    const Image image = pictureOf(source);
+    Output target(out);
+    const mvFilterImageOptions options{
+        chosen("border", border, "zero", mvBorder::zero, "mirror", mvBorder::mirror),
+        chosen("result", result, "magnitude", mvFilterResult::magnitude, "real",
+               mvFilterResult::real),
+        rescale, marginOf(margin), threads};
+    const Uses uses({}, {&filter.usage});
+    std::visit(
+        [&](const auto& pels, auto& filtered) {
+            unlocked([&] { mfFilterImage(pels, filter.base(), filtered, options); });
+        },
+        image.pels, target.pels());
+    return target.result();
+}
+
+py::tuple planeOf(AnyFilter& filter) {
+    filter.usage.requireUnchanging();
+    const mvPair<long> plane = mfFilterPlane(filter.base());
+    return py::make_tuple(plane.x, plane.y);
+}
+
+py::tuple reachOf(AnyFilter& filter) {
+    const Uses uses({}, {&filter.usage});
+    const mvPair<long> reach = unlocked([&] { return mfFilterReach(filter.base()); });
+    return py::make_tuple(reach.x, reach.y);
+}
+
+}  // namespace
+
+void bindPictures(py::module_& module) {
+    module.def(
+        "filter_image", &filterImage, "image"_a, "filter"_a,
+        "out"_a = py::dtype::of<unsigned char>(), py::kw_only(), "border"_a = "mirror",
+        "result"_a = "magnitude", "rescale"_a = false, "margin"_a = py::none(), "threads"_a = 1,
+        "The filtered image: forward transform, filter and inverse transform in one call, for\n"
+        "images of any size. A uint8, uint16, float32 or float64 array or a PelBuffer.\n"
+        "\n"
+        "An image that fits the plane of the filter is filtered in one piece, a longer one in\n"
+        "tiles, each axis for itself. border says what stands around the image: 'mirror', its\n"
+        "mirror image, or 'zero'. margin is how many pels around a tile are filtered with it and\n"
+        "dropped, one number or (x, y); None takes the filter's reach, but at most a quarter of\n"
+        "the plane. The number of threads changes nothing in the result.\n"
+        "\n"
+        "out is a dtype (a new array is returned), or an array or PelBuffer of the image's size\n"
+        "that receives the pels and is returned; it may be the image. result is 'magnitude', or\n"
+        "'real' for values with their sign in float64. rescale spreads the magnitudes over the\n"
+        "whole range of integer pels.\n"
+        "\n"
+        "Raises, in this order, UnboundWindow for a PelBuffer without pels, Uninitialized for a\n"
+        "filter without response, InvalidSize for a loaded filter that fits no plane,\n"
+        "InvalidArgument for options that do not go together, InvalidSize for an output of\n"
+        "another size.\n"
+        "\n"
+        ">>> import numpy as np\n"
+        ">>> smooth = FrequencyFilterBandPass(0.1, 0, 0, (16, 16), 0)\n"
+        ">>> filter_image(np.full((3, 50), 7, np.uint8), smooth)[1, 20:25]\n"
+        "array([7, 7, 7, 7, 7], dtype=uint8)\n");
+    module.def("filter_plane", &planeOf, "filter"_a,
+               "The padded (width, height) of the buffers that a filter was built for. Raises\n"
+               "Uninitialized without response.");
+    module.def(
+        "filter_reach", &reachOf, "filter"_a,
+        "How far a pel of the result depends on its surroundings, in pels along x and y: the\n"
+        "margin that tiles need. Costs an inverse transform for an image filter. Raises\n"
+        "Uninitialized without response.");
+}
