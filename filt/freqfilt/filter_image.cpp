@@ -4,7 +4,9 @@
 #include <filt/fft/internal/pel_map.h>
 #include <filt/fft/internal/spatial_plane.h>
 #include <filt/freqfilt/filter_image.h>
+#include <filt/freqfilt/internal/filter_gains.h>
 #include <filt/freqfilt/internal/known_filters.h>
+#include <filt/freqfilt/internal/planeless_tile.h>
 #include <filt/freqfilt/internal/shared_pels.h>
 #include <filt/freqfilt/internal/three_calls.h>
 #include <filt/freqfilt/internal/tile_threads.h>
@@ -129,6 +131,7 @@ class PictureWork : public mvi::TileWork {
                 const mvi::TilePlan& plan, mvi::TileResult result, P* first, std::ptrdiff_t step)
         : image_(image),
           filter_(filter),
+          gains_(result == mvi::TileResult::realParts ? std::nullopt : mvi::gainsOf(filter)),
           plan_(plan),
           result_(result),
           first_(first),
@@ -136,16 +139,24 @@ class PictureWork : public mvi::TileWork {
 
     void run(mvi::TileQueue& queue, long number) override {
         if (number == queue.end()) return;
-        mvi::TileImage<T> image(image_, plan_);
-        mvi::ThreeCalls calls(filter_, plan_.plane());
-        for (; number != queue.end(); number = queue.next()) {
-            const mvPair<long> tile = plan_.tile(number);
-            image.select(tile);
-            calls.compute(image, output(tile));
+        if (gains_) {
+            runTiles(mvi::PlanelessTile<T>(*gains_), queue, number);
+        } else {
+            runTiles(mvi::ThreeCalls(filter_, plan_.plane()), queue, number);
         }
     }
 
   private:
+    template <class Way>
+    void runTiles(Way way, mvi::TileQueue& queue, long number) {
+        mvi::TileImage<T> image(image_, plan_);
+        for (; number != queue.end(); number = queue.next()) {
+            const mvPair<long> tile = plan_.tile(number);
+            image.select(tile);
+            way.compute(image, output(tile));
+        }
+    }
+
     mvi::TileOutput<P> output(mvPair<long> tile) const {
         const long x = plan_.x.begin(tile.x), y = plan_.y.begin(tile.y);
         return {result_,
@@ -157,6 +168,7 @@ class PictureWork : public mvi::TileWork {
 
     const mvPelBuffer_const<T>& image_;
     const mvFrequencyFilter& filter_;
+    std::optional<mvi::SpectrumGains> gains_;
     const mvi::TilePlan& plan_;
     mvi::TileResult result_;
     P* first_;

@@ -16,6 +16,11 @@ struct FilterAccess {
         return filter.parameters_;
     }
 
+    template <class P>
+    static const mvFilterResponse& response(const mvResponseFilter<P>& filter) {
+        return filter.response_;
+    }
+
     /// The frequency image, which may have no data.
     static const mvFrequencyBuffer& image(const mvFrequencyFilterImage& filter) {
         return filter.image_;

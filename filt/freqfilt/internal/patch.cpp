@@ -122,7 +122,8 @@ class HalfPlaneOfLobe {
         const float* const patch = clearAndFind(y == 0 ? 0 : at_.height - y, gains);
         if (patch != nullptr) {
             const long last = std::min(end_, middle_);
-            for (long c = std::max(begin_, 1L); c < last; ++c) at(gains, middle_ - c) = patch[c - at_.colMin];
+            for (long c = std::max(begin_, 1L); c < last; ++c)
+                at(gains, middle_ - c) = patch[c - at_.colMin];
         }
         protect(y, gains, 1);
         if (outside_ == outside_) return;
