@@ -12,10 +12,9 @@ packages=(cmake ninja-build g++ libcli11-dev libpng-dev libgtest-dev
     pybind11-dev python3-dev python3-numpy python3-pil python3-pytest)
 for group in "$@"; do
     case $group in
-    ci) packages+=(git clang clang-format doxygen libopencv-core-dev pkgconf) ;;
+    ci) packages+=(git clang clang-format clang-tidy cppcheck doxygen libopencv-core-dev pkgconf) ;;
     package) packages+=(git dpkg-dev doxygen lintian debootstrap) ;;
-    checks) packages+=(clang g++-aarch64-linux-gnu qemu-user gcovr cppcheck clang-tidy abigail-tools
-        ccache) ;;
+    checks) packages+=(clang g++-aarch64-linux-gnu qemu-user gcovr abigail-tools ccache) ;;
     fuzz) packages+=(clang libclang-rt-dev patch zlib1g-dev) ;;
     *) echo "There is no group $group." >&2; exit 1 ;;
     esac

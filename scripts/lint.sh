@@ -1,20 +1,63 @@
 #!/usr/bin/env bash
-# Runs cppcheck and clang-tidy over the libraries and the program; fails when either has something to
-# say. .cppcheck-suppressions and .clang-tidy hold what they are not asked, each with its reason.
+# Runs cppcheck and clang-tidy; fails when either has something to say. .cppcheck-suppressions and
+# .clang-tidy list what they are not asked, each with its reason.
 #
-#     scripts/lint.sh           all sources
-#     scripts/lint.sh inverse   those whose path has this in it
+#     scripts/lint.sh                 all sources of the libraries and the program
+#     scripts/lint.sh inverse         those whose path has this in it
+#     scripts/lint.sh --since COMMIT  those that changed since a commit, ten at most
+#     scripts/lint.sh --names         only names and braces, but of the examples and Python, too
 set -uo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
-part=${1:-}
-scripts/install-dependencies.sh ci checks
+libraries='^(vsys|base|filt|tools)/'
+
+list() { git ls-files '*.cpp' | grep -E "$1"; }
+
+# The sources that stand for changed files: for a header the one of its name, or the first that
+# includes it.
+changed() {
+    local file
+    git diff --name-only --diff-filter=d "$1" -- '*.h' '*.cpp' | grep -E "$libraries" |
+        while read -r file; do
+            if [[ $file == *.h && -f ${file%.h}.cpp ]]; then
+                echo "${file%.h}.cpp"
+            elif [[ $file == *.h ]]; then
+                git grep -lE "#include [<\"](.*/)?$(basename "$file")[>\"]" -- '*.cpp' |
+                    grep -m1 -E "$libraries"
+            else
+                echo "$file"
+            fi
+        done | sort -u
+}
+
+tidy() {
+    run-clang-tidy -quiet -p build/dev -j "$(nproc)" "$@" 2>/dev/null |
+        sed 's/\x1b\[[0-9;]*m//g' | grep -E '^/.*(warning|error): ' | sort -u
+}
+
+scripts/install-dependencies.sh ci
 cmake --preset dev >/dev/null
 
-mapfile -t sources < <(git ls-files '*.cpp' | grep -E '^(base|vsys|filt|tools)/' | grep -e "$part")
+case ${1:-} in
+    --names)
+        mapfile -t sources < <(list '^(vsys|base|filt|tools|python|examples)/')
+        ! tidy -checks='-*,readability-identifier-naming,readability-braces-around-statements' \
+            "${sources[@]/#/$PWD/}"
+        exit
+        ;;
+    --since)
+        mapfile -t sources < <(changed "$2")
+        if ((${#sources[@]} > 10)); then
+            echo "not linted:" "${sources[@]:10}"
+            sources=("${sources[@]:0:10}")
+        fi
+        ((${#sources[@]})) || exit 0
+        ;;
+    *) mapfile -t sources < <(list "$libraries" | grep -e "${1:-}") ;;
+esac
+
 failed=0
 cppcheck --enable=warning,performance,portability,style --std=c++20 --language=c++ --quiet \
     --suppressions-list=.cppcheck-suppressions -I. -DMVFREQ_X86_PATHS=1 --error-exitcode=1 \
     "${sources[@]}" || failed=1
-run-clang-tidy -quiet -p build/dev -j "$(nproc)" "${sources[@]/#/$PWD/}" 2>/dev/null |
-    grep -E '(warning|error): ' | sort -u && failed=1
+tidy "${sources[@]/#/$PWD/}" && failed=1
 exit "$failed"

@@ -96,9 +96,9 @@ using graph::Node;
 using graph::Unregistered;
 using namespace std::string_literals;
 
-const mv_Instantiator nodes(typeid(Node), &Node::make);
-const mv_Instantiator links(typeid(Link), &Link::make);
-const mv_Instantiator hammers(typeid(Hammer), &Hammer::make);
+const mv_Instantiator kNodes(typeid(Node), &Node::make);
+const mv_Instantiator kLinks(typeid(Link), &Link::make);
+const mv_Instantiator kHammers(typeid(Hammer), &Hammer::make);
 
 template <class T>
 std::string storedPointer(T* object) {

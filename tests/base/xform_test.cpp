@@ -6,45 +6,45 @@
 
 namespace {
 
-const mvXform<2> a(mvMatrix<2>(1, 2, 3, 4), mvVector<2>(5, 6));
-const mvXform<2> b(mvMatrix<2>(0, -1, 2, 0), mvVector<2>(-7, 8));
-const mvVector<2> v(9, 10);
+const mvXform<2> kA(mvMatrix<2>(1, 2, 3, 4), mvVector<2>(5, 6));
+const mvXform<2> kB(mvMatrix<2>(0, -1, 2, 0), mvVector<2>(-7, 8));
+const mvVector<2> kV(9, 10);
 
 TEST(Xform, IsTheIdentityByDefault) {
     const mvXform<2> identity;
     EXPECT_EQ(identity.matrix(), mvMatrix<2>());
     EXPECT_EQ(identity.trans(), mvVector<2>());
-    EXPECT_EQ(identity * v, v);
+    EXPECT_EQ(identity * kV, kV);
 }
 
 TEST(Xform, TurnsThenMoves) {
-    EXPECT_EQ(a * v, mvVector<2>(1 * 9 + 2 * 10 + 5, 27 + 40 + 6));
+    EXPECT_EQ(kA * kV, mvVector<2>(1 * 9 + 2 * 10 + 5, 27 + 40 + 6));
 }
 
 TEST(Xform, ProductGoesThroughTheRightFactorFirst) {
-    EXPECT_EQ((a * b) * v, a * (b * v));
-    EXPECT_NE(a * b, b * a);
+    EXPECT_EQ((kA * kB) * kV, kA * (kB * kV));
+    EXPECT_NE(kA * kB, kB * kA);
 }
 
 TEST(Xform, IsUndoneByItsInverse) {
-    const mvVector<2> there = b * v;
-    EXPECT_EQ(b.inverse() * there, v);
-    EXPECT_EQ(b * b.inverse(), mvXform<2>());
-    EXPECT_THROW(mvXform<2>(mvMatrix<2>(1, 1, 1, 1), v).inverse(), mvException);
+    const mvVector<2> there = kB * kV;
+    EXPECT_EQ(kB.inverse() * there, kV);
+    EXPECT_EQ(kB * kB.inverse(), mvXform<2>());
+    EXPECT_THROW(mvXform<2>(mvMatrix<2>(1, 1, 1, 1), kV).inverse(), mvException);
 }
 
 TEST(Xform, ComparesMatrixAndTranslation) {
-    EXPECT_EQ(a, mvXform<2>(a.matrix(), a.trans()));
-    EXPECT_NE(a, mvXform<2>(a.matrix(), b.trans()));
-    EXPECT_NE(a, mvXform<2>(b.matrix(), a.trans()));
+    EXPECT_EQ(kA, mvXform<2>(kA.matrix(), kA.trans()));
+    EXPECT_NE(kA, mvXform<2>(kA.matrix(), kB.trans()));
+    EXPECT_NE(kA, mvXform<2>(kB.matrix(), kA.trans()));
 }
 
 TEST(XformLinear, HoldsATransform) {
     EXPECT_EQ(mv2XformLinear().xform(), mvXform<2>());
-    EXPECT_EQ(mv2XformLinear(a).xform(), a);
-    EXPECT_EQ(mv2XformLinear(a.matrix(), a.trans()), mv2XformLinear(a));
-    EXPECT_EQ((mv2XformLinear(a) * mv2XformLinear(b)).xform(), a * b);
-    EXPECT_NE(mv2XformLinear(a), mv2XformLinear(b));
+    EXPECT_EQ(mv2XformLinear(kA).xform(), kA);
+    EXPECT_EQ(mv2XformLinear(kA.matrix(), kA.trans()), mv2XformLinear(kA));
+    EXPECT_EQ((mv2XformLinear(kA) * mv2XformLinear(kB)).xform(), kA * kB);
+    EXPECT_NE(mv2XformLinear(kA), mv2XformLinear(kB));
 }
 
 TEST(XformCache, HoldsNoneByDefault) {
@@ -55,9 +55,9 @@ TEST(XformCache, HoldsNoneByDefault) {
 
 TEST(XformCache, HoldsWhatItIsGiven) {
     mv2XformCache cache;
-    cache.xform(a);
+    cache.xform(kA);
     EXPECT_TRUE(cache.isSet());
-    EXPECT_EQ(cache.linearXform().xform(), a);
+    EXPECT_EQ(cache.linearXform().xform(), kA);
     cache.setIdentity();
     EXPECT_TRUE(cache.isSet());
     EXPECT_EQ(cache.linearXform().xform(), mvXform<2>());
@@ -68,7 +68,7 @@ TEST(XformCache, TellsNoneFromTheIdentity) {
     identity.setIdentity();
     EXPECT_NE(identity, mv2XformCache());
     EXPECT_EQ(mv2XformCache(), mv2XformCache());
-    other.xform(a);
+    other.xform(kA);
     EXPECT_NE(identity, other);
     other.setIdentity();
     EXPECT_EQ(identity, other);

@@ -110,8 +110,9 @@ class HalfPlaneOfLobe {
     void direct(long y, std::vector<float>& gains) const {
         const float* const patch = clearAndFind(y, gains);
         if (patch != nullptr) {
-            for (long c = std::max(begin_, middle_); c < end_; ++c)
+            for (long c = std::max(begin_, middle_); c < end_; ++c) {
                 at(gains, c - middle_) = patch[c - at_.colMin];
+            }
             if (begin_ == 0 && end_ > 0) gains.back() = patch[-at_.colMin];
         }
         protect(y, gains, 0);
@@ -122,8 +123,9 @@ class HalfPlaneOfLobe {
         const float* const patch = clearAndFind(y == 0 ? 0 : at_.height - y, gains);
         if (patch != nullptr) {
             const long last = std::min(end_, middle_);
-            for (long c = std::max(begin_, 1L); c < last; ++c)
+            for (long c = std::max(begin_, 1L); c < last; ++c) {
                 at(gains, middle_ - c) = patch[c - at_.colMin];
+            }
         }
         protect(y, gains, 1);
         if (outside_ == outside_) return;

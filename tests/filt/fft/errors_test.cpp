@@ -132,9 +132,9 @@ TYPED_TEST(ErrorTest, IsStoredOncePerArchive) {
 
 TYPED_TEST(ErrorTest, SuicideDeletesItAndThrowsACopy) {
     struct Counted : TypeParam {
-        Counted(const char* message, int& count) : TypeParam(message), count_(count) {}
-        ~Counted() override { ++count_; }
-        int& count_;
+        Counted(const char* message, int& counter) : TypeParam(message), count(counter) {}
+        ~Counted() override { ++count; }
+        int& count;
     };
     int deleted = 0;
     mvFrequencyDefs::Errors* error = new Counted("the text", deleted);

@@ -48,9 +48,9 @@ using PelTypes = testing::Types<unsigned char, unsigned short>;
 TYPED_TEST_SUITE(RoundTrip, PelTypes, );
 
 TYPED_TEST(RoundTrip, GivesTheExtremesBack) {
-    constexpr TypeParam full = std::numeric_limits<TypeParam>::max();
+    constexpr TypeParam kFull = std::numeric_limits<TypeParam>::max();
     for (long size = 1; size <= 64; size += 7) {
-        const reference::Image<TypeParam> bright(size, 65 - size, full);
+        const reference::Image<TypeParam> bright(size, 65 - size, kFull);
         EXPECT_TRUE(support::sameImage(bright, roundTrip(bright)));
         reference::Image<TypeParam> checked = bright;
         for (std::size_t i = 0; i < checked.pels.size(); i += 2) checked.pels[i] = 0;

@@ -113,8 +113,9 @@ Image<U> rescaledPicture(const Image<double>& magnitudes, float scale) {
     for (std::size_t i = 0; i < out.pels.size(); ++i) {
         const float spread = (static_cast<float>(magnitudes.pels[i]) - low) * factor;
         const double rounded = std::floor(static_cast<double>(spread) + 0.5);
-        if (rounded > 0)
+        if (rounded > 0) {
             out.pels[i] = rounded < full ? static_cast<U>(rounded) : static_cast<U>(-1);
+        }
     }
     return out;
 }

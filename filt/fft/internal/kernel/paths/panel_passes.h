@@ -36,8 +36,9 @@ class PanelPasses {
                             float* mirroredPanel, const ColumnGains& mirrored, float* scratch) {
         const auto load = [=](long y) { return y < filled ? loadRow(panel + kRow * y) : zeros(); };
         const auto store = [&](long k, Z z) {
-            if (direct.row[k] >= 0)
+            if (direct.row[k] >= 0) {
                 storeRow(panel + kRow * k, gained(z, direct.first + direct.row[k]));
+            }
             if (mirroredPanel == nullptr || mirrored.row[k] < 0) return;
             storeRow(mirroredPanel + kRow * k, gained(z, mirrored.first + mirrored.row[k]));
         };

@@ -77,8 +77,9 @@ class Runs {
         for (; rows > 0; rows -= kRows, magnitudes += kRows * V::kLanes, pels += kRows * step) {
             const long some = rows < kRows ? rows : kRows;
             for (long i = 0; i < some * V::kLanes; ++i) block[i] = toPel<T>(magnitudes[i] * scale);
-            for (long r = 0; r < some; ++r)
+            for (long r = 0; r < some; ++r) {
                 copyLanes(block + r * V::kLanes, count, pels + r * step);
+            }
         }
     }
 
