@@ -137,7 +137,7 @@ mvArchive& operator||(mvArchive& ar, std::string& value) {
         ar.bytes(reinterpret_cast<unsigned char*>(value.data()), value.size());
         return ar;
     }
-    // The length is only believed as far as its bytes arrive.
+    // A length may be wrong: the string grows only as the bytes arrive.
     constexpr std::size_t kStep = 65536;
     std::string loaded;
     while (loaded.size() < length) {

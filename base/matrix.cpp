@@ -22,8 +22,8 @@ double mvMatrix<2>::element(int row, int column) const {
     return e_[row][column];
 }
 
-// Gauss's elimination: the larger element of the first column is the pivot, which spares matrices
-// of very large or very small scale the overflow that a determinant would meet.
+// Gaussian elimination with the larger element of the first column as the pivot. Of very large or
+// very small elements a determinant would overflow.
 mvMatrix<2> mvMatrix<2>::inverse() const {
     const int p = std::abs(e_[1][0]) > std::abs(e_[0][0]) ? 1 : 0;
     const double a = e_[p][0], b = e_[p][1], c = e_[1 - p][0], d = e_[1 - p][1];

@@ -28,7 +28,7 @@ void checkAlignment(long alignment) {
     throw mvExceptionWithString("The pel buffer is too large.");
 }
 
-std::int32_t held(std::int64_t value) {
+std::int32_t clamped(std::int64_t value) {
     using Limits = std::numeric_limits<std::int32_t>;
     return static_cast<std::int32_t>(std::clamp<std::int64_t>(value, Limits::min(), Limits::max()));
 }
@@ -58,13 +58,13 @@ void mv_PelBuffer::swap(mv_PelBuffer& other) noexcept {
 }
 
 void mv_PelBuffer::offset(long x, long y) noexcept {
-    offset_ = {held(x), held(y)};
+    offset_ = {clamped(x), clamped(y)};
 }
 
 void mv_PelBuffer::allocate(long width, long height, long alignment, std::size_t pelSize) {
     checkSides(width, height);
     checkAlignment(alignment);
-    // The lowest bit of a size is at least its type's own alignment.
+    // The lowest bit set in a size is at least the alignment of its type.
     const std::size_t start = std::max(static_cast<std::size_t>(alignment), pelSize & -pelSize);
     const std::size_t step = std::lcm(start, pelSize);
     const auto columns = static_cast<std::size_t>(width), rows = static_cast<std::size_t>(height);
@@ -108,7 +108,7 @@ void mv_PelBuffer::narrow(long x, long y, long width, long height, std::size_t p
     origin_ = at(x, y, pelSize);
     width_ = width;
     height_ = height;
-    offset_ = {held(std::int64_t{offset_.x} + x), held(std::int64_t{offset_.y} + y)};
+    offset_ = {clamped(std::int64_t{offset_.x} + x), clamped(std::int64_t{offset_.y} + y)};
 }
 
 unsigned char* mv_PelBuffer::at(long x, long y, std::size_t pelSize) const noexcept {

@@ -36,8 +36,8 @@ bool shareMemory(Rows a, Rows b, Size size) {
     return before(a.first, end(b)) && before(b.first, end(a));
 }
 
-// Rows of one step never run into rows that are still to be read when they are taken from the end
-// that lies in the direction of the move.
+// Both sides have the same step from row to row. Taken from the end toward which the pels move, no
+// row is written over one that is still to be read.
 void copyInOrder(Rows from, Rows to, Size size) {
     const bool backwards = std::less<>()(from.first, to.first);
     for (std::ptrdiff_t i = 0; i < size.rows; ++i) {

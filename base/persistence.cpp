@@ -24,7 +24,7 @@ void mvPersistent::reInit() {}
 void mvPersistent::loadSimple(mvArchive&) {}
 
 void mvPersistent::mutating_() {
-    // Held while it runs, since it may put another watcher in its own place.
+    // A copy keeps it alive while it runs: it may put another watcher in its own place.
     const auto watcher = watcher_;
     if (watcher) (*watcher)();
 }

@@ -25,22 +25,22 @@
 
 namespace mvi {
 
-/// Lets a matrix keep the pels alive that it views. For mfMatFromPelBuffer alone.
+/// Lets a matrix keep the pels alive that it views. Only for mfMatFromPelBuffer.
 class PelKeeper : public cv::MatAllocator {
   public:
-    /// What a matrix counts its references in; the last one lets `owner` go.
+    /// The counter of a matrix's references; the last one releases `owner`.
     static cv::UMatData* keep(void* pels, std::size_t size, std::shared_ptr<void> owner) {
         // Never destroyed, since a matrix may outlive everything else.
         static const PelKeeper& keeper = *new PelKeeper;
-        auto held = std::make_unique<std::shared_ptr<void>>(std::move(owner));
+        auto kept = std::make_unique<std::shared_ptr<void>>(std::move(owner));
         auto* data = new cv::UMatData(&keeper);
         data->data = data->origdata = static_cast<unsigned char*>(pels);
         data->size = size;
-        data->userdata = held.release();
+        data->userdata = kept.release();
         return data;
     }
 
-    /// Lets the owner go.
+    /// Releases the owner.
     void deallocate(cv::UMatData* data) const override {
         delete static_cast<std::shared_ptr<void>*>(data->userdata);
         delete data;

@@ -1,5 +1,5 @@
 // The base imaging library and the system services, as this library sees them.
-// A platform with another base library of the same interface changes this file alone.
+// A platform with another base library of the same interface changes only this file.
 #pragma once
 
 #include <base/archive.h>

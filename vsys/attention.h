@@ -17,8 +17,7 @@ struct vsys_attention_state {
 /// Asks the calling thread's handler and returns its answer; 0 when the thread has no handler.
 VSYS_API int vsys_attention_check();
 
-/// Hangs `handler` on the calling thread (null: none) and returns what hung there before, so that
-/// it can be put back. Other threads keep their handlers. A handler may replace itself while it
-/// runs.
+/// Installs `handler` for the calling thread (null: none) and returns the one before it, so that it
+/// can be put back. Other threads keep their handlers. A handler may replace itself while it runs.
 VSYS_API vsys_attention_state vsys_set_attention_handler(vsys_attention_handler handler,
                                                          void* context) noexcept;

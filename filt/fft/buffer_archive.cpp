@@ -7,8 +7,8 @@
 
 namespace {
 
-// The floats of a plane that an archive tells of. Planes up to the largest size may come with
-// fewer floats; larger ones are no plane of ours and must bring all of theirs.
+// The floats of a plane from an archive. Planes up to the largest size may come with fewer floats;
+// larger ones are not made by this library and must bring all of theirs.
 mvFloatArray loadPlane(mvi::LoadedFloats floats, std::int32_t width, std::int32_t height) {
     if (width < 0 || height < 0) throw mvArchive::BadValue("A size of the archive is negative.");
     constexpr std::size_t kSide = mvi::BufferAccess::kLargestSide;
@@ -27,6 +27,7 @@ mvArchive& operator||(mvArchive& ar, mvFrequencyBuffer& buffer) {
     constexpr unsigned char kNewest = 1;
     unsigned char version = kNewest;
     ar || version;
+    // The number is part of the error that readers of archives know; it counts nothing.
     mvi::requireVersion(version, kNewest, "filt/fft", 572);
     if (ar.isStoring()) {
         buffer.store(ar);

@@ -21,7 +21,7 @@ void mvFrequencyDefs::Errors::serialize_(mvArchive& ar, unsigned char version) {
     mvExceptionWithString::dispatchSerialize(ar);
 }
 
-// The leaves differ in name and number alone.
+// The leaves differ only in name and number.
 #define MVFREQ_DEFINE_ERROR(Leaf, number)                                          \
     mvFrequencyDefs::Leaf::Leaf(const char* message) : Errors(message) {}          \
     mvFrequencyDefs::Leaf::~Leaf() = default;                                      \

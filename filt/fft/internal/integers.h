@@ -7,7 +7,7 @@
 
 namespace mvi {
 
-/// Toward zero, held at the ends of the target type; NaN gives 0.
+/// Toward zero, clamped to the ends of the target type; NaN gives 0.
 template <class Integer, class Floating>
 Integer truncate(Floating value) {
     constexpr auto kLow = std::numeric_limits<Integer>::min();
@@ -19,14 +19,14 @@ Integer truncate(Floating value) {
     return value == value ? static_cast<Integer>(value) : Integer{0};
 }
 
-/// The low byte of the value truncated to 64 bits; 0 for what 64 bits do not hold, and for NaN.
+/// The low byte of the value truncated to 64 bits; 0 for what does not fit 64 bits, and for NaN.
 inline unsigned char lowByte(double value) {
     constexpr double kEnd = 9223372036854775808.0;
     const bool fits = value >= -kEnd && value < kEnd;
     return static_cast<unsigned char>(fits ? static_cast<std::int64_t>(value) : 0);
 }
 
-/// The nearest value that 32 bits hold.
+/// The nearest value of 32 bits.
 constexpr std::int32_t hold32(long value) {
     constexpr long kLow = std::numeric_limits<std::int32_t>::min();
     constexpr long kHigh = std::numeric_limits<std::int32_t>::max();

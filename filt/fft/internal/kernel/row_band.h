@@ -1,4 +1,4 @@
-// The band of rows that alone hold data.
+// The band of rows that hold data.
 #pragma once
 
 #include <algorithm>
@@ -26,7 +26,7 @@ class RowBand {
 
     bool isFull() const { return low_ <= 0 && high_ >= height_; }
 
-    /// Whether the tile of four rows from `base` on lies outside, by the coarse rule of
+    /// Whether the tile of four rows from `base` on is outside, by the coarse rule of
     /// exchangeUnmovedTiles.
     bool excludesTile(long base) const {
         const long toStored = base < half_ ? -half_ : half_;
@@ -37,7 +37,7 @@ class RowBand {
     long height_, half_, low_, high_;
 };
 
-/// True for +0 alone, of which a filter leaves whole rows.
+/// True when all floats are +0, as in the rows that a filter clears. A -0 counts as data.
 bool isAllZero(const float* floats, long count);
 
 /// Between the passes a square plane used to be transposed by tiles of 4 x 4, and the contract

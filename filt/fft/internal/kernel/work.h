@@ -23,8 +23,8 @@ inline constexpr long kRowsPerStep = kMostLanes;
 /// Columns go through a path in steps of whole cache lines of each row.
 inline constexpr long kColumnsPerStep = 64;
 
-/// Rows of a plane of our own stand apart by a cache line more than a power of two, since addresses
-/// that far apart compete for the same places in the caches.
+/// Rows of a scratch plane are a cache line longer than a power of two: addresses a power of two apart
+/// compete for the same places in the caches.
 inline constexpr long kPitchPadding = 16;
 
 struct AlignedDelete {
@@ -72,6 +72,7 @@ void passColumns(Work& work, long end, Transform transform) {
     for (long i = 0; i < kRowsAhead; ++i) work.row(work.size.y + i) = work.row(work.size.y - 1);
     for (long x = 0; x < end; x += kColumnsPerStep) {
         const long count = std::min(kColumnsPerStep, end - x);
+        // One poll for each 16 columns, as if they went by 16: the number of polls is contract.
         for (long i = 0; i < count; i += kLinesPerPoll) pollAttention();
         transform(x, count);
     }

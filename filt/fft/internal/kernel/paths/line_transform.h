@@ -88,9 +88,9 @@ class LineTransform {
     // The stage of span n on a whole block and that of span n/2 on its first half.
     template <long n, class Load, class Save>
     MVFREQ_ALWAYS_INLINE static void twoStages(const Load& load, const Save& save) {
-        constexpr long e = n / 8;
-        constexpr const Factors* outer = stageFactors(n);
-        constexpr const Factors* inner = stageFactors(n / 2);
+        const long e = n / 8;
+        const Factors* const outer = stageFactors(n);
+        const Factors* const inner = stageFactors(n / 2);
         for (long j = 0; j < e; ++j) {
             Z z0 = load(j), z1 = load(j + e), z2 = load(j + 2 * e), z3 = load(j + 3 * e);
             Z z4 = load(j + 4 * e), z5 = load(j + 5 * e), z6 = load(j + 6 * e),
