@@ -129,7 +129,7 @@ class RealFilter : public FromImage<T> {
     Fftw::Plan inverse_;
 };
 
-// One lobe leaves a complex image: the lobe alone is filtered into a plane of zeros and transformed
+// One lobe leaves a complex image: only the lobe is filtered into a plane of zeros and transformed
 // back, rows without data not at all when `banded`.
 template <class T>
 class LobeFilter : public FromImage<T> {

@@ -27,7 +27,7 @@ class Peer {
 
     const std::string& name() const { return name_; }
 
-    /// Lays fresh input where the peer wants it; not timed.
+    /// Lays fresh input where the peer needs it; not timed.
     virtual void load(const Values& input) = 0;
 
     /// The work, timed.

@@ -4,7 +4,7 @@
 # It needs libfftw3-dev, libkissfft-dev, libopencv-core-dev, python3-matplotlib, and root or the
 # right to real-time priority (without, it measures at common priority). FFTW with all instruction
 # sets is built at first into MVFREQ_BENCH_FFTW_ROOT. A run takes about six minutes; --quick takes the square
-# transforms and the 8-bit pipelines of 1024 x 1024 alone, and only prints.
+# transforms and the 8-bit pipelines of 1024 x 1024, and prints only.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 

@@ -35,7 +35,7 @@ Contest realContest(const char* group, Size size) {
     return contest;
 }
 
-// The copy of a plane tells what one pass over it costs at least.
+// The copy of a plane shows what one pass over it costs at least.
 void addCopyOfPlane(Contest& contest) {
     contest.peers.push_back(copy(8 * contest.size.count()));
 }

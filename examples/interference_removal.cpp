@@ -18,7 +18,7 @@ struct Wave {
 };
 
 /// The strongest wave that repeats within 20 pixels. A real picture has each twice: one half of
-/// the plane tells all.
+/// the plane shows all.
 Wave strongestWave(const mvFrequencyBuffer& spectrum) {
     const mvPelBuffer<double> magnitudes = spectrum.getMagnitudeImage(true);  // DC in the middle
     Wave wave;

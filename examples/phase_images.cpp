@@ -1,7 +1,7 @@
 // Measures a surface by projected fringes: phase_images fringes.png phase.png quadrants.png
 //
 // One lobe keeps the fringes as e^(i phase). The angle image is the phase itself; the quadrant
-// image is its two leading bits, made of signs alone and thus the same on every machine.
+// image is its two leading bits, made only of signs and thus the same on every machine.
 #include <filt/freqfilt.h>
 
 #include <cmath>

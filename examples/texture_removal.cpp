@@ -26,7 +26,7 @@ Image defects(const Image& cloth) {
     return result.window(0, 0, cloth.width(), cloth.height());
 }
 
-/// The pels that hang together with (x, y) and are bright; they are made black in `image`.
+/// The bright pels that are connected with (x, y); they are made black in `image`.
 std::vector<mvPair<long>> takeSpot(Image& image, long x, long y, int threshold) {
     std::vector<mvPair<long>> open{{x, y}}, spot;
     while (!open.empty()) {

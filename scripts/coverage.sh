@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Runs the tests of the coverage preset and tells which lines and branches of the libraries they
+# Runs the tests of the coverage preset and lists which lines and branches of the libraries they
 # reached. Fails below 100 % of the lines of filt/ and 95 % of those of base/ and vsys/. On a processor
 # without AVX-512 the lines that ask for it are missing.
 #

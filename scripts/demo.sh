@@ -17,4 +17,4 @@ build/release/tools/mvfreq bandpass --frequency 0.03 --sigma 0.012 --dc-radius 1
 echo
 echo "Before: $PWD/$picture"
 echo "After:  $PWD/out/woven-defects.png"
-echo "The program is $PWD/build/release/tools/mvfreq; --help tells what it does."
+echo "The program is $PWD/build/release/tools/mvfreq; --help says what it does."

@@ -58,7 +58,7 @@ inside sh -ec 'cd /try
     test -f /usr/share/man/man1/mvfreq.1.gz || grep --quiet man /etc/dpkg/dpkg.cfg.d/* 2>/dev/null'
 cmp "$root/try/results/woven.png" docs/images/woven-defects.png
 
-say "the library: CMake, pkg-config, compiler alone"
+say "the library: CMake, pkg-config, only a compiler"
 install $(given libmvfreq-dev) g++ cmake make pkgconf
 inside sh -ec 'cd /try
     cmake -S project -B build >/dev/null && cmake --build build >/dev/null

@@ -36,7 +36,7 @@ struct Axis {
     long position(long tenths) const { return bins / 2 * zoom + zoom / 2 + tenths * length() / 10; }
 
     // The tenths from one number to the next, when a number needs `room` pels; beyond 5 there is
-    // room for the zero alone.
+    // only room for the zero.
     long step(long room) const {
         for (const long tenths : {1, 2, 5}) {
             if (tenths * length() / 10 >= room) return tenths;

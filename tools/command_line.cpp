@@ -95,7 +95,7 @@ void addInfo(CLI::App& app, Work& work) {
     });
 }
 
-// A misspelt word is told rather than the right one that is missing for it.
+// Reports a misspelt word, not the right one that is missing because of it.
 std::string complaintOf(const CLI::App& app, const CLI::ParseError& outcome) {
     const std::vector<std::string> unknown = app.remaining(true);
     if (unknown.empty()) return outcome.what();

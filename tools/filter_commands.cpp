@@ -134,7 +134,7 @@ struct ApplyCommand : FilterCommand {
     }
 };
 
-// Adds what is written besides the picture, which there is one file of: not with --out-dir.
+// Adds what is written besides the picture. Each is a single file, so none goes with --out-dir.
 void addOutputs(CLI::App& command, FilterOptions& options, CLI::Option* outDir, bool canSave) {
     const auto add = [&](const char* name, std::string& path, const char* help) {
         command.add_option(name, path, help)->excludes(outDir);

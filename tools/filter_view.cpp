@@ -14,14 +14,14 @@
 namespace {
 
 mvFrequencyBuffer planeOfOnes(mvPair<long> size) {
-    // The largest is asked for before two planes of a size from a file are made.
+    // The size comes from a file: too large a one is refused before two planes are made of it.
     static_cast<void>(mvFrequencyBuffer(size.x, size.y));
     mvPelBuffer<double> ones(size.x, size.y);
     mfPelSet(ones, 1.0);
     return {ones, mvPelBuffer<double>(size.x, size.y)};
 }
 
-// What a filter leaves of ones are its gains, where it lays them and with all that it does.
+// A plane of ones, filtered: the gains at their places, with all else that the filter does.
 mvPelBuffer<double> gains(mvFrequencyFilter& filter) {
     mvFrequencyBuffer plane = planeOfOnes(filterSize(filter));
     filter.apply(plane);

@@ -8,8 +8,8 @@
 
 /// A file that is written beside its target and takes the target's name when it is complete.
 ///
-/// A target that is a symbolic link stays one; one that is neither missing nor a regular file (a
-/// device, a directory) is refused with a Failure. What is not published is removed again.
+/// A target that is a symbolic link stays one. One that exists and is no regular file (a device, a
+/// directory) is refused with a Failure. What is not published is removed again.
 class OutputFile {
   public:
     explicit OutputFile(const std::string& path);

@@ -11,7 +11,7 @@ using PictureWork = std::function<void(const PictureFiles& files)>;
 
 /// Does the work on every picture.
 ///
-/// Of a single picture, errors are thrown. With --out-dir, a picture that fails is reported and the
-/// others go on; at the end a line on standard output tells how many are done. Parameters that no
-/// picture can be filtered with end the run as an exception.
+/// Errors of a single picture are thrown. With --out-dir, a picture that fails is reported and the
+/// others go on; at the end a line on standard output says how many are done. Parameters with which
+/// no picture can be filtered end the run as an exception.
 ExitCode runPictures(const PictureArguments& pictures, const PictureWork& work);

@@ -6,11 +6,11 @@
 #include <mutex>
 #include <string>
 
-/// A line on standard error, when that is a terminal, that appears after a second of work and is
-/// gone at the end. All members may be called from several threads.
+/// A line on standard error, when that is a terminal. It appears after a second of work and is gone
+/// at the end. All members may be called from several threads.
 class ProgressLine {
   public:
-    /// `state` tells what is being done; the line adds the time.
+    /// `state` says what is being done; the line adds the time.
     explicit ProgressLine(std::function<std::string()> state);
     ~ProgressLine();
     ProgressLine(const ProgressLine&) = delete;

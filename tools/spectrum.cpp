@@ -40,8 +40,8 @@ double weakestTenth(std::vector<double>& values) {
     return *tenth;
 }
 
-// Shifts the pels of `image` to start at 0: for a range from 0 on eMapRange spans just 0 .. `high`
-// and clips what is beyond.
+// Shifts the pels of `image` so that they start at 0: eMapRange then maps exactly 0 .. `high` and
+// clips what is beyond.
 mvPelBuffer<unsigned char> forDisplay(const mvPelBuffer<double>& image) {
     std::vector<double> values = valuesBesidesDC(image);
     if (values.empty()) values.push_back(0);

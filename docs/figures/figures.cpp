@@ -115,7 +115,7 @@ void writeMappings() {
     }
 }
 
-/// What a ring at 0.03 cycles per pixel shows of a plane, the cloth's part of it alone.
+/// What a ring at 0.03 cycles per pixel leaves of a plane, cut to the cloth.
 Image throughRing(const Image& plane, double sigma, const Image& cloth) {
     mvFrequencyBuffer spectrum;
     mfForwardFFT(plane, spectrum);

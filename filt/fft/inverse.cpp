@@ -134,8 +134,9 @@ void inverseToMagnitudes(mvFrequencyBuffer& buf, mvPelBuffer<T>& out, SecondOutp
     }
     second.write(spatial.plane());
     spatial.markInverseComputed();
-    // The order is contract. The plane is marked before the wraps, whose polls may fail; both wraps come
-    // before a pel of a bound output is written; of outputs that share pels, the second one prevails.
+    // The order is contract. The plane is marked before the wraps, whose polls may fail; both wraps
+    // come before a pel of a bound output is written; of outputs that share pels, the second one
+    // prevails.
     magnitudes.wrap();
     second.wrap();
     magnitudes.deliver();

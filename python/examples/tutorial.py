@@ -60,7 +60,7 @@ show(
     spectrum_of_the_cloth=grey(levels),
     what_the_ring_keeps=grey(gains.get_magnitude_image(centred=True)),
 )
-# A view that is held keeps the buffer from being filled again.
+# As long as a view exists, the buffer cannot be filled again.
 try:
     mvfreq.forward_fft(cloth, dst=spectrum)
 except BufferError as error:
@@ -68,7 +68,7 @@ except BufferError as error:
 del view
 
 # %% 3. See directions.
-# A Gabor filter keeps one lobe, so its result is complex: the magnitude tells how strong the
+# A Gabor filter keeps one lobe, so its result is complex: the magnitude shows how strong the
 # pattern is at each place, the angle where in its period the place is.
 rows, columns = np.mgrid[0:256, 0:256]
 stripes = np.where(

@@ -58,7 +58,7 @@ void bindArchives(py::module_& module) {
     module.def("dumps", &dumps, "obj"_a,
                "The archive of a frequency buffer, a filter or an error, the same bytes on every\n"
                "machine. Filters and errors come with their class, as the program mvfreq writes\n"
-               "filters and loads() wants them; a buffer is the record that loads_buffer() wants.\n"
+               "filters and loads() reads them; a buffer is the record that loads_buffer() reads.\n"
                "\n"
                ">>> loads(dumps(BadCoord('out')))\n"
                "BadCoord('out')\n");

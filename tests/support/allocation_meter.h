@@ -20,7 +20,7 @@ class AllocationMeter {
     AllocationMeter(const AllocationMeter&) = delete;
     AllocationMeter& operator=(const AllocationMeter&) = delete;
 
-    /// The largest number of bytes that were held at once since the construction.
+    /// The largest number of bytes that were in use at once since the construction.
     std::size_t peak() const;
 };
 

@@ -8,7 +8,7 @@
 
 namespace cases {
 
-/// Assignments from `other`, copying and moving, tell the watcher of a copy of `before` while that
+/// Assignments from `other`, copying and moving, call the watcher of a copy of `before` while that
 /// is still as it was.
 template <class F>
 void expectAssignmentsTellTheWatcherFirst(const F& before, F other) {
@@ -27,7 +27,7 @@ void expectAssignmentsTellTheWatcherFirst(const F& before, F other) {
     EXPECT_TRUE(moved == copied);
 }
 
-// The twins differ in the name of their radius alone.
+// The twins differ only in the name of their radius.
 template <class Base>
 struct RemovalRadius : Base {
     using F = typename Base::Filter;

@@ -21,7 +21,7 @@ inline std::string className(const mvFrequencyDefs::Errors& error) {
     return "Errors";
 }
 
-/// "Class: message" ("Class" alone for a null message), "status n" for a failing poll,
+/// "Class: message" (only "Class" for a null message), "status n" for a failing poll,
 /// "Interrupted", "mvException" for other errors of the base library, "nothing".
 template <class Call>
 std::string thrownBy(Call call) {

@@ -87,7 +87,7 @@ TEST_F(ManyPictures, AreDoneOrReportedEach) {
     EXPECT_FALSE(fs::exists(path("results/text.png")));
 }
 
-// The square around DC fits the larger picture alone.
+// The square around DC fits only the larger picture.
 TEST_F(ManyPictures, GoOnWhenOneIsTooSmallForTheFilter) {
     const Outcome outcome = run(all(bandPass_, {"--dc-radius", "9", "8-8.png", "33-8.png",
                                                 "--out-dir", "results", "--jobs", "1"}));

@@ -30,9 +30,9 @@ struct Transform {
     Errors (*errors)(const reference::Plane& input);
 };
 
-/// The complex forward transform, the forward transform of the real parts alone, and the complex
-/// one followed by its inverse. The inverse alone is the forward transform of conjugates, to the
-/// bit.
+/// The complex forward transform, the forward transform of only the real parts, and the complex
+/// one followed by its inverse. The inverse by itself is the forward transform of conjugates, to
+/// the bit.
 const std::vector<Transform>& transforms();
 
 struct Size {

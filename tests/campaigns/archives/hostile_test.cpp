@@ -35,7 +35,7 @@ std::string loadAndUse(const std::string& bytes, T& value) {
     return thrown;
 }
 
-// A buffer record whose count stands alone: no floats follow.
+// A buffer record that ends with its count: no floats follow.
 std::string withCount(BufferRecord record, std::uint32_t count) {
     record.floats.clear();
     std::string bytes = record.bytes();

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Lays the golden archive files byte by byte, from the format alone.
+"""Lays the golden archive files byte by byte, from nothing but the format.
 
     make_golden.py            writes golden/*.mva beside this script
     make_golden.py --check    compares them with what it would write

@@ -2,7 +2,7 @@
 # Installs the library and builds a program on it in the three ways that users have: CMake package,
 # pkg-config, plain compiler.
 #   check_package.sh shared|static SOURCE BUILD GENERATOR CXX [FLAGS]
-# "shared" installs BUILD. "static" configures the libraries alone, as on a machine that has nothing
+# "shared" installs BUILD. "static" configures only the libraries, as on a machine that has nothing
 # but a compiler and CMake.
 set -euo pipefail
 
@@ -50,7 +50,7 @@ with_cmake() {
     run "$work/consumer"
 }
 
-# with_compiler OPTIONS: the options stand behind the source, as the linker wants its libraries.
+# with_compiler OPTIONS: the options stand behind the source, as the linker needs its libraries.
 with_compiler() {
     for program in inspect restore; do
         "$cxx" $flags -std=c++20 "$project/$program.cpp" -o "$work/$program" "$@"
@@ -87,7 +87,7 @@ else
     echo "-- pkg-config: not on this machine"
 fi
 
-echo "-- compiler alone"
+echo "-- only a compiler"
 with_compiler -I "$prefix/include/mvfreq" -L "$libdir" -lmvfreq -lmvbase "$rpath"
 
 echo "-- the example of README.md"

@@ -1,4 +1,4 @@
-// Lets chosen allocations fail, and counts the blocks that are held.
+// Makes chosen allocations fail, and counts the blocks that are in use.
 #pragma once
 
 #include <cstddef>

@@ -4,7 +4,7 @@
     check_sites.py <faults_test> <object files of the libraries>
 
 Every call of an allocating function in the machine code of the libraries' functions is a place. The
-test program tells which of them it made fail.
+test program lists those that it made fail.
 """
 import os
 import re

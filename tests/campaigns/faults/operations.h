@@ -15,7 +15,7 @@ struct Operation {
     std::function<void(Operands&)> call;
     /// What a call that fails may have changed; everything else stays as it was.
     std::set<std::string> mayChange = {};
-    /// What the call throws when nothing fails, as support::thrownBy tells it.
+    /// What the call throws when nothing fails, as support::thrownBy names it.
     std::string thrown = "nothing";
 };
 

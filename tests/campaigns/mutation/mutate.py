@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Changes the library in small ways, one at a time, and tells whether the tests notice.
+"""Changes the library in small ways, one at a time, and reports whether the tests notice.
 
     tests/campaigns/mutation/mutate.py                          300 mutants of filt/, drawn with seed 1
     tests/campaigns/mutation/mutate.py --sample 50 --seed 7     another draw

@@ -7,7 +7,7 @@ namespace reference {
 
 enum class Mapping { clip = 0, autoScale = 1, range = 2, log = 3, angle = 4 };
 
-/// One byte for each value. `low` and `high` are read by Mapping::range alone.
+/// One byte for each value. Only Mapping::range reads `low` and `high`.
 std::vector<unsigned char> mapImage(const std::vector<double>& values, Mapping mapping, double low,
                                     double high);
 

@@ -68,7 +68,7 @@ float squaredMagnitude(Complex z) {
     return z.re * z.re + z.im * z.im;
 }
 
-// The integer part of value + 0.5, held at 0 and full; the sum is not rounded to float.
+// The integer part of value + 0.5, clamped to 0 and full; the sum is not rounded to float.
 template <class T>
 T roundedPel(float value) {
     const double full = std::numeric_limits<T>::max();

@@ -1,4 +1,4 @@
-// Floating values as integers: toward zero, held at the ends of the type, NaN as 0.
+// Floating values as integers: toward zero, clamped to the ends of the type, NaN as 0.
 #pragma once
 
 #include <cstdint>

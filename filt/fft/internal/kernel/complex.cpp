@@ -58,8 +58,8 @@ class ComplexTransform {
   private:
     bool isZero(long y) { return isAllZero(work_.row(y), 2 * work_.size.x); }
 
-    // Enters the rows of `src` in the table; all rows outside the band that are zero share one row of
-    // zeros.
+    // Enters the rows of `src` in the table; all rows outside the band that are zero share one row
+    // of zeros.
     void takeRows(const float* src) {
         const mvPair<long> size = work_.size;
         for (long y = 0; y < size.y; ++y) work_.row(y) = src + 2 * size.x * y;
@@ -71,7 +71,8 @@ class ComplexTransform {
         }
     }
 
-    // Whether tiles that stay where they are (see exchangeUnmovedTiles) hold rows that are not zero.
+    // Whether tiles that stay where they are (see exchangeUnmovedTiles) hold rows that are not
+    // zero.
     bool mustExchange() {
         const mvPair<long> size = work_.size;
         if (band_.isFull() || size.x != size.y || size.x < 4) return false;
@@ -92,8 +93,8 @@ class ComplexTransform {
         }
     }
 
-    // Transforms the rows of the band into to(y), which is entered in the table. Filters leave rows of
-    // zeros; their transforms are the same, so the first one serves for all.
+    // Transforms the rows of the band into to(y), which is entered in the table. Filters leave rows
+    // of zeros; their transforms are the same, so the first one serves for all.
     template <class To>
     void passBandRows(To to) {
         const float* transformedZero = nullptr;
@@ -117,8 +118,8 @@ class ComplexTransform {
         });
     }
 
-    // Transforms the first `computed` columns and hands the first `sunk` of them to the sink. Row 0 of
-    // column x goes to to(x). Attention is polled for all columns, computed or not.
+    // Transforms the first `computed` columns and hands the first `sunk` of them to the sink. Row 0
+    // of column x goes to to(x). Attention is polled for all columns, computed or not.
     template <class To>
     void passColumnsTo(long computed, long sunk, ColumnSink* sink, long pitch, To to) {
         pollTransposition(work_.size, 4);

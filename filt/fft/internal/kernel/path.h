@@ -12,8 +12,8 @@ enum class Direction { forward, inverse };
 /// The most lanes that a path has.
 inline constexpr long kMostLanes = 16;
 
-/// The least and the greatest squared magnitude. The limits at which it starts are contract: 1e20 is
-/// no infinity, and squares that all lie above it leave `least` where it is.
+/// The least and the greatest squared magnitude. The limits at which it starts are contract: 1e20
+/// is no infinity, and squares that all lie above it leave `least` where it is.
 struct SquareRange {
     float least = 1e20f;
     float greatest = -1e20f;
@@ -53,7 +53,8 @@ struct RadialProfile {
 
 /// Conversions between runs of pels of type T and runs of elements.
 ///
-/// Integer pels are rounded half up and clamped to the range of T; NaN gives 0. Runs do not overlap.
+/// Integer pels are rounded half up and clamped to the range of T; NaN gives 0. Runs do not
+/// overlap.
 template <class T>
 struct PelRuns {
     /// out[i] = pels[i].

@@ -23,8 +23,8 @@ inline constexpr long kRowsPerStep = kMostLanes;
 /// Columns go through a path in steps of whole cache lines of each row.
 inline constexpr long kColumnsPerStep = 64;
 
-/// Rows of a scratch plane are a cache line longer than a power of two: addresses a power of two apart
-/// compete for the same places in the caches.
+/// Rows of a scratch plane are a cache line longer than a power of two: addresses a power of two
+/// apart compete for the same places in the caches.
 inline constexpr long kPitchPadding = 16;
 
 struct AlignedDelete {

@@ -11,7 +11,7 @@ namespace {
 
 constexpr long kWidth = 50, kHeight = 30, kStride = 64;
 
-// Everything but the mean: a ring at DC alone that is cleared.
+// Everything but the mean: a ring that rejects only DC.
 mvFrequencyFilterBandReject recipe(const mvFrequencyBuffer& spectrum) {
     return {0.001, 0.0, 0.0, {spectrum.width(), spectrum.height()}, 0};
 }

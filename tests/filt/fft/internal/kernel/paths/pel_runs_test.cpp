@@ -54,7 +54,7 @@ float magnitude(const std::vector<float>& z, std::size_t i) {
     return std::sqrt(z[2 * i] * z[2 * i] + z[2 * i + 1] * z[2 * i + 1]);
 }
 
-// Half up and held to the range; the halves of small numbers are exact in double.
+// Half up and clamped to the range; the halves of small numbers are exact in double.
 template <class T>
 T expectedPel(float value) {
     if constexpr (std::is_same_v<T, double>) return value;
