@@ -114,6 +114,7 @@ class MVBASE_API mvArchive::UnknownVersion : public mvException {
     UnknownVersion(const UnknownVersion&) noexcept = default;
     UnknownVersion& operator=(const UnknownVersion&) noexcept = default;
     ~UnknownVersion() override;
+    void suicideAndRethrow() override;
 
     /// What was given: the text, or null, and the number.
     const char* text() const noexcept { return text_ ? text_->c_str() : nullptr; }
@@ -135,6 +136,7 @@ class MVBASE_API mvArchive::Truncated : public mvExceptionWithString {
     Truncated(const Truncated&) noexcept = default;
     Truncated& operator=(const Truncated&) noexcept = default;
     ~Truncated() override;
+    void suicideAndRethrow() override;
 };
 
 /// A value that cannot be stored, or bytes that stand for no value.
@@ -145,6 +147,7 @@ class MVBASE_API mvArchive::BadValue : public mvExceptionWithString {
     BadValue(const BadValue&) noexcept = default;
     BadValue& operator=(const BadValue&) noexcept = default;
     ~BadValue() override;
+    void suicideAndRethrow() override;
 };
 
 /// The class of an object is not registered.
@@ -155,6 +158,7 @@ class MVBASE_API mvArchive::UnknownClass : public mvExceptionWithString {
     UnknownClass(const UnknownClass&) noexcept = default;
     UnknownClass& operator=(const UnknownClass&) noexcept = default;
     ~UnknownClass() override;
+    void suicideAndRethrow() override;
 };
 
 /// The stream failed while storing.
@@ -165,6 +169,7 @@ class MVBASE_API mvArchive::WriteFailed : public mvExceptionWithString {
     WriteFailed(const WriteFailed&) noexcept = default;
     WriteFailed& operator=(const WriteFailed&) noexcept = default;
     ~WriteFailed() override;
+    void suicideAndRethrow() override;
 };
 
 /// The exchange of one value, as the table at mvArchive lays it out.

@@ -14,6 +14,14 @@ std::ostream& operator<<(std::ostream& out, const mvException& exception) {
 
 mvException::~mvException() = default;
 
+long mvException::errorNumber() const {
+    return 0;
+}
+
+void mvException::suicideAndRethrow() {
+    deleteAndThrow(this);
+}
+
 void mvException::message_(std::ostream& out) const {
     out << mvi::className(typeid(*this));
 }
@@ -22,6 +30,10 @@ mvExceptionWithString::mvExceptionWithString(const char* message)
     : text_(message ? std::make_shared<const std::string>(message) : nullptr) {}
 
 mvExceptionWithString::~mvExceptionWithString() = default;
+
+void mvExceptionWithString::suicideAndRethrow() {
+    deleteAndThrow(this);
+}
 
 void mvExceptionWithString::dispatchSerialize(mvArchive& ar) {
     if (haveVisited(ar, this, sizeof(mvExceptionWithString))) return;
@@ -44,6 +56,10 @@ void mvExceptionWithString::message_(std::ostream& out) const {
 }
 
 mvStatusException::~mvStatusException() = default;
+
+void mvStatusException::suicideAndRethrow() {
+    deleteAndThrow(this);
+}
 
 void mvStatusException::dispatchSerialize(mvArchive& ar) {
     if (haveVisited(ar, this, sizeof(mvStatusException))) return;

@@ -22,8 +22,23 @@ class MVBASE_API mvException : public mvPersistent {
     mvException& operator=(const mvException&) noexcept = default;
     ~mvException() override;
 
+    /// The number of the exception's class; 0 for a class that has none.
+    virtual long errorNumber() const;
+
+    /// Deletes this object, which must live on the heap, and throws a copy of it as its own class.
+    /// A class that does not override this is thrown as the nearest base that does.
+    virtual void suicideAndRethrow();
+
   protected:
     friend std::ostream& operator<<(std::ostream& out, const mvException& exception);
+
+    /// What each class's suicideAndRethrow does.
+    template <class Exception>
+    [[noreturn]] static void deleteAndThrow(const Exception* exception) {
+        const Exception copy(*exception);
+        delete exception;
+        throw copy;
+    }
 
     /// What `<<` writes. Here: the qualified name of the object's class.
     virtual void message_(std::ostream& out) const;
@@ -44,6 +59,8 @@ class MVBASE_API mvExceptionWithString : public mvException {
     /// The text, or null when there is none. It lives as long as this object or a copy of it has
     /// it.
     const char* message() const noexcept { return text_ ? text_->c_str() : nullptr; }
+
+    void suicideAndRethrow() override;
 
   protected:
     void dispatchSerialize(mvArchive& ar) override;
@@ -66,6 +83,8 @@ class MVBASE_API mvStatusException : public mvException {
 
     /// The status that failed.
     long status() const noexcept { return status_; }
+
+    void suicideAndRethrow() override;
 
   protected:
     void dispatchSerialize(mvArchive& ar) override;

@@ -29,9 +29,7 @@ void mvFrequencyDefs::Errors::serialize_(mvArchive& ar, unsigned char version) {
         return number;                                                             \
     }                                                                              \
     void mvFrequencyDefs::Leaf::suicideAndRethrow() {                              \
-        Leaf copy(*this);                                                          \
-        delete this;                                                               \
-        throw copy;                                                                \
+        deleteAndThrow(this);                                                      \
     }                                                                              \
     mvPersistent* mvFrequencyDefs::Leaf::make() {                                  \
         return new Leaf;                                                           \

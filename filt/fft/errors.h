@@ -35,10 +35,10 @@ class MVFREQ_API mvFrequencyDefs::Errors : public mvExceptionWithString {
     ~Errors() override;
 
     /// The number of the error's class, from 0x10006300 on.
-    virtual long errorNumber() const = 0;
+    long errorNumber() const override = 0;
 
     /// Deletes this object, which must live on the heap, and throws a copy of it as its own class.
-    virtual void suicideAndRethrow() = 0;
+    void suicideAndRethrow() override = 0;
 
   protected:
     /// Keeps a copy of `message`, or none for null.

@@ -6,6 +6,7 @@
 #include <sstream>
 #include <string>
 #include <type_traits>
+#include <typeinfo>
 
 #include "support/value_bytes.h"
 
@@ -42,6 +43,45 @@ TEST(Exception, IsCaughtAsEachOfItsBases) {
     EXPECT_THROW(throw mvExceptionWithString("x"), mvPersistent);
     EXPECT_THROW(throw mvStatusException(1), mvException);
     EXPECT_THROW(throw mvArchive::Truncated(), mvException);
+}
+
+TEST(Exception, HasNoNumberOfItsOwn) {
+    EXPECT_EQ(mvException().errorNumber(), 0);
+    EXPECT_EQ(mvStatusException(7).errorNumber(), 0);
+    EXPECT_EQ(mvArchive::Truncated().errorNumber(), 0);
+}
+
+// What is thrown by a copy of the exception on the heap that is told to delete itself.
+template <class E>
+void expectSuicideThrowsACopy(const E& exception) {
+    mvException* const error = new E(exception);
+    try {
+        error->suicideAndRethrow();
+        ADD_FAILURE() << "nothing was thrown";
+    } catch (const mvException& thrown) {
+        EXPECT_EQ(typeid(thrown), typeid(E));
+        EXPECT_EQ(printed(thrown), printed(exception));
+    }
+}
+
+TEST(Exception, SuicideDeletesItAndThrowsACopy) {
+    expectSuicideThrowsACopy(mvException());
+    expectSuicideThrowsACopy(mvExceptionWithString("Too dark."));
+    expectSuicideThrowsACopy(mvStatusException(7));
+    expectSuicideThrowsACopy(mvArchive::UnknownVersion("here", 12));
+    expectSuicideThrowsACopy(mvArchive::Truncated("Too short."));
+    expectSuicideThrowsACopy(mvArchive::BadValue("Too odd."));
+    expectSuicideThrowsACopy(mvArchive::UnknownClass("Too new."));
+    expectSuicideThrowsACopy(mvArchive::WriteFailed("Too full."));
+}
+
+TEST(Exception, SuicideThrowsTheNearestBaseOfAClassThatDoesNotOverrideIt) {
+    mvException* const error = new shop::OutOfLenses;
+    try {
+        error->suicideAndRethrow();
+    } catch (const mvException& thrown) {
+        EXPECT_EQ(typeid(thrown), typeid(mvException));
+    }
 }
 
 TEST(Exception, WithoutAMessagePrintsItsClass) {

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "support/value_bytes.h"
+#include "support/slots.h"
 
 namespace {
 
@@ -32,6 +33,13 @@ class Dial : public mvPersistent {
   private:
     int value_ = 0;
 };
+
+TEST(Persistent, KeepsTheOrderOfItsVirtualFunctions) {
+    EXPECT_EQ(support::slotOf(&Dial::dispatchSerialize), 2);
+    EXPECT_EQ(support::slotOf(&Dial::reInit), 3);
+    EXPECT_EQ(support::slotOf(&Dial::loadSimple), 4);
+    EXPECT_EQ(support::slotOf(&Dial::turn), -1);
+}
 
 TEST(Watch, IsCalledBeforeTheChange) {
     Dial dial;

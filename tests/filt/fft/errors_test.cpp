@@ -9,6 +9,7 @@
 #include <typeinfo>
 
 #include "support/archive_bytes.h"
+#include "support/slots.h"
 
 namespace {
 
@@ -146,6 +147,33 @@ TYPED_TEST(ErrorTest, SuicideDeletesItAndThrowsACopy) {
         EXPECT_STREQ(thrown.message(), "the text");
     }
     EXPECT_EQ(deleted, 1);
+}
+
+// Opens what is protected.
+template <class E>
+struct Opened : E {
+    using E::dispatchSerialize;
+    using E::loadSimple;
+    using E::message_;
+    using E::reInit;
+};
+
+template <class E>
+void expectTheOrderOfTheFamily() {
+    EXPECT_EQ(support::slotOf(&Opened<E>::dispatchSerialize), 2);
+    EXPECT_EQ(support::slotOf(&Opened<E>::reInit), 3);
+    EXPECT_EQ(support::slotOf(&Opened<E>::loadSimple), 4);
+    EXPECT_EQ(support::slotOf(&E::errorNumber), 5);
+    EXPECT_EQ(support::slotOf(&E::suicideAndRethrow), 6);
+    EXPECT_EQ(support::slotOf(&Opened<E>::message_), 7);
+}
+
+TYPED_TEST(ErrorTest, KeepsTheOrderOfItsVirtualFunctions) {
+    expectTheOrderOfTheFamily<TypeParam>();
+}
+
+TEST(Errors, KeepsTheOrderOfItsVirtualFunctions) {
+    expectTheOrderOfTheFamily<mvFrequencyDefs::Errors>();
 }
 
 TEST(Errors, IsAbstract) {

@@ -5,6 +5,7 @@
 #include "support/filter_classes.h"
 #include "support/loading.h"
 #include "support/random_planes.h"
+#include "support/slots.h"
 #include "support/spectra.h"
 
 namespace {
@@ -42,6 +43,34 @@ TEST(FilterBase, IsPersistentThroughOneVirtualBase) {
     std::unique_ptr<mvFrequencyFilter> filter = std::make_unique<PlainFilter>();
     EXPECT_NE(dynamic_cast<mvPersistent*>(filter.get()), nullptr);
     EXPECT_NE(dynamic_cast<mvRepBase*>(filter.get()), nullptr);
+}
+
+// Opens what is protected.
+template <class Filter>
+struct Opened : Filter {
+    using Filter::serialize_;
+};
+
+template <class Filter>
+void expectTheOrderOfAllFilters() {
+    using Between = void (Filter::*)(const mvFrequencyBuffer&, mvFrequencyBuffer&) const;
+    using InPlace = void (Filter::*)(mvFrequencyBuffer&) const;
+    EXPECT_EQ(support::slotOf(&Filter::clone), 2);
+    EXPECT_EQ(support::slotOf(&Filter::isInitialized), 3);
+    EXPECT_EQ(support::slotOf<Between>(&Filter::apply), 4);
+    EXPECT_EQ(support::slotOf<InPlace>(&Filter::apply), 5);
+    EXPECT_EQ(support::slotOf(&Opened<Filter>::serialize_), 6);
+}
+
+template <class Filter>
+struct EveryFilter : testing::Test {};
+using FilterClasses =
+    testing::Types<mvFrequencyFilter, mvFrequencyFilterBandPass, mvFrequencyFilterBandReject,
+                   mvFrequencyFilterGabor, mvFrequencyFilterGaborReject, mvFrequencyFilterImage>;
+TYPED_TEST_SUITE(EveryFilter, FilterClasses, );
+
+TYPED_TEST(EveryFilter, KeepsTheOrderOfItsVirtualFunctions) {
+    expectTheOrderOfAllFilters<TypeParam>();
 }
 
 TEST(FilterBase, FindsThePlane) {
