@@ -41,7 +41,15 @@ std::shared_ptr<void> zeroedBlock(std::size_t size) {
 
 }  // namespace
 
-mv_PelBuffer& mv_PelBuffer::operator=(mv_PelBuffer&& other) noexcept {
+mv_PelBuffer& mv_PelBuffer::operator=(const mv_PelBuffer& other) {
+    checkAccess(other);
+    mv_PelBuffer copy(other);
+    swap(copy);
+    return *this;
+}
+
+mv_PelBuffer& mv_PelBuffer::operator=(mv_PelBuffer&& other) {
+    checkAccess(other);
     mv_PelBuffer taken(std::move(other));
     swap(taken);
     return *this;
@@ -114,6 +122,12 @@ void mv_PelBuffer::narrow(long x, long y, long width, long height, std::size_t p
 unsigned char* mv_PelBuffer::at(long x, long y, std::size_t pelSize) const noexcept {
     const std::ptrdiff_t pels = std::ptrdiff_t{y} * rowUpdate_ + x;
     return static_cast<unsigned char*>(origin_) + pels * static_cast<std::ptrdiff_t>(pelSize);
+}
+
+void mv_PelBuffer::checkAccess(const mv_PelBuffer& other) const {
+    if (access_.writes && !other.access_.writes) {
+        throw mvExceptionWithString("Pels that are only read cannot become those of a writer.");
+    }
 }
 
 void mv_PelBuffer::checkBound() const {

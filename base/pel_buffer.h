@@ -25,7 +25,7 @@ class mvPelBuffer;
 class MVBASE_API mv_PelBuffer {
   public:
     /// True when the buffer has pels.
-    bool isBound() const noexcept { return origin_ != nullptr; }
+    [[nodiscard]] bool isBound() const noexcept { return origin_ != nullptr; }
 
     /// Pels in a row, rows, and pels from one row to the next; all 0 when not bound.
     long width() const noexcept { return width_; }
@@ -51,9 +51,15 @@ class MVBASE_API mv_PelBuffer {
     mv_PelBuffer() noexcept = default;
     mv_PelBuffer(const mv_PelBuffer&) noexcept = default;
     mv_PelBuffer(mv_PelBuffer&& other) noexcept : mv_PelBuffer() { swap(other); }
-    mv_PelBuffer& operator=(const mv_PelBuffer&) noexcept = default;
-    mv_PelBuffer& operator=(mv_PelBuffer&& other) noexcept;
+
+    /// Take over what `other` views. Throw an mvExceptionWithString, and change nothing, when this
+    /// buffer writes its pels and `other` only reads them.
+    mv_PelBuffer& operator=(const mv_PelBuffer& other);
+    mv_PelBuffer& operator=(mv_PelBuffer&& other);
     ~mv_PelBuffer() = default;
+
+    /// Makes this a buffer that writes its pels, for as long as it lives.
+    void grantWriting() noexcept { access_.writes = true; }
 
     /// Allocates zeroed pels of `pelSize` bytes, rows at multiples of `alignment` bytes.
     void allocate(long width, long height, long alignment, std::size_t pelSize);
@@ -82,6 +88,15 @@ class MVBASE_API mv_PelBuffer {
     template <class T>
     friend void mfPelSet(mvPelBuffer<T>& dst, std::type_identity_t<T> value);
 
+    // A property of the object, not of what it views: copies and assignments leave it alone.
+    struct Access {
+        constexpr Access() noexcept = default;
+        constexpr Access(const Access&) noexcept {}
+        constexpr Access& operator=(const Access&) noexcept { return *this; }
+        bool writes = false;
+    };
+
+    void checkAccess(const mv_PelBuffer& other) const;
     void checkBound() const;
     static void copyPels(const mv_PelBuffer& src, const mv_PelBuffer& dst, std::size_t pelSize);
     [[noreturn]] static void throwOutside();
@@ -95,9 +110,13 @@ class MVBASE_API mv_PelBuffer {
     long rowUpdate_ = 0;
     mvPair<std::int32_t> offset_;
     mv2XformCache xform_;
+    Access access_;
 };
 
 /// A pel buffer whose pels are only read. T is any plain type whose zero bytes are its zero.
+///
+/// Assigning to an mvPelBuffer through a reference to this base would let it write pels that others
+/// may only read: such an assignment throws an mvExceptionWithString and changes nothing.
 template <class T>
 class mvPelBuffer_const : public mv_PelBuffer {
     static_assert(std::is_trivially_copyable_v<T> && !std::is_const_v<T>);
@@ -149,19 +168,32 @@ template <class T>
 class mvPelBuffer : public mvPelBuffer_const<T> {
   public:
     /// Not bound, at offset (0, 0), without a transform.
-    mvPelBuffer() noexcept = default;
+    mvPelBuffer() noexcept { this->grantWriting(); }
 
     /// New pels, all zero, whose rows start at multiples of `alignment` bytes. Throws an
     /// mvExceptionWithString when a side is below 1 or above 2^31 - 1, when `alignment` is no power
     /// of two from 1 to 65536, and when the pels are more than memory can be; std::bad_alloc when
     /// memory is short.
-    mvPelBuffer(long width, long height, long alignment = 32) {
+    mvPelBuffer(long width, long height, long alignment = 32) : mvPelBuffer() {
         this->allocate(width, height, alignment, sizeof(T));
     }
 
     /// A view of pels that stay where they are, as in mvPelBuffer_const.
     mvPelBuffer(T* pels, long width, long height, long rowUpdate, std::shared_ptr<void> owner = {})
-        : mvPelBuffer_const<T>(pels, width, height, rowUpdate, std::move(owner)) {}
+        : mvPelBuffer_const<T>(pels, width, height, rowUpdate, std::move(owner)) {
+        this->grantWriting();
+    }
+
+    /// A view of the same pels; moving leaves the source unbound.
+    mvPelBuffer(const mvPelBuffer& other) noexcept : mvPelBuffer_const<T>(other) {
+        this->grantWriting();
+    }
+    mvPelBuffer(mvPelBuffer&& other) noexcept : mvPelBuffer_const<T>(std::move(other)) {
+        this->grantWriting();
+    }
+    mvPelBuffer& operator=(const mvPelBuffer&) noexcept = default;
+    mvPelBuffer& operator=(mvPelBuffer&&) noexcept = default;
+    ~mvPelBuffer() = default;
 
     /// As in mvPelBuffer_const.
     T* pointToOffset() const noexcept { return static_cast<T*>(this->origin()); }
@@ -184,6 +216,18 @@ class mvPelBuffer : public mvPelBuffer_const<T> {
 template <class T>
 void mfPelCopy(const mvPelBuffer_const<T>& src, mvPelBuffer<T>& dst) {
     mv_PelBuffer::copyPels(src, dst, sizeof(T));
+}
+
+/// New pels with the values, the size, the offset and the transform of `src`; not bound when `src`
+/// is not. Throws std::bad_alloc when memory is short.
+template <class T>
+[[nodiscard]] mvPelBuffer<T> mfPelClone(const mvPelBuffer_const<T>& src) {
+    mvPelBuffer<T> clone;
+    if (src.isBound()) clone = mvPelBuffer<T>(src.width(), src.height());
+    clone.offset(src.offset());
+    clone.copyXforms(src);
+    if (src.isBound()) mfPelCopy(src, clone);
+    return clone;
 }
 
 /// Sets every pel of the window to `value`. Throws an mvExceptionWithString when `dst` is not

@@ -168,7 +168,6 @@ TEST(PelBufferMove, LeavesTheSourceUnbound) {
     using Buffer = mvPelBuffer<unsigned char>;
     static_assert(std::is_nothrow_move_constructible_v<Buffer>);
     static_assert(std::is_nothrow_move_assignable_v<Buffer>);
-    static_assert(std::is_nothrow_move_assignable_v<mvPelBuffer_const<unsigned char>>);
     Buffer buffer(4, 3);
     buffer.offset(1, 2);
     const unsigned char* pels = buffer.pointToOffset();
@@ -195,6 +194,66 @@ TEST(PelBufferTypes, DoNotConvertIntoEachOther) {
     static_assert(!std::is_constructible_v<Byte, const unsigned char*, long, long, long>);
     static_assert(!std::is_constructible_v<Byte, unsigned short*, long, long, long>);
     static_assert(std::is_convertible_v<Byte, mvPelBuffer_const<unsigned char>>);
+}
+
+// Assigns to a buffer that writes its pels through a reference to its base.
+template <class Source>
+void assignThroughTheBase(mvPelBuffer<unsigned char>& writer, Source&& source) {
+    mvPelBuffer_const<unsigned char>& base = writer;
+    base = std::forward<Source>(source);
+}
+
+// Nothing of `writer` and `source` is changed by an assignment that is refused.
+template <class Source>
+void expectRefused(mvPelBuffer<unsigned char>& writer, Source&& source) {
+    const mvPelBuffer_const<unsigned char> before(writer);
+    const bool bound = source.isBound();
+    EXPECT_THROW(assignThroughTheBase(writer, std::forward<Source>(source)), mvExceptionWithString);
+    EXPECT_EQ(writer.pointToOffset(), before.pointToOffset());
+    EXPECT_EQ(writer.offset(), before.offset());
+    EXPECT_EQ(source.isBound(), bound);
+}
+
+TEST(PelBufferAccess, ToPelsThatAreOnlyReadIsNotGainedThroughTheBase) {
+    const unsigned char pels[6] = {1, 2, 3, 4, 5, 6};
+    const mvPelBuffer_const<unsigned char> readOnly(pels, 3, 2, 3);
+    mvPelBuffer<unsigned char> fresh(4, 3), source(fresh);
+    fresh.offset(7, 8);
+    mvPelBuffer<unsigned char> unbound, copied(fresh), moved(std::move(source));
+    mvPelBuffer<unsigned char> window = fresh.window(1, 1, 2, 2);
+    mvPelBuffer<unsigned char> foreign(fresh.pointToOffset(), 2, 2, 2);
+    for (auto* const writer : {&unbound, &fresh, &copied, &moved, &window, &foreign}) {
+        expectRefused(*writer, readOnly);
+        expectRefused(*writer, mvPelBuffer_const<unsigned char>(readOnly));
+        expectRefused(*writer, mvPelBuffer_const<unsigned char>(fresh));
+    }
+}
+
+TEST(PelBufferAccess, StaysRefusedAfterAssignments) {
+    const unsigned char pel = 1;
+    mvPelBuffer<unsigned char> writer;
+    writer = mvPelBuffer<unsigned char>(4, 3);
+    expectRefused(writer, mvPelBuffer_const<unsigned char>(&pel, 1, 1, 1));
+    writer = mvPelBuffer<unsigned char>();
+    expectRefused(writer, mvPelBuffer_const<unsigned char>(&pel, 1, 1, 1));
+}
+
+TEST(PelBufferAccess, OfAnotherWriterIsTakenThroughTheBase) {
+    mvPelBuffer<unsigned char> writer, other(4, 3);
+    assignThroughTheBase(writer, other);
+    EXPECT_EQ(writer.pointToOffset(), other.pointToOffset());
+    assignThroughTheBase(writer, mvPelBuffer<unsigned char>());
+    expectUnbound(writer);
+}
+
+TEST(PelBufferAccess, IsLostInReaders) {
+    mvPelBuffer<unsigned char> writer(4, 3);
+    mvPelBuffer_const<unsigned char> reader, other;
+    reader = writer;
+    other = std::move(reader);
+    EXPECT_EQ(other.pointToOffset(), writer.pointToOffset());
+    expectUnbound(reader);
+    expectRefused(writer, other);
 }
 
 TEST(PelBufferWindow, IsAPartOfItsParent) {

@@ -57,6 +57,36 @@ struct PelCopy : testing::Test {
 using Pels = testing::Types<unsigned char, unsigned short, float, double>;
 TYPED_TEST_SUITE(PelCopy, Pels, );
 
+TYPED_TEST(PelCopy, ClonesHavePelsOfTheirOwn) {
+    std::vector<TypeParam> memory = this->noise(200);
+    for (int round = 0; round < 50; ++round) {
+        mvPelBuffer<TypeParam> view = this->randomView(memory);
+        mv2XformCache identity;
+        identity.setIdentity();
+        view.copyXforms(identity);
+        const mvPelBuffer<TypeParam> clone = mfPelClone(view);
+        ASSERT_EQ(clone.width(), view.width());
+        ASSERT_EQ(clone.height(), view.height());
+        EXPECT_EQ(clone.offset(), view.offset());
+        EXPECT_EQ(clone.xformCache(), identity);
+        for (long y = 0; y < view.height(); ++y) {
+            for (long x = 0; x < view.width(); ++x) {
+                ASSERT_EQ(clone.pel(x, y), view.pel(x, y));
+                clone.pointToRow(y)[x] = TypeParam{251};
+                ASSERT_NE(view.pel(x, y), TypeParam{251});
+            }
+        }
+    }
+}
+
+TYPED_TEST(PelCopy, ClonesOfAnUnboundBufferAreNotBound) {
+    mvPelBuffer_const<TypeParam> unbound;
+    unbound.offset(3, 4);
+    const mvPelBuffer<TypeParam> clone = mfPelClone(unbound);
+    EXPECT_FALSE(clone.isBound());
+    EXPECT_EQ(clone.offset(), mvPair<long>(3, 4));
+}
+
 TYPED_TEST(PelCopy, CopiesWhereTheWindowsOverlap) {
     for (int round = 0; round < 500; ++round) {
         auto from = this->noise(120), to = this->noise(120);
