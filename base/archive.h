@@ -68,7 +68,7 @@ class MVBASE_API mvArchive {
     mvArchive& operator=(const mvArchive&) = delete;
 
     /// True when `||` writes, false when it reads.
-    bool isStoring() const noexcept { return out_ != nullptr; }
+    [[nodiscard]] bool isStoring() const noexcept { return out_ != nullptr; }
 
     /// Exchanges `size` plain bytes. When the bytes end early, what had arrived is in `data`.
     void bytes(unsigned char* data, std::size_t size);
@@ -87,10 +87,11 @@ class MVBASE_API mvArchive {
 
     /// Stores a pointer record. Throws BadValue when the archive is loading or the object is nested
     /// too deep, UnknownClass for a class that is not registered; nothing is written then.
-    void storePointer(mvPersistent* object);
+    void storePointer(const mvPersistent* object);
 
-    /// Exchanges an object in place; what `ar || object` does.
+    /// Exchanges an object in place; what `ar || object` does. A const object is only stored.
     void exchangeObject(mvPersistent& object);
+    void exchangeObject(const mvPersistent& object);
 
   private:
     friend class mvPersistent;
@@ -190,6 +191,10 @@ MVBASE_API mvArchive& operator||(mvArchive& ar, mv2XformCache& value);
 /// what the object's dispatchSerialize throws.
 MVBASE_API mvArchive& operator||(mvArchive& ar, mvPersistent& object);
 
+/// Stores an object that must not change. Throws BadValue when the archive is loading; further
+/// errors as above.
+MVBASE_API mvArchive& operator||(mvArchive& ar, const mvPersistent& object);
+
 /// Exchanges an object by pointer. Loading makes a new object, which the caller owns from then on;
 /// or gives null; or gives an object that this archive has met before, which belongs to whoever
 /// owned it. `mfLoad` tells these apart and is the one to use for bytes that are not trusted. When
@@ -214,6 +219,12 @@ mvArchive& operator||(mvArchive& ar, T*& object) {
     static_cast<void>(owner.release());
     object = typed;
     return ar;
+}
+
+/// Stores an object by pointer, so that `mfLoad` makes one of its class. Errors as in
+/// mvArchive::storePointer.
+inline void mfStore(mvArchive& ar, const mvPersistent& object) {
+    ar.storePointer(&object);
 }
 
 /// Loads an object that was stored by pointer: a new one, or null. Throws mvArchive::BadValue for a

@@ -28,6 +28,11 @@ class Nesting {
     int& depth_;
 };
 
+// One dispatchSerialize serves both directions and is not const; storing only reads.
+mvPersistent& stored(const mvPersistent& object) {
+    return const_cast<mvPersistent&>(object);
+}
+
 }  // namespace
 
 bool mvi::ArchiveObjects::visited(const Identity& identity, std::size_t size) const {
@@ -68,6 +73,11 @@ void mvArchive::exchangeObject(mvPersistent& object) {
     exchangeContent(object);
 }
 
+void mvArchive::exchangeObject(const mvPersistent& object) {
+    if (!isStoring()) throw BadValue("A const object cannot be loaded.");
+    exchangeObject(stored(object));
+}
+
 void mvArchive::exchangeContent(mvPersistent& object) {
     objects_->enter(object.identity(), object);
     try {
@@ -78,7 +88,7 @@ void mvArchive::exchangeContent(mvPersistent& object) {
     }
 }
 
-void mvArchive::storePointer(mvPersistent* object) {
+void mvArchive::storePointer(const mvPersistent* object) {
     if (!isStoring()) throw BadValue("An archive that is loading cannot store.");
     const auto known = object ? objects_->index(object->identity()) : std::nullopt;
     unsigned char tag = !object ? nullTag : (known ? referenceTag : newTag);
@@ -86,7 +96,7 @@ void mvArchive::storePointer(mvPersistent* object) {
         const Nesting nesting(depth_);
         std::string name = mvi::registeredName(typeid(*object));
         *this || tag || name;
-        exchangeContent(*object);
+        exchangeContent(stored(*object));
         return;
     }
     *this || tag;
@@ -129,6 +139,11 @@ mvPersistent* mvArchive::loadReference() {
 }
 
 mvArchive& operator||(mvArchive& ar, mvPersistent& object) {
+    ar.exchangeObject(object);
+    return ar;
+}
+
+mvArchive& operator||(mvArchive& ar, const mvPersistent& object) {
     ar.exchangeObject(object);
     return ar;
 }

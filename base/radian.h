@@ -18,7 +18,7 @@ class MVBASE_API mvRadian {
     /// The same direction as a value in [0, 2 pi): never 2 pi itself (a negative angle too small
     /// to be told from a full turn gives 0) and never a negative zero. The full turn is the double
     /// nearest to 2 pi. NaN stays NaN; an infinite angle has no direction and gives NaN.
-    mvRadian norm() const noexcept;
+    [[nodiscard]] mvRadian norm() const noexcept;
 
     /// The angle the other way round.
     constexpr mvRadian operator-() const noexcept { return mvRadian(-radians_); }

@@ -67,7 +67,7 @@ class MVBASE_API mv2XformCache {
     constexpr mv2XformCache() noexcept = default;
 
     /// True when a transform is held, the identity included.
-    constexpr bool isSet() const noexcept { return set_; }
+    [[nodiscard]] constexpr bool isSet() const noexcept { return set_; }
 
     /// Holds the identity from now on.
     constexpr void setIdentity() noexcept { xform(mv2XformLinear()); }

@@ -7,18 +7,10 @@ import re
 import sys
 
 MACROS = {
-    "MVFREQ_FILTER_MEMBERS": """
-      public:
-        /** Equality, as the class's description defines it. */ bool operator==(const {0}& other) const;
-        mvFrequencyFilter* clone() const override;
-        void apply(const mvFrequencyBuffer& src, mvFrequencyBuffer& dst) const override;
-        void apply(mvFrequencyBuffer& buf) const override;
-      protected:
-        void dispatchSerialize(mvArchive& ar) override;
-      private:""",
     "MVFREQ_ERROR_MEMBERS": """
       public:
-        /** Keeps a copy of `message`, or none for null. */ {0}(const char* message = nullptr);
+        /** Without a text. */ {0}();
+        /** Keeps a copy of `message`, or none for null. */ explicit {0}(const char* message);
         long errorNumber() const override;
         void suicideAndRethrow() override;
       protected:

@@ -37,6 +37,12 @@ mvArchive& operator||(mvArchive& ar, mvFrequencyBuffer& buffer) {
     return ar;
 }
 
+// What is stored is only read: the fields are exchanged by one function that serves both ways.
+mvArchive& operator||(mvArchive& ar, const mvFrequencyBuffer& buffer) {
+    if (!ar.isStoring()) throw mvArchive::BadValue("A const buffer cannot be loaded.");
+    return ar || const_cast<mvFrequencyBuffer&>(buffer);
+}
+
 // What storing and loading have in common: everything up to the floats.
 bool mvFrequencyBuffer::exchangeFields(mvArchive& ar, unsigned char version) {
     bool hasData = data_ != nullptr;

@@ -52,7 +52,8 @@ class MVFREQ_API mvFrequencyDefs::Errors : public mvExceptionWithString {
 // What the leaves have in common but cannot inherit, since each names its own class.
 #define MVFREQ_ERROR_MEMBERS(Leaf)                         \
   public:                                                  \
-    Leaf(const char* message = nullptr);                   \
+    Leaf() : Leaf(nullptr) {}                              \
+    explicit Leaf(const char* message);                    \
     Leaf(const Leaf&) = default;                           \
     Leaf(Leaf&&) = default;                                \
     Leaf& operator=(const Leaf&) = default;                \

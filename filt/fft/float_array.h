@@ -10,6 +10,9 @@
 ///
 /// New elements are zero, and they come zeroed from the allocator, so that a large new array costs
 /// no pass over its memory. Not copyable; moving leaves the source empty.
+///
+/// Internal: public classes have members of this type, which is why it is installed and exported.
+/// No function takes or gives one, and it may change with any release.
 class MVFREQ_API mvFloatArray {
   public:
     mvFloatArray() noexcept = default;

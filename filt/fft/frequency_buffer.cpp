@@ -180,6 +180,27 @@ long mvFrequencyBuffer::height() const {
     return height_;
 }
 
+mvPair<long> mvFrequencyBuffer::imageSize() const noexcept {
+    return hasData() ? mvPair<long>(imageWidth_, imageHeight_) : mvPair<long>();
+}
+
+mvPair<long> mvFrequencyBuffer::offset() const noexcept {
+    return hasData() ? mvPair<long>(offset_.x, offset_.y) : mvPair<long>();
+}
+
+mv2XformCache mvFrequencyBuffer::xformCache() const noexcept {
+    return hasData() ? xform_ : mv2XformCache();
+}
+
+std::optional<mvPair<long>> mvFrequencyBuffer::band() const noexcept {
+    if (!hasData() || masked_ == 0) return std::nullopt;
+    return mvPair<long>(maskedMiny_, maskedMaxy_);
+}
+
+void mvFrequencyBuffer::clearBand() noexcept {
+    masked_ = maskedMiny_ = maskedMaxy_ = 0;
+}
+
 void mvFrequencyBuffer::masked(long flag) {
     masked_ = mvi::hold32(flag);
 }

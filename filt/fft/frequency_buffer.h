@@ -7,6 +7,7 @@
 #include <filt/platform.h>
 
 #include <cstdint>
+#include <optional>
 
 class mvFrequencyBuffer;
 
@@ -21,6 +22,9 @@ struct BufferAccess;
 /// largest is loaded only with all its floats (mvArchive::BadValue otherwise); a shorter array is
 /// padded with zeros. Sides that are no powers of two load; transforms refuse them.
 MVFREQ_API mvArchive& operator||(mvArchive& ar, mvFrequencyBuffer& buffer);
+
+/// Stores a buffer that must not change. Throws mvArchive::BadValue when the archive is loading.
+MVFREQ_API mvArchive& operator||(mvArchive& ar, const mvFrequencyBuffer& buffer);
 
 /// One complex, single-precision frequency image of W columns by H rows, both powers of two of at
 /// most 2048.
@@ -94,6 +98,37 @@ class MVFREQ_API mvFrequencyBuffer {
 
     /// The padded height H in rows. Throws mvFrequencyDefs::Uninitialized without data.
     long height() const;
+
+    /// Both, as filters need them: (W, H). Throws mvFrequencyDefs::Uninitialized without data.
+    mvPair<long> size() const { return {width(), height()}; }
+
+    /// @name State
+    /// Nothing here throws.
+    /// @{
+
+    /// True when there is a plane.
+    [[nodiscard]] bool hasData() const noexcept { return data_ != nullptr; }
+
+    /// True when an in-place inverse has overwritten the frequencies.
+    [[nodiscard]] bool inverseComputed() const noexcept { return hasData() && inverseComputed_; }
+
+    /// Width, height, offset and client transform of the image that the plane came from: (0, 0),
+    /// (0, 0) and none without data.
+    [[nodiscard]] mvPair<long> imageSize() const noexcept;
+    [[nodiscard]] mvPair<long> offset() const noexcept;
+    [[nodiscard]] mv2XformCache xformCache() const noexcept;
+
+    /// The first and the last of the rows that alone hold data, in shifted coordinates, in which DC
+    /// is row H/2; they may lie outside of 0 .. H - 1. None when every row counts, or without data.
+    ///
+    /// A Gabor filter sets the band, and an inverse does not transform the rows outside of it: its
+    /// result is right while these are zero. A sum has the band of one operand, so clear it before
+    /// the inverse of a sum, or after writing rows outside of it.
+    [[nodiscard]] std::optional<mvPair<long>> band() const noexcept;
+
+    /// Lets every row count; the plane stays as it is.
+    void clearBand() noexcept;
+    /// @}
 
     /// @name Element access
     /// Column x and row y in storage coordinates, or in centred ones when `centred` is true. Values

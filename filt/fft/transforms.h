@@ -3,6 +3,7 @@
 
 #include <filt/export.h>
 #include <filt/fft/frequency_buffer.h>
+#include <filt/fft/transform_pels.h>  // IWYU pragma: export
 #include <filt/platform.h>
 
 /// @file
@@ -21,7 +22,7 @@
 /// plane.
 
 /// @name Forward
-/// T is `unsigned char`, `unsigned short` or `double`.
+/// T is `unsigned char`, `unsigned short` or `double`; for any other type a call does not compile.
 /// @{
 
 /// The spectrum of an image taken as the real part. The image is padded with zeros to powers of

@@ -13,6 +13,10 @@ mvFrequencyFilterBandPass::mvFrequencyFilterBandPass(double sigma, double platea
     set(sigma, plateau, frequency, size, dcRemovalRadius);
 }
 
+mvFrequencyFilterBandPass::mvFrequencyFilterBandPass(const mvRingParameters& wanted) {
+    set(wanted);
+}
+
 void mvFrequencyFilterBandPass::apply(mvFrequencyBuffer& buf) const {
     mvi::requireApplicable(buf, response_, parameters_.size);
     mvi::Ring ring(parameters_, response_, mvi::Ring::Inside::bySquares);

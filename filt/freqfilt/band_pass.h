@@ -24,8 +24,6 @@ class Ring;
 /// `==` holds for equal flags, parameters and profiles; filters without response are equal when
 /// their flags are.
 class MVFREQ_API mvFrequencyFilterBandPass : public mvRingFilter {
-    MVFREQ_FILTER_MEMBERS(mvFrequencyFilterBandPass)
-
   public:
     /// A filter without response.
     mvFrequencyFilterBandPass();
@@ -33,16 +31,29 @@ class MVFREQ_API mvFrequencyFilterBandPass : public mvRingFilter {
     /// Builds the filter; throws what `set` throws.
     mvFrequencyFilterBandPass(double sigma, double plateau, double frequency,
                               const mvPair<long>& size, long dcRemovalRadius);
+    explicit mvFrequencyFilterBandPass(const mvRingParameters& wanted);
 
     /// The radius of the DC removal square, 0 or more.
     long dcRemovalRadius() const { return parameters().dcRadius; }
     void dcRemovalRadius(long value) { dcRadius(value); }
 
+    /// Compares as the description of the class says.
+    bool operator==(const mvFrequencyFilterBandPass& other) const;
+
+    [[nodiscard]] mvFrequencyFilter* clone() const override;
+    void apply(const mvFrequencyBuffer& src, mvFrequencyBuffer& dst) const override;
+    void apply(mvFrequencyBuffer& buf) const override;
+
   protected:
+    void dispatchSerialize(mvArchive& ar) override;
+
     /// Exchanges the part of this class; version 0 alone is known.
     void serialize_(mvArchive& ar, unsigned char version) override;
     bool rejects() const override { return false; }
 
   private:
     void keepRing(mvi::Ring& ring, const mvFrequencyBuffer& src, mvFrequencyBuffer& dst) const;
+
+    static mvPersistent* make();
+    static mv_Instantiator sExemplar;
 };

@@ -14,6 +14,10 @@ mvFrequencyFilterBandReject::mvFrequencyFilterBandReject(double sigma, double pl
     set(sigma, plateau, frequency, size, dcProtectionRadius);
 }
 
+mvFrequencyFilterBandReject::mvFrequencyFilterBandReject(const mvRingParameters& wanted) {
+    set(wanted);
+}
+
 void mvFrequencyFilterBandReject::apply(mvFrequencyBuffer& buf) const {
     mvi::requireApplicable(buf, response_, parameters_.size);
     mvi::Ring ring(parameters_, response_, mvi::Ring::Inside::bySquares);

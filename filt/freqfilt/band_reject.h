@@ -22,8 +22,6 @@
 /// `==` holds for equal flags, parameters and profiles; filters without response are equal when
 /// their flags are.
 class MVFREQ_API mvFrequencyFilterBandReject : public mvRingFilter {
-    MVFREQ_FILTER_MEMBERS(mvFrequencyFilterBandReject)
-
   public:
     /// A filter without response.
     mvFrequencyFilterBandReject();
@@ -31,13 +29,27 @@ class MVFREQ_API mvFrequencyFilterBandReject : public mvRingFilter {
     /// Builds the filter; throws what `set` throws.
     mvFrequencyFilterBandReject(double sigma, double plateau, double frequency,
                                 const mvPair<long>& size, long dcProtectionRadius);
+    explicit mvFrequencyFilterBandReject(const mvRingParameters& wanted);
 
     /// The radius of the DC protection square, 0 or more.
     long dcProtectionRadius() const { return parameters().dcRadius; }
     void dcProtectionRadius(long value) { dcRadius(value); }
 
+    /// Compares as the description of the class says.
+    bool operator==(const mvFrequencyFilterBandReject& other) const;
+
+    [[nodiscard]] mvFrequencyFilter* clone() const override;
+    void apply(const mvFrequencyBuffer& src, mvFrequencyBuffer& dst) const override;
+    void apply(mvFrequencyBuffer& buf) const override;
+
   protected:
+    void dispatchSerialize(mvArchive& ar) override;
+
     /// Exchanges the part of this class; version 0 alone is known.
     void serialize_(mvArchive& ar, unsigned char version) override;
     bool rejects() const override { return true; }
+
+  private:
+    static mvPersistent* make();
+    static mv_Instantiator sExemplar;
 };

@@ -16,6 +16,10 @@ bool mvFrequencyFilter::isInitialized() {
     return initialized_;
 }
 
+bool mvFrequencyFilter::hasResponse() const {
+    return initialized_;
+}
+
 void mvFrequencyFilter::dispatchSerialize(mvArchive& ar) {
     serializeOnce(ar, sizeof(mvFrequencyFilter),
                   [&](unsigned char version) { mvFrequencyFilter::serialize_(ar, version); });

@@ -23,9 +23,10 @@ class MVFREQ_API mvFrequencyFilter : public virtual mvPersistent, public virtual
     ~mvFrequencyFilter() override;
 
     /// A copy on the heap, owned by the caller.
-    virtual mvFrequencyFilter* clone() const = 0;
+    [[nodiscard]] virtual mvFrequencyFilter* clone() const = 0;
 
-    /// True once a response was computed, copied or loaded as such.
+    /// The flag that a filter carries through copies and archives: true once a response was
+    /// computed, copied or loaded as such. `hasResponse()` says whether there is one now.
     virtual bool isInitialized();
 
     /// Makes `dst` the filtered `src`; both may be one object.
@@ -43,6 +44,13 @@ class MVFREQ_API mvFrequencyFilter : public virtual mvPersistent, public virtual
     virtual void serialize_(mvArchive& ar, unsigned char version);
     void dispatchSerialize(mvArchive& ar) override;
 
+  public:
+    /// True when the filter has a response and can be applied; its getters throw otherwise. Unless
+    /// a filter says otherwise, its flag decides. (Stands below the others, whose places in the
+    /// table of virtual functions are fixed.)
+    [[nodiscard]] virtual bool hasResponse() const;
+
+  protected:
     /// What every dispatchSerialize does: unless the part of `size` bytes of this object was
     /// handled in the archive before, exchanges its version and calls `serialize(version)`.
     template <class Serialize>
@@ -80,18 +88,3 @@ class MVFREQ_API mvFrequencyFilter : public virtual mvPersistent, public virtual
     /// True once a response was computed, copied or loaded as such.
     bool initialized_ = false;
 };
-
-// What every filter declares but cannot inherit, since it names its own class.
-#define MVFREQ_FILTER_MEMBERS(Filter)                                                \
-  public:                                                                            \
-    bool operator==(const Filter& other) const;                                      \
-    mvFrequencyFilter* clone() const override;                                       \
-    void apply(const mvFrequencyBuffer& src, mvFrequencyBuffer& dst) const override; \
-    void apply(mvFrequencyBuffer& buf) const override;                               \
-                                                                                     \
-  protected:                                                                         \
-    void dispatchSerialize(mvArchive& ar) override;                                  \
-                                                                                     \
-  private:                                                                           \
-    static mvPersistent* make();                                                     \
-    static mv_Instantiator sExemplar;

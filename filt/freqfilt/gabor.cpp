@@ -14,6 +14,10 @@ mvFrequencyFilterGabor::mvFrequencyFilterGabor(const mvPair<double>& sigma,
     set(sigma, plateau, angle, frequency, size, dcRemovalRadius);
 }
 
+mvFrequencyFilterGabor::mvFrequencyFilterGabor(const mvLobeParameters& wanted) {
+    set(wanted);
+}
+
 void mvFrequencyFilterGabor::apply(mvFrequencyBuffer& buf) const {
     mvi::requireApplicable(buf, response_, parameters_.size);
     keepLobe(buf, buf);

@@ -22,8 +22,6 @@
 /// `==` holds for equal flags, parameters and patches, a NaN being equal to anything; filters
 /// without response are equal when their flags are.
 class MVFREQ_API mvFrequencyFilterGabor : public mvLobeFilter {
-    MVFREQ_FILTER_MEMBERS(mvFrequencyFilterGabor)
-
   public:
     /// A filter without response.
     mvFrequencyFilterGabor();
@@ -32,10 +30,18 @@ class MVFREQ_API mvFrequencyFilterGabor : public mvLobeFilter {
     mvFrequencyFilterGabor(const mvPair<double>& sigma, const mvPair<double>& plateau,
                            mvRadian angle, double frequency, const mvPair<long>& size,
                            long dcRemovalRadius);
+    explicit mvFrequencyFilterGabor(const mvLobeParameters& wanted);
 
     /// The radius of the DC removal square, 0 or more.
     long dcRemovalRadius() const { return parameters().dcRadius; }
     void dcRemovalRadius(long value) { dcRadius(value); }
+
+    /// Compares as the description of the class says.
+    bool operator==(const mvFrequencyFilterGabor& other) const;
+
+    [[nodiscard]] mvFrequencyFilter* clone() const override;
+    void apply(const mvFrequencyBuffer& src, mvFrequencyBuffer& dst) const override;
+    void apply(mvFrequencyBuffer& buf) const override;
 
     /// The patch row by row; null when there is none.
     using mvLobeFilter::data;
@@ -44,8 +50,12 @@ class MVFREQ_API mvFrequencyFilterGabor : public mvLobeFilter {
     void serialize_(mvArchive& ar, unsigned char version) override;
 
   protected:
+    void dispatchSerialize(mvArchive& ar) override;
     bool rejects() const override { return false; }
 
   private:
     void keepLobe(const mvFrequencyBuffer& src, mvFrequencyBuffer& dst) const;
+
+    static mvPersistent* make();
+    static mv_Instantiator sExemplar;
 };

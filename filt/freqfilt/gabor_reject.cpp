@@ -15,6 +15,10 @@ mvFrequencyFilterGaborReject::mvFrequencyFilterGaborReject(const mvPair<double>&
     set(sigma, plateau, angle, frequency, size, dcProtectionRadius);
 }
 
+mvFrequencyFilterGaborReject::mvFrequencyFilterGaborReject(const mvLobeParameters& wanted) {
+    set(wanted);
+}
+
 void mvFrequencyFilterGaborReject::apply(mvFrequencyBuffer& buf) const {
     mvi::requireApplicable(buf, response_, parameters_.size);
     const mvi::DcSquare dcSquare(buf, parameters_.dcRadius);

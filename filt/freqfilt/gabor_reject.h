@@ -19,8 +19,6 @@
 /// `==` holds for equal flags, parameters and patches, a NaN being equal to anything; filters
 /// without response are equal when their flags are.
 class MVFREQ_API mvFrequencyFilterGaborReject : public mvLobeFilter {
-    MVFREQ_FILTER_MEMBERS(mvFrequencyFilterGaborReject)
-
   public:
     /// A filter without response.
     mvFrequencyFilterGaborReject();
@@ -29,16 +27,29 @@ class MVFREQ_API mvFrequencyFilterGaborReject : public mvLobeFilter {
     mvFrequencyFilterGaborReject(const mvPair<double>& sigma, const mvPair<double>& plateau,
                                  mvRadian angle, double frequency, const mvPair<long>& size,
                                  long dcProtectionRadius);
+    explicit mvFrequencyFilterGaborReject(const mvLobeParameters& wanted);
 
     /// The radius of the DC protection square, 0 or more.
     long dcProtectionRadius() const { return parameters().dcRadius; }
     void dcProtectionRadius(long value) { dcRadius(value); }
 
+    /// Compares as the description of the class says.
+    bool operator==(const mvFrequencyFilterGaborReject& other) const;
+
+    [[nodiscard]] mvFrequencyFilter* clone() const override;
+    void apply(const mvFrequencyBuffer& src, mvFrequencyBuffer& dst) const override;
+    void apply(mvFrequencyBuffer& buf) const override;
+
   protected:
+    void dispatchSerialize(mvArchive& ar) override;
+
     /// Exchanges the part of this class; version 0 alone is known.
     void serialize_(mvArchive& ar, unsigned char version) override;
     bool rejects() const override { return true; }
 
   private:
     void rejectLobe(const mvFrequencyBuffer& src, mvFrequencyBuffer& dst) const;
+
+    static mvPersistent* make();
+    static mv_Instantiator sExemplar;
 };

@@ -15,14 +15,12 @@
 /// mvFrequencyDefs::InvalidSize for a source of another padded size. A source, or an image, that an
 /// inverse has overwritten ends in mvFrequencyDefs::InvalidBuffer, with `dst` assigned already.
 class MVFREQ_API mvFrequencyFilterImage : public mvFrequencyFilter {
-    MVFREQ_FILTER_MEMBERS(mvFrequencyFilterImage)
-
   public:
     /// A filter without image.
     mvFrequencyFilterImage();
 
     /// Throws what `setImage` throws.
-    mvFrequencyFilterImage(const mvFrequencyBuffer& image);
+    explicit mvFrequencyFilterImage(const mvFrequencyBuffer& image);
 
     /// A copy has its own image; moving leaves the source without image.
     mvFrequencyFilterImage(const mvFrequencyFilterImage& other);
@@ -37,11 +35,24 @@ class MVFREQ_API mvFrequencyFilterImage : public mvFrequencyFilter {
     /// data and then changes nothing.
     void setImage(const mvFrequencyBuffer& image);
 
+    /// The filter's own copy of the image; one without data when there is none.
+    [[nodiscard]] const mvFrequencyBuffer& image() const noexcept { return image_; }
+    [[nodiscard]] bool hasResponse() const override { return image_.hasData(); }
+
     /// The padded size of the image. Throws mvFrequencyDefs::Uninitialized when there is none.
     long supportWidth() const { return image_.width(); }
     long supportHeight() const { return image_.height(); }
 
+    /// Compares as the description of the class says.
+    bool operator==(const mvFrequencyFilterImage& other) const;
+
+    [[nodiscard]] mvFrequencyFilter* clone() const override;
+    void apply(const mvFrequencyBuffer& src, mvFrequencyBuffer& dst) const override;
+    void apply(mvFrequencyBuffer& buf) const override;
+
   protected:
+    void dispatchSerialize(mvArchive& ar) override;
+
     /// Exchanges the part of this class; version 0 alone is known.
     void serialize_(mvArchive& ar, unsigned char version) override;
 
@@ -51,6 +62,9 @@ class MVFREQ_API mvFrequencyFilterImage : public mvFrequencyFilter {
     void create(const mvFrequencyBuffer& image);
     void requireApplicable(const mvFrequencyBuffer& buf) const;
     void multiply(mvFrequencyBuffer& buf) const;
+
+    static mvPersistent* make();
+    static mv_Instantiator sExemplar;
 
     mvFrequencyBuffer image_;
 };

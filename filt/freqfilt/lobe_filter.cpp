@@ -73,7 +73,7 @@ void mvLobeFilter::exchange(mvArchive& ar) {
     double angle = parameters_.angle.toDouble();
     response_.exchangeSize(ar);
     ar || angle || parameters_.frequency;
-    parameters_.angle = mvRadian(angle);
+    if (!ar.isStoring()) parameters_.angle = mvRadian(angle);
     mvi::exchangePair(ar, parameters_.sigma);
     mvi::exchangePair(ar, parameters_.plateau);
     mvi::exchangePair(ar, parameters_.size);

@@ -13,6 +13,9 @@ struct MVFREQ_API mvLobeParameters {
     double frequency = 0.0;  ///< distance of the lobe's centre from DC
     mvPair<long> size;       ///< padded size of the buffers to filter
     long dcRadius = 0;       ///< of the square around DC that is removed or protected
+
+    /// Equal when all parameters are.
+    friend bool operator==(const mvLobeParameters&, const mvLobeParameters&) = default;
 };
 
 extern template class mvResponseFilter<mvLobeParameters>;
@@ -42,6 +45,9 @@ class MVFREQ_API mvLobeFilter : public mvResponseFilter<mvLobeParameters> {
     void set(const mvPair<double>& sigma, const mvPair<double>& plateau, mvRadian angle,
              double frequency, const mvPair<long>& size, long dcRadius);
 
+    /// The same from named parameters.
+    void set(const mvLobeParameters& wanted) { create(wanted); }
+
     /// The Gaussian widths in cycles per pixel, along and across, above 0.
     mvPair<double> sigma() { return parameters().sigma; }
     void sigma(const mvPair<double>& value);
@@ -67,6 +73,13 @@ class MVFREQ_API mvLobeFilter : public mvResponseFilter<mvLobeParameters> {
     long supportHeight() const;
 
   protected:
+    // Through this base a filter would take the response of another class.
+    mvLobeFilter() = default;
+    mvLobeFilter(const mvLobeFilter&) = default;
+    mvLobeFilter(mvLobeFilter&&) noexcept = default;
+    mvLobeFilter& operator=(const mvLobeFilter&) = default;
+    mvLobeFilter& operator=(mvLobeFilter&&) = default;
+
     void create(const mvLobeParameters& wanted) override;
     /// What the setter of the radius does, under whatever name it has.
     void dcRadius(long value);

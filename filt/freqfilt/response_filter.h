@@ -11,8 +11,17 @@
 /// A copy has its own response. Assignment from a filter without response drops the target's
 /// response and nothing else: its flag and parameters stay. Moving leaves the source without
 /// response.
+///
+/// Internal but for what is public below: the ring and the lobe filters are what to derive from.
 template <class Parameters>
 class MVFREQ_API mvResponseFilter : public mvFrequencyFilter {
+  public:
+    [[nodiscard]] bool hasResponse() const override { return response_.isSet(); }
+
+    /// What the filter was built from. Throws mvFrequencyDefs::Uninitialized while there is no
+    /// response.
+    [[nodiscard]] Parameters parameters() const;
+
   protected:
     mvResponseFilter();
     mvResponseFilter(const mvResponseFilter& other);
@@ -34,9 +43,6 @@ class MVFREQ_API mvResponseFilter : public mvFrequencyFilter {
     /// Announces the change, makes room for width x height gains and takes the parameters over;
     /// the caller writes the gains.
     void rebuild(const Parameters& wanted, std::int32_t width, std::int32_t height);
-
-    /// Throws mvFrequencyDefs::Uninitialized while there is no response.
-    const Parameters& parameters() const;
 
     /// What every setter does.
     template <class Value>

@@ -11,6 +11,9 @@ struct MVFREQ_API mvRingParameters {
     double frequency = 0.0;  ///< radius of the ring
     mvPair<long> size;       ///< padded size of the buffers to filter
     long dcRadius = 0;       ///< of the square around DC that is removed or protected
+
+    /// Equal when all parameters are.
+    friend bool operator==(const mvRingParameters&, const mvRingParameters&) = default;
 };
 
 extern template class mvResponseFilter<mvRingParameters>;
@@ -36,6 +39,9 @@ class MVFREQ_API mvRingFilter : public mvResponseFilter<mvRingParameters> {
     void set(double sigma, double plateau, double frequency, const mvPair<long>& size,
              long dcRadius);
 
+    /// The same from named parameters.
+    void set(const mvRingParameters& wanted) { create(wanted); }
+
     /// The radius of the ring in cycles per pixel, 0.0 to 0.5.
     double frequency() const { return parameters().frequency; }
     void frequency(double value);
@@ -56,6 +62,13 @@ class MVFREQ_API mvRingFilter : public mvResponseFilter<mvRingParameters> {
     long supportWidth() const;
 
   protected:
+    // Through this base a filter would take the response of another class.
+    mvRingFilter() = default;
+    mvRingFilter(const mvRingFilter&) = default;
+    mvRingFilter(mvRingFilter&&) noexcept = default;
+    mvRingFilter& operator=(const mvRingFilter&) = default;
+    mvRingFilter& operator=(mvRingFilter&&) = default;
+
     void create(const mvRingParameters& wanted) override;
     /// What the setter of the radius does, under whatever name it has.
     void dcRadius(long value);

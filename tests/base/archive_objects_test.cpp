@@ -124,6 +124,36 @@ TEST(ArchiveObjects, AreWrittenOncePerArchive) {
     EXPECT_EQ(hex(storedBy([&](mvArchive& ar) { ar || node || node; })), "00 05 00 00 00");
 }
 
+TEST(ArchiveObjects, ThatAreConstAreStored) {
+    Node node(5);
+    const Node& constant = node;
+    const Node* pointer = &node;
+    const mvPersistent* base = &node;
+    const auto bytes = storedBy([&](mvArchive& ar) { ar || node || node; });
+    EXPECT_EQ(storedBy([&](mvArchive& ar) { ar || constant || node; }), bytes);
+    EXPECT_EQ(storedBy([&](mvArchive& ar) { ar || pointer; }), storedPointer(&node));
+    EXPECT_EQ(storedBy([&](mvArchive& ar) { ar || base; }), storedPointer(&node));
+    EXPECT_EQ(storedBy([&](mvArchive& ar) { mfStore(ar, constant); }), storedPointer(&node));
+}
+
+TEST(ArchiveObjects, ThatAreConstAreNotLoaded) {
+    const Node node(5);
+    Loading loading("\6\0\0\0"s);
+    EXPECT_THROW(loading.archive() || node, mvArchive::BadValue);
+    EXPECT_THROW(mfStore(loading.archive(), node), mvArchive::BadValue);
+    EXPECT_EQ(node.value, 5);
+    EXPECT_EQ(loading.rest(), 4u);
+}
+
+TEST(ArchiveObjects, AreLoadedIntoPointersToConst) {
+    Node node(5);
+    const Node* loaded = nullptr;
+    Loading(storedPointer(&node)).archive() || loaded;
+    const std::unique_ptr<const Node> owner(loaded);
+    ASSERT_NE(owner, nullptr);
+    EXPECT_EQ(owner->value, 5);
+}
+
 TEST(ArchiveObjects, AreReadOncePerArchive) {
     Node node;
     Loading loading("\0\5\0\0\0\0\6\0\0\0"s);

@@ -6,8 +6,8 @@
 #include <stdexcept>
 #include <utility>
 
-#include "support/value_bytes.h"
 #include "support/slots.h"
+#include "support/value_bytes.h"
 
 namespace {
 

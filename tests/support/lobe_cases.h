@@ -18,6 +18,14 @@ struct LobeCase : FilterCase<F, reference::LobeParameters> {
         return F(mvPair<double>(p.sigmaX, p.sigmaY), mvPair<double>(p.plateauX, p.plateauY),
                  mvRadian(p.angle), p.frequency, mvPair<long>(p.width, p.height), p.radius);
     }
+    static mvLobeParameters named(const P& p) {
+        return {.sigma = {p.sigmaX, p.sigmaY},
+                .plateau = {p.plateauX, p.plateauY},
+                .angle = mvRadian(p.angle),
+                .frequency = p.frequency,
+                .size = {p.width, p.height},
+                .dcRadius = p.radius};
+    }
     static void set(F& f, const P& p) {
         f.set(mvPair<double>(p.sigmaX, p.sigmaY), mvPair<double>(p.plateauX, p.plateauY),
               mvRadian(p.angle), p.frequency, mvPair<long>(p.width, p.height), p.radius);

@@ -17,6 +17,13 @@ struct RingCase : FilterCase<F, reference::RingParameters> {
     static F make(const P& p) {
         return F(p.sigma, p.plateau, p.frequency, mvPair<long>(p.width, p.height), p.radius);
     }
+    static mvRingParameters named(const P& p) {
+        return {.sigma = p.sigma,
+                .plateau = p.plateau,
+                .frequency = p.frequency,
+                .size = {p.width, p.height},
+                .dcRadius = p.radius};
+    }
     static void set(F& f, const P& p) {
         f.set(p.sigma, p.plateau, p.frequency, mvPair<long>(p.width, p.height), p.radius);
     }

@@ -71,7 +71,7 @@ void mvResponseFilter<P>::rebuild(const P& wanted, std::int32_t width, std::int3
 }
 
 template <class P>
-const P& mvResponseFilter<P>::parameters() const {
+P mvResponseFilter<P>::parameters() const {
     response_.requireSet();
     return parameters_;
 }

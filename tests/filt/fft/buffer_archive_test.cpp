@@ -44,6 +44,21 @@ TEST(BufferRecord, HasTheseBytes) {
     EXPECT_EQ(archive::hex(archive::stored(buffer)), archive::hex(expected.bytes()));
 }
 
+TEST(BufferRecord, OfAConstBufferIsTheSame) {
+    mvFrequencyBuffer buffer = sample();
+    const mvFrequencyBuffer constant = sample();
+    EXPECT_EQ(archive::stored(constant), archive::stored(buffer));
+}
+
+TEST(BufferRecord, IsNotLoadedIntoAConstBuffer) {
+    const mvFrequencyBuffer constant = sample();
+    support::Loading loading(archive::stored(constant));
+    const std::size_t size = loading.rest();
+    EXPECT_THROW(loading.archive() || constant, mvArchive::BadValue);
+    EXPECT_EQ(loading.rest(), size);
+    EXPECT_TRUE(constant == sample());
+}
+
 TEST(BufferRecord, LoadsEveryField) {
     mvFrequencyBuffer buffer;
     archive::load(head(1).flag(true).then(matrix()).then(tail()).bytes(), buffer);

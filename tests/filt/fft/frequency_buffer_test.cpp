@@ -72,6 +72,64 @@ TEST(FrequencyBuffer, HasNoDataWhenDefaultConstructed) {
     EXPECT_TRUE(mvi::BufferAccess::xform(buffer) == mv2XformCache());
 }
 
+TEST(FrequencyBufferState, WithoutDataIsThatOfNoImage) {
+    mvFrequencyBuffer dropped = spentBuffer();
+    BufferProbe::maskFrequencyBuffer(dropped, true, 1, 2);
+    dropped = mvFrequencyBuffer();
+    mvFrequencyBuffer moved = placedBuffer();
+    const mvFrequencyBuffer taker(std::move(moved));
+    const mvFrequencyBuffer fresh;
+    for (const auto* const buffer : {&fresh, &std::as_const(dropped), &std::as_const(moved)}) {
+        EXPECT_FALSE(buffer->hasData());
+        EXPECT_FALSE(buffer->inverseComputed());
+        EXPECT_EQ(buffer->imageSize(), mvPair<long>(0, 0));
+        EXPECT_EQ(buffer->offset(), mvPair<long>(0, 0));
+        EXPECT_FALSE(buffer->xformCache().isSet());
+        EXPECT_EQ(buffer->band(), std::nullopt);
+        EXPECT_EQ(thrownBy([&] { buffer->size(); }), support::kNoData);
+    }
+}
+
+TEST(FrequencyBufferState, IsThatOfTheImage) {
+    const mvFrequencyBuffer buffer = placedBuffer();
+    EXPECT_TRUE(buffer.hasData());
+    EXPECT_FALSE(buffer.inverseComputed());
+    EXPECT_EQ(buffer.size(), mvPair<long>(4, 4));
+    EXPECT_EQ(buffer.imageSize(), mvPair<long>(3, 4));
+    EXPECT_EQ(buffer.offset(), mvPair<long>(5, -6));
+    EXPECT_EQ(buffer.xformCache(), support::someXformCache());
+    EXPECT_EQ(buffer.band(), std::nullopt);
+}
+
+TEST(FrequencyBufferState, SaysWhetherAnInverseHasOverwrittenIt) {
+    mvFrequencyBuffer buffer = spentBuffer();
+    EXPECT_TRUE(buffer.hasData());
+    EXPECT_TRUE(buffer.inverseComputed());
+    EXPECT_EQ(buffer.imageSize(), mvPair<long>(3, 4));
+    mfForwardFFT(pelBufferOf(randomImage<double>(4, 4, 1)), buffer);
+    EXPECT_FALSE(buffer.inverseComputed());
+}
+
+TEST(FrequencyBufferState, HasABandUntilItIsCleared) {
+    mvFrequencyBuffer buffer = placedBuffer();
+    const mvFrequencyBuffer before(buffer);
+    BufferProbe::maskFrequencyBuffer(buffer, true, -2, 9);
+    EXPECT_EQ(buffer.band(), mvPair<long>(-2, 9));
+    EXPECT_EQ(mvFrequencyBuffer(buffer).band(), mvPair<long>(-2, 9));
+    buffer.clearBand();
+    EXPECT_EQ(buffer.band(), std::nullopt);
+    expectSameState(before, buffer);
+}
+
+TEST(FrequencyBufferState, OfADroppedBandDoesNotComeBackWithTheData) {
+    mvFrequencyBuffer buffer;
+    BufferProbe::maskFrequencyBuffer(buffer, true, 1, 2);
+    EXPECT_EQ(buffer.band(), std::nullopt);
+    buffer.clearBand();
+    buffer = placedBuffer();
+    EXPECT_EQ(buffer.band(), std::nullopt);
+}
+
 TEST(FrequencyBuffer, PadsEachSideToAPowerOfTwo) {
     const struct {
         long width, height, paddedWidth, paddedHeight;

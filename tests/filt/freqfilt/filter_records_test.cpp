@@ -121,6 +121,24 @@ TYPED_TEST(FilterRecord, HasTheseBytes) {
               archive::hex(fieldsOf(filter).record().bytes()));
 }
 
+TYPED_TEST(FilterRecord, OfAConstFilterIsTheSame) {
+    auto filter = built(TypeParam());
+    const auto constant = built(TypeParam());
+    EXPECT_EQ(archive::stored(constant), archive::stored(filter));
+    support::Loading loading(support::storedBy([&](mvArchive& ar) { mfStore(ar, constant); }));
+    const auto loaded = mfLoad<typename TypeParam::Filter>(loading.archive());
+    ASSERT_NE(loaded, nullptr);
+    EXPECT_TRUE(*loaded == constant);
+}
+
+TYPED_TEST(FilterRecord, IsNotLoadedIntoAConstFilter) {
+    const auto constant = built(TypeParam());
+    support::Loading loading(archive::stored(constant));
+    const std::size_t size = loading.rest();
+    EXPECT_THROW(loading.archive() || constant, mvArchive::BadValue);
+    EXPECT_EQ(loading.rest(), size);
+}
+
 TYPED_TEST(FilterRecord, IsStoredAsItWasLoaded) {
     const std::string bytes = typename TypeParam::Fields().record().bytes();
     typename TypeParam::Filter filter;

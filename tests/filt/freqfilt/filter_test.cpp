@@ -26,6 +26,11 @@ TEST(FilterBase, StartsWithoutItsFlag) {
     EXPECT_FALSE(PlainFilter().isInitialized());
 }
 
+TEST(FilterBase, HasAResponseWhenItsFlagSaysSo) {
+    EXPECT_FALSE(PlainFilter(false).hasResponse());
+    EXPECT_TRUE(PlainFilter(true).hasResponse());
+}
+
 TEST(FilterBase, CopyConstructionDoesNotCopyTheFlag) {
     const PlainFilter filter(true);
     EXPECT_FALSE(PlainFilter(filter).isInitialized());

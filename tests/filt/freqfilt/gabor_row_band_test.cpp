@@ -65,6 +65,33 @@ TEST(RowBand, InverseIntoABuffer) {
     });
 }
 
+// The sum of what two lobes leave of one image, and the same plane in a buffer without a band.
+struct SumOfTwoLobes {
+    SumOfTwoLobes(int width, int height) : plain(width, height) {
+        const Lobe right{0.0, 0.25, 0}, down{std::numbers::pi / 2, 0.25, 0};
+        mfFrequencyAdd(filtered(right, width, height), filtered(down, width, height), sum);
+        support::setPlane(plain, support::planeOf(sum));
+    }
+    mvFrequencyBuffer sum, plain;
+};
+
+mvPelBuffer<double> magnitudes(const mvFrequencyBuffer& spectrum) {
+    mvPelBuffer<double> image;
+    mfInverseFFT(spectrum, image, false);
+    return image;
+}
+
+TEST(RowBand, OfASumIsThatOfOneLobeUntilItIsCleared) {
+    for (const auto& [w, h] : {std::pair(64, 64), std::pair(128, 32), std::pair(32, 128)}) {
+        SumOfTwoLobes lobes(w, h);
+        const auto expected = support::imageOf(magnitudes(lobes.plain));
+        EXPECT_TRUE(lobes.sum.band().has_value());
+        EXPECT_FALSE(support::sameImage(expected, support::imageOf(magnitudes(lobes.sum))));
+        lobes.sum.clearBand();
+        EXPECT_TRUE(support::sameImage(expected, support::imageOf(magnitudes(lobes.sum))));
+    }
+}
+
 TEST(RowBand, InverseIntoImages) {
     forEachPair([](const mvFrequencyBuffer& banded, const mvFrequencyBuffer& plain) {
         mvPelBuffer<double> a;

@@ -38,6 +38,24 @@ TEST(ImageFilter, HoldsACopyOfTheImage) {
     EXPECT_FALSE(filter == Filter(kernel));
 }
 
+TEST(ImageFilter, GivesItsImageBack) {
+    const mvFrequencyBuffer kernel = image(8, 4, 1);
+    const Filter filter(kernel);
+    EXPECT_TRUE(filter.image() == kernel);
+    EXPECT_NE(&filter.image(), &kernel);
+    EXPECT_FALSE(Filter().image().hasData());
+}
+
+TEST(ImageFilter, HasAResponseWhileItHasAnImage) {
+    Filter filter;
+    EXPECT_FALSE(filter.hasResponse());
+    filter.setImage(image(8, 4, 1));
+    EXPECT_TRUE(static_cast<const mvFrequencyFilter&>(filter).hasResponse());
+    const Filter taker(std::move(filter));
+    EXPECT_FALSE(filter.hasResponse());
+    EXPECT_TRUE(taker.hasResponse());
+}
+
 TEST(ImageFilter, RefusesAnImageWithoutDataAndKeepsItsOwn) {
     EXPECT_EQ(thrownBy([] { Filter filter((mvFrequencyBuffer())); }), support::kNoData);
     Filter filter(image(8, 4, 1));

@@ -56,6 +56,61 @@ TYPED_TEST(FilterLifeCycle, SetBuildsADefaultOne) {
     EXPECT_TRUE(filter == TypeParam::make(TypeParam::parameters()));
 }
 
+TYPED_TEST(FilterLifeCycle, NamedParametersBuildTheSame) {
+    using F = typename TypeParam::Filter;
+    const F expected = TypeParam::make(TypeParam::parameters());
+    EXPECT_TRUE(F(TypeParam::named(TypeParam::parameters())) == expected);
+    F filter;
+    filter.set(TypeParam::named(TypeParam::otherParameters()));
+    EXPECT_TRUE(filter == TypeParam::make(TypeParam::otherParameters()));
+    filter.set(expected.parameters());
+    EXPECT_TRUE(filter == expected);
+}
+
+TYPED_TEST(FilterLifeCycle, TellsTheParametersThatItWasBuiltFrom) {
+    using F = typename TypeParam::Filter;
+    const auto p = TypeParam::parameters();
+    const F filter = TypeParam::make(p);
+    EXPECT_EQ(filter.parameters(), TypeParam::named(p));
+    EXPECT_NE(filter.parameters(), TypeParam::named(TypeParam::otherParameters()));
+    for (const auto& parameter : TypeParam::allParameters()) {
+        F changed(filter);
+        auto other = p;
+        parameter.change(other);
+        parameter.set(changed, other);
+        EXPECT_EQ(changed.parameters(), TypeParam::named(other)) << parameter.name;
+        EXPECT_NE(changed.parameters(), filter.parameters()) << parameter.name;
+    }
+}
+
+TYPED_TEST(FilterLifeCycle, NamedParametersAreCheckedAlike) {
+    using F = typename TypeParam::Filter;
+    for (const auto& bad : TypeParam::badValues()) {
+        auto p = TypeParam::parameters();
+        bad.spoil(p);
+        F filter = TypeParam::make(TypeParam::otherParameters());
+        EXPECT_EQ(thrownBy([&] { F refused(TypeParam::named(p)); }), bad.thrown);
+        EXPECT_EQ(thrownBy([&] { filter.set(TypeParam::named(p)); }), bad.thrown);
+        EXPECT_TRUE(filter == TypeParam::make(TypeParam::otherParameters()));
+    }
+}
+
+TYPED_TEST(FilterLifeCycle, HasAResponseFromBuildingToDropping) {
+    using F = typename TypeParam::Filter;
+    F filter;
+    EXPECT_FALSE(filter.hasResponse());
+    EXPECT_EQ(thrownBy([&] { static_cast<void>(filter.parameters()); }), cases::kNoResponse);
+    filter = TypeParam::make(TypeParam::parameters());
+    EXPECT_TRUE(static_cast<const mvFrequencyFilter&>(filter).hasResponse());
+    const F taker(std::move(filter));
+    EXPECT_FALSE(filter.hasResponse());
+    EXPECT_TRUE(taker.hasResponse());
+    filter = taker;
+    EXPECT_FALSE(drop(filter).hasResponse());
+    EXPECT_TRUE(filter.isInitialized());
+    EXPECT_EQ(thrownBy([&] { static_cast<void>(filter.parameters()); }), cases::kNoResponse);
+}
+
 TYPED_TEST(FilterLifeCycle, TheGainsStandOnA16ByteBoundary) {
     using Open = cases::Open<typename TypeParam::Filter>;
     const Open filter(TypeParam::make(TypeParam::parameters()));
