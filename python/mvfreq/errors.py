@@ -6,6 +6,9 @@ from __future__ import annotations
 class mvException(Exception):
     """The root of everything the library raises on its own account."""
 
+    error_number = 0
+    """The number of the error's class; 0 for a class that has none."""
+
 
 class mvExceptionWithString(mvException):
     """An exception with a text, or without one."""
@@ -30,9 +33,6 @@ class mvStatusException(mvException):
 
 class Errors(mvExceptionWithString):
     """What every error of the frequency library is."""
-
-    error_number = 0
-    """The number of the error's class."""
 
 
 class InvalidArgument(Errors, ValueError):

@@ -111,6 +111,21 @@ inline constexpr const char* kSetDoc =
     "Builds the filter anew. Raises InvalidArgument for a parameter out of its range, InvalidSize\n"
     "for sides that are no powers of two, and then changes nothing.";
 
+/// The parameters of a filter as one value.
+template <class Parameters, class Filter>
+void bindParametersOf(FilterClass<Filter>& type) {
+    using pybind11::arg;
+    type.def(pybind11::init(
+                 [](const Parameters& wanted) { return std::make_unique<Held<Filter>>(wanted); }),
+             arg("parameters"), kSetDoc)
+        .def(
+            "set", [](Held<Filter>& self, const Parameters& wanted) { self.change().set(wanted); },
+            arg("parameters"), kSetDoc);
+    measure(
+        type, "parameters", [](Filter& f) { return f.parameters(); },
+        "A copy of what the filter was built from. Raises Uninitialized without response.");
+}
+
 /// Where a ring or a lobe stands, and the buffers it is for.
 template <class Filter>
 void bindPlace(FilterClass<Filter>& type) {

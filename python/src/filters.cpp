@@ -4,6 +4,7 @@
 #include "attention.h"
 #include "filter_classes.h"
 #include "frequency_buffer.h"
+#include "parameters.h"
 
 namespace py = pybind11;
 using namespace py::literals;
@@ -28,7 +29,13 @@ void bindImageFilter(py::module_& module) {
         .def(
             "set_image",
             [](Held<Filter>& self, const Buffer& image) { self.change().setImage(image.read()); },
-            "image"_a, "Takes a copy of the image. Raises Uninitialized for one without data.");
+            "image"_a, "Takes a copy of the image. Raises Uninitialized for one without data.")
+        .def_property_readonly(
+            "image",
+            [](Held<Filter>& self) {
+                return std::make_unique<Buffer>(mvFrequencyBuffer(self.read().image()));
+            },
+            "A copy of the image; without data when there is none.");
     measure(
         type, "support_width", [](Filter& f) { return f.supportWidth(); },
         "The padded width of the image.");
@@ -60,7 +67,14 @@ void bindBase(py::module_& module) {
                 self.usage.requireUnchanging();
                 return self.base().isInitialized();
             },
-            "Whether the filter was built.")
+            "The flag that a filter carries through copies and archives: whether it was built.")
+        .def_property_readonly(
+            "has_response",
+            [](AnyFilter& self) {
+                self.usage.requireUnchanging();
+                return self.base().hasResponse();
+            },
+            "Whether the filter can be applied.")
         .def(
             "apply", &apply, "src"_a, "dst"_a = py::none(),
             "Filters src in place, or makes dst the filtered src. A dst keeps its client\n"
@@ -90,6 +104,7 @@ py::object pythonFilter(mvFrequencyFilter& filter) {
 }
 
 void bindFilters(py::module_& module) {
+    bindParameters(module);
     bindBase(module);
     bindRingFilters(module);
     bindLobeFilters(module);

@@ -9,6 +9,7 @@
 #include <pybind11/stl.h>
 
 #include <complex>
+#include <optional>
 #include <string>
 #include <utility>
 
@@ -99,7 +100,13 @@ std::unique_ptr<Buffer> loadedBuffer(const py::bytes& data) {
 }
 
 bool hasData(const Buffer& buffer) {
-    return PlaneAccess::getFrequencyBufferData(buffer.read()) != nullptr;
+    return buffer.read().hasData();
+}
+
+using Point = std::pair<long, long>;
+
+Point point(const mvPair<long>& pair) {
+    return {pair.x, pair.y};
 }
 
 std::string describe(const Buffer& buffer) {
@@ -151,13 +158,56 @@ void bindSizes(Class& buffer) {
             "height", [](const Buffer& self) { return self.read().height(); },
             "The padded height in rows. Raises Uninitialized without data.")
         .def_property_readonly(
-            "size",
+            "size", [](const Buffer& self) { return point(self.read().size()); },
+            "The padded width and height, as filters need them. Raises Uninitialized without data.")
+        .def_property_readonly("has_data", &hasData, "Whether the buffer has a plane.")
+        .def_property_readonly(
+            "inverse_computed", [](const Buffer& self) { return self.read().inverseComputed(); },
+            "Whether an in-place inverse has overwritten the frequencies.");
+}
+
+void bindImage(Class& buffer) {
+    buffer
+        .def_property_readonly(
+            "image_size", [](const Buffer& self) { return point(self.read().imageSize()); },
+            "The (width, height) of the image that the plane came from; (0, 0) without data.")
+        .def_property_readonly(
+            "offset", [](const Buffer& self) { return point(self.read().offset()); },
+            "The place (x, y) of that image; (0, 0) without data.")
+        .def_property_readonly(
+            "xform",
             [](const Buffer& self) {
-                const mvFrequencyBuffer& plane = self.read();
-                return std::pair(plane.width(), plane.height());
+                const mv2XformCache cache = self.read().xformCache();
+                return cache.isSet() ? std::optional(cache.linearXform().xform()) : std::nullopt;
             },
-            "The padded width and height, as filters want it. Raises Uninitialized without data.")
-        .def_property_readonly("has_data", &hasData, "Whether the buffer holds a plane.");
+            "The client transform of that image, or None; None without data.");
+}
+
+void bindBand(Class& buffer) {
+    buffer
+        .def_property_readonly(
+            "band",
+            [](const Buffer& self) {
+                const auto rows = self.read().band();
+                return rows ? std::optional(point(*rows)) : std::nullopt;
+            },
+            "The (first, last) of the rows that alone hold data, DC being row height / 2, or None\n"
+            "when every row counts. A Gabor filter sets the band, and an inverse does not "
+            "transform\n"
+            "the rows outside of it. A sum has the band of one operand: clear it before the\n"
+            "inverse.\n"
+            "\n"
+            ">>> lobe = FrequencyFilterGabor((0.02, 0.02), (0, 0), 0.0, 0.25, (64, 64), 0)\n"
+            ">>> buffer = FrequencyBuffer(64, 64)\n"
+            ">>> lobe.apply(buffer)\n"
+            ">>> buffer.band\n"
+            "(26, 38)\n"
+            ">>> buffer.clear_band()\n"
+            ">>> buffer.band is None\n"
+            "True\n")
+        .def(
+            "clear_band", [](Buffer& self) { self.change().clearBand(); },
+            "Lets every row count; the plane stays as it is.");
 }
 
 void bindElements(Class& buffer) {
@@ -284,6 +334,8 @@ void bindFrequencyBuffer(py::module_& module) {
                  "(1024, 512)\n");
     bindLifeCycle(buffer);
     bindSizes(buffer);
+    bindImage(buffer);
+    bindBand(buffer);
     bindElements(buffer);
     bindComponents(buffer);
 }

@@ -33,6 +33,7 @@ FilterClass<Filter> bindLobe(py::module_& module, const char* name, const char* 
                                   native(size), radius);
             },
             "sigma"_a, "plateau"_a, "angle"_a, "frequency"_a, "size"_a, py::arg(dc), kSetDoc);
+    bindParametersOf<mvLobeParameters>(type);
     bindPlace(type);
     parameter(
         type, "angle", [](Filter& f) { return f.angle().toDouble(); },

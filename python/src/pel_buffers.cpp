@@ -57,9 +57,7 @@ py::array boundPels(const Image& image) {
 }
 
 Image deepCopy(const Image& image) {
-    py::object pels = pelsOrType(image);
-    if (image.view().isBound()) pels = pels.attr("copy")();
-    return make(pels, offsetOf(image), xformOf(image));
+    return std::visit([](const auto& pels) { return Image{mfPelClone(pels)}; }, image.pels);
 }
 
 Image window(const Image& image, long x, long y, long width, long height) {
@@ -79,6 +77,10 @@ void copyPels(const py::object& source, const py::object& destination) {
             unlocked([&] { mfPelCopy(src, dst); });
         },
         output.pels());
+}
+
+Image clonePels(const py::object& source) {
+    return deepCopy(inputImage(source));
 }
 
 void setPels(const py::object& destination, double value) {
@@ -169,6 +171,8 @@ void bindPelBuffers(py::module_& module) {
     module.def("pel_copy", &copyPels, "src"_a, "dst"_a,
                "Copies pels of one type where both images overlap, matched through their offsets.\n"
                "Raises mvExceptionWithString for an image without pels.");
+    module.def("pel_clone", &clonePels, "src"_a,
+               "A PelBuffer with pels of its own, and the offset and transform of src.");
     module.def("pel_set", &setPels, "dst"_a, "value"_a,
                "Sets all pels to a value. Raises mvExceptionWithString for an image without pels.");
 }

@@ -25,6 +25,7 @@ void bindRing(py::module_& module, const char* name, const char* doc, const char
             [](Held<Filter>& self, double sigma, double plateau, double frequency, Pair<long> size,
                long radius) { self.change().set(sigma, plateau, frequency, native(size), radius); },
             "sigma"_a, "plateau"_a, "frequency"_a, "size"_a, py::arg(dc), kSetDoc);
+    bindParametersOf<mvRingParameters>(type);
     bindPlace(type);
     parameter(
         type, "sigma", [](Filter& f) { return f.sigma(); },
