@@ -3,6 +3,7 @@
 
 #include <filt/fft/frequency_buffer.h>
 #include <filt/platform.h>
+
 #include <type_traits>
 
 /// True for the types of pel that images are transformed from and to: unsigned char, unsigned short
@@ -14,10 +15,11 @@ inline constexpr bool mvIsTransformPel =
 
 namespace mvi {
 
+/// Any other type of pel.
 template <class T>
 concept OtherPel = !mvIsTransformPel<T>;
 
-// Ends the translation of the calls below with a sentence; without it the linker would end it.
+/// Ends the translation of the calls below with a sentence; without it the linker would end it.
 template <class T>
 void refusePel() {
     static_assert(mvIsTransformPel<T>,

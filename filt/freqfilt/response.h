@@ -12,8 +12,8 @@
 ///
 /// The gains start on a 16-byte boundary; three zeros stand behind them.
 ///
-/// Internal: the filters have a member of this type, which is why it is installed and exported. Only
-/// they use it, and it may change with any release.
+/// Internal: the filters have a member of this type, which is why it is installed and exported.
+/// Only they use it, and it may change with any release.
 class MVFREQ_API mvFilterResponse {
   public:
     mvFilterResponse() noexcept = default;

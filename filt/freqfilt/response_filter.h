@@ -16,6 +16,7 @@
 template <class Parameters>
 class MVFREQ_API mvResponseFilter : public mvFrequencyFilter {
   public:
+    /// True while there are gains.
     [[nodiscard]] bool hasResponse() const override { return response_.isSet(); }
 
     /// What the filter was built from. Throws mvFrequencyDefs::Uninitialized while there is no

@@ -74,3 +74,45 @@ def test_assignment_takes_everything():
 def test_other_objects_are_not_equal_and_buffers_have_no_hash():
     assert mvfreq.FrequencyBuffer() != 1
     pytest.raises(TypeError, hash, mvfreq.FrequencyBuffer())
+
+
+def test_a_buffer_without_data_has_the_state_of_no_image():
+    buffer = mvfreq.FrequencyBuffer()
+    assert (buffer.image_size, buffer.offset, buffer.xform) == ((0, 0), (0, 0), None)
+    assert (buffer.inverse_computed, buffer.band) == (False, None)
+    buffer.clear_band()
+
+
+def test_a_buffer_tells_of_its_image():
+    xform = mvfreq.Xform([[2, 0], [0, 3]], (5, 6))
+    image = mvfreq.PelBuffer(IMAGE, offset=(3, -4), xform=xform)
+    buffer = mvfreq.forward_fft(image)
+    assert (buffer.size, buffer.image_size) == ((16, 8), (10, 6))
+    assert (buffer.offset, buffer.xform) == ((3, -4), xform)
+    assert mvfreq.forward_fft(IMAGE).xform is None
+
+
+def test_a_buffer_tells_whether_an_inverse_has_overwritten_it():
+    buffer = mvfreq.forward_fft(IMAGE)
+    mvfreq.inverse_fft(buffer)
+    assert not buffer.inverse_computed
+    mvfreq.inverse_fft(buffer, destroy=True)
+    assert buffer.has_data and buffer.inverse_computed
+
+
+def lobe(angle):
+    return mvfreq.FrequencyFilterGabor((0.02, 0.02), (0, 0), angle, 0.25, (64, 64), 0)
+
+
+def test_the_inverse_of_a_sum_of_lobes_is_right_once_the_band_is_cleared():
+    spectrum = mvfreq.forward_fft(np.random.default_rng(2).random((64, 64)))
+    right, down = mvfreq.FrequencyBuffer(), mvfreq.FrequencyBuffer()
+    lobe(0).apply(spectrum, right)
+    lobe(np.pi / 2).apply(spectrum, down)
+    both = right + down
+    expected = np.abs(np.fft.ifft2(both.spectrum_view()))
+    assert both.band == right.band == (26, 38)
+    assert not np.allclose(mvfreq.inverse_fft(both), expected, atol=1e-5)
+    both.clear_band()
+    assert both.band is None
+    np.testing.assert_allclose(mvfreq.inverse_fft(both), expected, atol=1e-5)

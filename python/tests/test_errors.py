@@ -177,3 +177,9 @@ def test_unknown_classes_are_told():
 
 def test_other_objects_have_no_archive():
     pytest.raises(TypeError, mvfreq.dumps, 1)
+
+
+def test_exceptions_of_the_base_library_have_no_number():
+    for name in ("mvException", "mvExceptionWithString", "Truncated", "WriteFailed"):
+        assert getattr(mvfreq, name).error_number == 0
+    assert mvfreq.mvStatusException(7).error_number == 0

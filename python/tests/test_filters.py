@@ -2,6 +2,7 @@
 
 import copy
 import math
+import pickle
 
 import mvfreq
 import numpy as np
@@ -116,3 +117,53 @@ def test_an_image_filter_can_change_its_image():
     assert (made.support_width, made.support_height) == SIZE
     assert repr(made) == "<FrequencyFilterImage 64 x 32>"
     assert made == image_filter() and copy.copy(made) == made
+
+
+PARAMETERS = {
+    mvfreq.FrequencyFilterBandPass: mvfreq.RingParameters(**RING, dc_radius=1),
+    mvfreq.FrequencyFilterBandReject: mvfreq.RingParameters(**RING, dc_radius=1),
+    mvfreq.FrequencyFilterGabor: mvfreq.LobeParameters(**LOBE, dc_radius=0),
+    mvfreq.FrequencyFilterGaborReject: mvfreq.LobeParameters(**LOBE, dc_radius=2),
+}
+
+
+@each_filter
+def test_a_filter_is_built_from_set_to_and_asked_for_its_parameters(kind):
+    wanted = PARAMETERS[kind]
+    made = kind(wanted)
+    assert made == kind(**FILTERS[kind])
+    assert made.parameters == wanted
+    changed = copy.copy(wanted)
+    changed.frequency = 0.3
+    assert changed != wanted
+    made.set(changed)
+    assert made.frequency == 0.3 and made.parameters == changed
+    changed.frequency = 0.6
+    pytest.raises(mvfreq.InvalidArgument, made.set, changed)
+    assert made.frequency == 0.3
+    with pytest.raises(mvfreq.Uninitialized):
+        kind().parameters
+
+
+@pytest.mark.parametrize("wanted", PARAMETERS.values())
+def test_parameters_are_values(wanted):
+    for other in (copy.copy(wanted), copy.deepcopy(wanted), pickle.loads(pickle.dumps(wanted))):
+        assert other == wanted and other is not wanted
+    assert eval(repr(wanted), vars(mvfreq)) == wanted
+    for name in ("sigma", "plateau", "frequency", "size", "dc_radius"):
+        setattr(wanted, name, getattr(wanted, name))
+    assert wanted == type(wanted)(
+        **{name: getattr(wanted, name) for name in vars(type(wanted)) if name[0] != "_"}
+    )
+
+
+@pytest.mark.parametrize("make", MAKERS)
+def test_a_filter_tells_whether_it_has_a_response(make):
+    made = make()
+    assert made.has_response
+    assert not type(made)().has_response
+
+
+def test_an_image_filter_gives_its_image_back():
+    assert image_filter().image == noise()
+    assert not mvfreq.FrequencyFilterImage().image.has_data

@@ -148,7 +148,8 @@ def test_windows_and_copies_share_pels_and_deep_copies_do_not():
     assert address(window.pels) == address(image.pels[2:, 1:])
     assert address(copy.copy(image).pels) == address(image.pels)
     pytest.raises(mvfreq.mvExceptionWithString, image.window, 6, 6, 3, 3)
-    for other in (copy.deepcopy(image), pickle.loads(pickle.dumps(image))):
+    copies = copy.deepcopy(image), pickle.loads(pickle.dumps(image)), mvfreq.pel_clone(image)
+    for other in copies:
         assert not np.shares_memory(other.pels, image.pels)
         np.testing.assert_array_equal(other.pels, image.pels)
         assert other.offset == (10, 20)

@@ -1,5 +1,6 @@
 // What must not compile, beside what must.
 #include <filt/freqfilt.h>
+
 #include <gtest/gtest.h>
 
 #include <type_traits>

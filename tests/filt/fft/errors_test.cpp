@@ -1,11 +1,15 @@
 // The error classes: numbers, family, archive form, rethrow.
 #include <filt/fft/errors.h>
+#include <filt/freqfilt.h>
 
 #include <gtest/gtest.h>
 
+#include <exception>
 #include <memory>
+#include <new>
 #include <sstream>
 #include <string>
+#include <type_traits>
 #include <typeinfo>
 
 #include "support/archive_bytes.h"
@@ -174,6 +178,52 @@ TYPED_TEST(ErrorTest, KeepsTheOrderOfItsVirtualFunctions) {
 
 TEST(Errors, KeepsTheOrderOfItsVirtualFunctions) {
     expectTheOrderOfTheFamily<mvFrequencyDefs::Errors>();
+}
+
+// As docs/errors.md shows it.
+template <class Call>
+std::string outcomeOf(Call call) {
+    try {
+        call();
+        return "good";
+    } catch (const mvStatusException& stopped) {  // the attention handler's answer
+        return "stopped with status " + std::to_string(stopped.status());
+    } catch (const mvFrequencyDefs::UnboundWindow&) {  // one class, for which there is a remedy
+        return "no image";
+    } catch (const mvFrequencyDefs::Errors& refused) {  // the others: the call was refused
+        return "refused, number " + std::to_string(refused.errorNumber());
+    } catch (const mvException& error) {  // the base library: archives, pel buffers, geometry
+        std::ostringstream text;
+        text << error;
+        return text.str();
+    } catch (const std::bad_alloc&) {  // from here on what passed through
+        return "out of memory";
+    } catch (const std::exception& error) {
+        return error.what();
+    }
+}
+
+TEST(Errors, AreToldApartByThoseWhoCatchThem) {
+    const mvPelBuffer<double> image(4, 4);
+    mvFrequencyBuffer buffer(4, 4);
+    EXPECT_EQ(outcomeOf([&] { mfForwardFFT(image, buffer); }), "good");
+    EXPECT_EQ(outcomeOf([&] { mfForwardFFT(mvPelBuffer<double>(), buffer); }), "no image");
+    EXPECT_EQ(outcomeOf([&] { buffer.get(4, 0, false); }), "refused, number 268460805");
+    EXPECT_EQ(outcomeOf([&] { image.window(0, 0, 5, 5); }),
+              "The window is empty or outside the pel buffer.");
+    EXPECT_EQ(outcomeOf([] { throw std::bad_alloc(); }), "out of memory");
+    EXPECT_EQ(outcomeOf([] {
+                  mvFrequencyFilterBandPass(1e300, 0.0, 0.1, {8, 8}, 0);
+              }),
+              "The response of the filter would be too large.");
+    const auto refuse = [](void*) { return 7; };
+    const auto former = vsys_set_attention_handler(refuse, nullptr);
+    EXPECT_EQ(outcomeOf([&] { mfForwardFFT(image, buffer); }), "stopped with status 7");
+    vsys_set_attention_handler(former.handler, former.context);
+}
+
+TEST(Errors, AreNoStandardExceptions) {
+    EXPECT_FALSE((std::is_base_of_v<std::exception, mvException>));
 }
 
 TEST(Errors, IsAbstract) {
