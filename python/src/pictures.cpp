@@ -8,6 +8,7 @@
 #include "attention.h"
 #include "filters.h"
 #include "frequency_buffer.h"
+#include "held_filter.h"
 #include "pel_buffers.h"
 
 namespace py = pybind11;
@@ -47,8 +48,8 @@ py::object filterImage(const py::object& source, AnyFilter& filter, const py::ob
     const Image image = pictureOf(source);
     Output target(out);
     const mvFilterImageOptions options{
-        chosen("border", border, "zero", mvBorder::zero, "mirror", mvBorder::mirror),
-        chosen("result", result, "magnitude", mvFilterResult::magnitude, "real",
+        chosen(border, "border", "zero", mvBorder::zero, "mirror", mvBorder::mirror),
+        chosen(result, "result", "magnitude", mvFilterResult::magnitude, "real",
                mvFilterResult::real),
         rescale, marginOf(margin), threads};
     const Uses uses({}, {&filter.usage});

@@ -180,7 +180,7 @@ TEST(FilterImageErrors, SayWhatApplySaysOfAnImageFilterWithoutImage) {
 }
 
 mvFrequencyFilterImage imageFilterOf(support::BufferRecord record) {
-    return {support::loaded(record)};
+    return mvFrequencyFilterImage(support::loaded(record));
 }
 
 TEST(FilterImageErrors, RefuseLoadedImageFiltersOfOddSizes) {
