@@ -197,8 +197,8 @@ MVBASE_API mvArchive& operator||(mvArchive& ar, const mvPersistent& object);
 
 /// Exchanges an object by pointer. Loading makes a new object, which the caller owns from then on;
 /// or gives null; or gives an object that this archive has met before, which belongs to whoever
-/// owned it. `mfLoad` tells these apart and is the one to use for bytes that are not trusted. When
-/// loading throws, nothing is left over and `object` keeps what it had. Errors as in
+/// owned it. `mfLoad` distinguishes these and is the one to use for bytes that are not trusted.
+/// When loading throws, nothing is left over and `object` keeps what it had. Errors as in
 /// mvArchive::loadPointer and mvArchive::storePointer.
 MVBASE_API mvArchive& operator||(mvArchive& ar, mvPersistent*& object);
 

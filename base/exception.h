@@ -10,7 +10,7 @@
 
 class mvException;
 
-/// Writes an exception for people to read: its message alone if it has one, else the qualified name
+/// Writes an exception for people to read: only its message if it has one, else the qualified name
 /// of its class.
 MVBASE_API std::ostream& operator<<(std::ostream& out, const mvException& exception);
 

@@ -19,7 +19,7 @@ class mvPelBuffer;
 /// What every pel buffer has, whatever its pels are.
 ///
 /// A pel buffer is a window of `width()` by `height()` pels upon memory that all its copies share;
-/// the window, the offset and the client transform belong to the view alone. Rows run downwards,
+/// the window, the offset and the client transform belong to each view. Rows run downwards,
 /// `rowUpdate()` pels apart. The offset is the place of the window's first pel in image
 /// coordinates. The window's sides are at most 2^31 - 1.
 class MVBASE_API mv_PelBuffer {
@@ -35,8 +35,7 @@ class MVBASE_API mv_PelBuffer {
     /// The place of the window's first pel in image coordinates.
     mvPair<long> offset() const noexcept { return {offset_.x, offset_.y}; }
 
-    /// Moves the view in image coordinates, bound or not. Values beyond 32 bits signed are held at
-    /// the nearest.
+    /// Moves the view in image coordinates, bound or not. Values are clamped to signed 32 bits.
     void offset(long x, long y) noexcept;
     void offset(const mvPair<long>& xy) noexcept { offset(xy.x, xy.y); }
 
@@ -152,9 +151,9 @@ class mvPelBuffer_const : public mv_PelBuffer {
     }
 
     /// A view of `width` by `height` pels of this view from column `x` and row `y` on, sharing its
-    /// pels. Its offset is this view's plus (x, y), held to 32 bits; its transform is this view's.
-    /// Throws an mvExceptionWithString when this view is not bound and when the window is empty or
-    /// reaches outside of it.
+    /// pels. Its offset is this view's plus (x, y), clamped to 32 bits; its transform is this
+    /// view's. Throws an mvExceptionWithString when this view is not bound and when the window is
+    /// empty or reaches outside of it.
     mvPelBuffer_const window(long x, long y, long width, long height) const {
         mvPelBuffer_const part(*this);
         part.narrow(x, y, width, height, sizeof(T));
@@ -242,7 +241,7 @@ void mfPelSet(mvPelBuffer<T>& dst, std::type_identity_t<T> value) {
 /// mfPelSet for 8-bit pels.
 MVBASE_API void mfPelSet_U8(mvPelBuffer<unsigned char>& dst, unsigned char value);
 
-/// Holds `value` to the range from `low` to `high`; `low` when the range is empty.
+/// Clamps `value` to the range from `low` to `high`; `low` when the range is empty.
 constexpr int mfILimit(int value, int low, int high) noexcept {
     return value < low ? low : (value > high ? high : value);
 }

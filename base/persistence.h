@@ -30,10 +30,11 @@ class MVBASE_API mvPersistent {
     mvPersistent& operator=(const mvPersistent&) noexcept { return *this; }
     virtual ~mvPersistent();
 
-    /// Has `callback` called before every change of `object`, and sets the tracking flag. One
-    /// object has one watcher: a new one replaces the former, an empty one removes it and clears
-    /// the flag. A callback that throws keeps the change from being made. It may call `watch` for
-    /// the object it watches, but not change it.
+    /// Installs `callback` as the watcher of `object` and sets the tracking flag. The object calls
+    /// it before each change that its class announces; the class lists these. One object has one
+    /// watcher: a new one replaces the former, an empty one removes it and clears the flag. A
+    /// callback that throws keeps the change from being made. It may call `watch` for the object it
+    /// watches, but not change it.
     static void watch(mvPersistent& object, std::function<void()> callback);
 
   protected:
@@ -56,8 +57,8 @@ class MVBASE_API mvPersistent {
     bool tracking_() const noexcept { return watcher_ != nullptr; }
 
     /// True when `setVisited` was called for this archive, this very object and this size. The size
-    /// tells the parts of one object apart: pass that of the class whose function runs. An object
-    /// at the address of a destroyed one is another object. Null is never visited.
+    /// stands for a part of the object: pass that of the class whose function runs. An object at
+    /// the address of a destroyed one is another object. Null is never visited.
     static bool haveVisited(mvArchive& ar, const mvPersistent* object, std::size_t size);
 
     /// Notes the part of that size of `object` as handled in this archive. Null is ignored.

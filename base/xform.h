@@ -1,5 +1,5 @@
-// Transforms of the plane: a matrix and a translation, alone, as a linear transform, or perhaps
-// none.
+// Transforms of the plane: a matrix and a translation; the same under its name in a cache; a cache
+// of one or none.
 #pragma once
 
 #include <base/export.h>
@@ -61,27 +61,27 @@ class MVBASE_API mv2XformLinear {
     mvXform<2> xform_;
 };
 
-/// The client transform of an image, if it has one. Holds none by default.
+/// The client transform of an image, if it has one. None by default.
 class MVBASE_API mv2XformCache {
   public:
     constexpr mv2XformCache() noexcept = default;
 
-    /// True when a transform is held, the identity included.
+    /// True when there is a transform, the identity included.
     [[nodiscard]] constexpr bool isSet() const noexcept { return set_; }
 
-    /// Holds the identity from now on.
+    /// Sets the identity.
     constexpr void setIdentity() noexcept { xform(mv2XformLinear()); }
 
-    /// Holds `linear` from now on.
+    /// Sets `linear`.
     constexpr void xform(const mv2XformLinear& linear) noexcept {
         linear_ = linear;
         set_ = true;
     }
 
-    /// What is held; the identity when nothing is.
+    /// The transform; the identity when there is none.
     constexpr mv2XformLinear linearXform() const noexcept { return linear_; }
 
-    /// Equal when both hold none, or both hold equal transforms: none is not the identity.
+    /// Equal when neither has a transform, or both have the same: none is not the identity.
     friend constexpr bool operator==(const mv2XformCache&, const mv2XformCache&) = default;
 
   private:

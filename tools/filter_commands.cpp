@@ -158,7 +158,9 @@ void addCommand(CLI::App& app, Work& work, const char* name, const char* purpose
         addPictures(options, command->pictures, "grey PNG of the same depth, the magnitudes");
     options.add_flag(
         "--rescale", command->options.rescale,
-        "Spread the magnitudes over the whole grey range (else they stay grey levels)");
+        "Spread the magnitudes over the whole grey range (else they stay grey levels). A 16-bit "
+        "result that is bright all over does not reach down to 0: on a plane of 1024 x 1024, 9537 "
+        "and darker becomes 0");
     addBorder(options, command->options.border);
     addOutputs(options, command->options, outDir, !std::is_same_v<Command, ApplyCommand>);
     options.footer(std::string("Example:\n  ") + example);

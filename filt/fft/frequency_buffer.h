@@ -118,8 +118,8 @@ class MVFREQ_API mvFrequencyBuffer {
     [[nodiscard]] mvPair<long> offset() const noexcept;
     [[nodiscard]] mv2XformCache xformCache() const noexcept;
 
-    /// The first and the last of the rows that alone hold data, in shifted coordinates, in which DC
-    /// is row H/2; they may lie outside of 0 .. H - 1. None when every row counts, or without data.
+    /// The first and the last of the rows that hold data, in shifted coordinates, in which DC is
+    /// row H/2; they may lie outside of 0 .. H - 1. None when every row counts, or without data.
     ///
     /// A Gabor filter sets the band, and an inverse does not transform the rows outside of it: its
     /// result is right while these are zero. A sum has the band of one operand, so clear it before

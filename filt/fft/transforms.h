@@ -54,7 +54,8 @@ MVFREQ_API void mfForwardFFT(const mvFrequencyBuffer& src, mvFrequencyBuffer& ds
 ///
 /// Where `destroy` is true the caller's buffer is transformed in place and then holds spatial
 /// data: its element access throws until it is filled again. A buffer in that state is not
-/// transformed a second time. Otherwise the caller's buffer is left as it is.
+/// transformed a second time. Otherwise the caller's buffer is left as it is, unless it is also the
+/// destination: the one buffer is then transformed in place, and counts as frequency data.
 ///
 /// An output that is not bound becomes a new image with the size, offset and client transform of
 /// the source image. One that is bound keeps its own size and offset and receives the pels where
@@ -65,7 +66,9 @@ MVFREQ_API void mfForwardFFT(const mvFrequencyBuffer& src, mvFrequencyBuffer& ds
 /// one image width or height further right or down; pels that no copy covers are 0.
 ///
 /// All throw, in this order, mvFrequencyDefs::Uninitialized without data,
-/// mvFrequencyDefs::InvalidSize for an unsupported plane, what a failing poll throws.
+/// mvFrequencyDefs::InvalidSize for an unsupported plane, what a failing poll throws. Pel outputs
+/// of a buffer whose image size is below 1 throw an mvExceptionWithString before anything changes:
+/// no pel buffer is empty.
 /// @{
 
 /// The unscaled complex plane: W H times the spatial signal, as a plain frequency buffer.
@@ -78,9 +81,13 @@ MVFREQ_API void mfInverseFFT(mvFrequencyBuffer& buf, mvPelBuffer<double>& real,
 MVFREQ_API void mfInverseFFT(const mvFrequencyBuffer& buf, mvPelBuffer<double>& real,
                              mvPelBuffer<double>& imaginary);
 
-/// The scaled magnitudes, rounded half up and held to the pel range for integer pels. With
-/// `rescale` the range of magnitudes in the image is spread over the whole pel range (integer pels
-/// alone; a constant image becomes 0).
+/// The scaled magnitudes, for integer pels rounded half up and clamped to the pel range.
+///
+/// With `rescale` the range of magnitudes in the image is spread over the whole range of integer
+/// pels; a constant image becomes 0. Double pels are never rescaled. The search for the least
+/// magnitude begins at 1e20 as an unscaled square: a magnitude of 1e10 / (W H), 9537 on a plane of
+/// 1024 x 1024. When every pel is brighter, that magnitude becomes 0, and none of the pels does.
+/// Images of 8 bits are never so bright; those of 16 bits can be, on planes of 512 x 512 and more.
 template <class T>
 MVFREQ_API void mfInverseFFT(mvFrequencyBuffer& buf, mvPelBuffer<T>& out, bool rescale,
                              bool destroy);
@@ -113,7 +120,7 @@ MVFREQ_API void mfInverseFFTQuadrant(const mvFrequencyBuffer& buf, mvPelBuffer<T
 ///
 /// Both throw, in this order, mvFrequencyDefs::Uninitialized without data,
 /// mvFrequencyDefs::InvalidSize for an image larger than its plane, what the one attention poll
-/// throws.
+/// throws, an mvExceptionWithString for an image size below 1.
 /// @{
 
 /// The angle of each element, atan2 of imaginary and real part in single precision, in radians,

@@ -12,17 +12,8 @@ class Ring;
 /// exp(-(distance - plateau)^2 / (2 sigma^2)) beyond it, 0 from about four sigmas on. A frequency
 /// of 0 makes a low-pass filter.
 ///
-/// Afterwards a square of 2 R - 1 coefficients a side around DC can be cleared, R being the DC
-/// removal radius: 0 clears nothing, 1 DC alone. The square goes through element access, after the
-/// buffer has been filtered: one that does not fit the plane ends in mvFrequencyDefs::BadCoord, a
-/// buffer that an inverse has overwritten in mvFrequencyDefs::InvalidBuffer, and the buffer stays
-/// filtered.
-///
-/// `apply(src, dst)` keeps dst's client transform and offset; its image size becomes the padded
-/// size.
-///
-/// `==` holds for equal flags, parameters and profiles; filters without response are equal when
-/// their flags are.
+/// Afterwards the square around DC is cleared, R being the DC removal radius. This square, the form
+/// between two buffers and `==` are those of mvResponseFilter.
 class MVFREQ_API mvFrequencyFilterBandPass : public mvRingFilter {
   public:
     /// A filter without response.
@@ -47,7 +38,7 @@ class MVFREQ_API mvFrequencyFilterBandPass : public mvRingFilter {
   protected:
     void dispatchSerialize(mvArchive& ar) override;
 
-    /// Exchanges the part of this class; version 0 alone is known.
+    /// Exchanges the part of this class; only version 0 is known.
     void serialize_(mvArchive& ar, unsigned char version) override;
     bool rejects() const override { return false; }
 

@@ -7,20 +7,13 @@
 /// Suppresses the frequencies on a ring around DC and leaves the others as they are: the profile is
 /// 1 less that of the band-pass filter.
 ///
-/// A square of 2 R - 1 coefficients a side around DC, R being the DC protection radius, comes out
-/// as it went in: 0 protects nothing, 1 DC alone. The square is read through element access before
-/// anything is filtered: one that does not fit the plane ends in mvFrequencyDefs::BadCoord (or
-/// std::length_error, when no list could hold it), a buffer that an inverse has overwritten in
-/// mvFrequencyDefs::InvalidBuffer. In place the buffer is unchanged then; `dst` of the other form
-/// has its size already and is unmasked.
+/// The square around DC comes out as it went in, R being the DC protection radius. This square, the
+/// form between two buffers and `==` are those of mvResponseFilter, but for two things: a radius
+/// whose square is larger than any list ends in std::length_error, and when the square is refused,
+/// `dst` of the form between two buffers has its new size already and no band.
 ///
 /// In place, coefficients inside the ring's outer and inner radius are multiplied; between two
 /// buffers, those that have a gain in the profile. Both agree but for rounding at the edges.
-/// `apply(src, dst)` keeps dst's client transform and offset; its image size becomes the padded
-/// size.
-///
-/// `==` holds for equal flags, parameters and profiles; filters without response are equal when
-/// their flags are.
 class MVFREQ_API mvFrequencyFilterBandReject : public mvRingFilter {
   public:
     /// A filter without response.
@@ -45,7 +38,7 @@ class MVFREQ_API mvFrequencyFilterBandReject : public mvRingFilter {
   protected:
     void dispatchSerialize(mvArchive& ar) override;
 
-    /// Exchanges the part of this class; version 0 alone is known.
+    /// Exchanges the part of this class; only version 0 is known.
     void serialize_(mvArchive& ar, unsigned char version) override;
     bool rejects() const override { return true; }
 

@@ -26,6 +26,7 @@ void mvFrequencyFilter::dispatchSerialize(mvArchive& ar) {
 }
 
 void mvFrequencyFilter::serialize_(mvArchive& ar, unsigned char version) {
+    // As with the filters' own versions, the number is contract: see filter_life_cycle.h.
     mvi::requireVersion(version, 0, "filt/freqfilt", 136);
     mvPersistent::dispatchSerialize(ar);
     ar || initialized_;

@@ -33,10 +33,12 @@ class MVFREQ_API mvFrequencyFilter : public virtual mvPersistent, public virtual
     ///
     /// Throws, in this order and before anything changes, mvFrequencyDefs::Uninitialized for a
     /// source without data, the same for a filter without response,
-    /// mvFrequencyDefs::InvalidSize for a source of another padded size.
+    /// mvFrequencyDefs::InvalidSize for a source of another padded size. Ring and lobe filters then
+    /// refuse what only archives can bring: mvFrequencyDefs::InvalidSize for sides that are no
+    /// powers of two, or above 2048. What else a filter throws, and when, its own description says.
     virtual void apply(const mvFrequencyBuffer& src, mvFrequencyBuffer& dst) const = 0;
 
-    /// Filters in place. Throws as the other form does.
+    /// Filters in place. Throws as the other form does, but takes sides of any length.
     virtual void apply(mvFrequencyBuffer& buf) const = 0;
 
   protected:
@@ -65,7 +67,7 @@ class MVFREQ_API mvFrequencyFilter : public virtual mvPersistent, public virtual
     /// Does not copy the flag: a derived copy constructor starts empty and then assigns.
     mvFrequencyFilter(const mvFrequencyFilter& other);
 
-    /// Copies the flag alone.
+    /// Copies only the flag.
     mvFrequencyFilter& operator=(const mvFrequencyFilter& other);
 
     /// @name A filter's way to the inside of a buffer
@@ -75,8 +77,8 @@ class MVFREQ_API mvFrequencyFilter : public virtual mvPersistent, public virtual
     static float* getFrequencyBufferData(mvFrequencyBuffer& buf);
     static const float* getFrequencyBufferData(const mvFrequencyBuffer& buf);
 
-    /// Sets the flag and the band of rows, inclusive limits in shifted coordinates, that alone
-    /// hold data.
+    /// Sets the flag and the band of the rows that hold data: inclusive limits in shifted
+    /// coordinates.
     static void maskFrequencyBuffer(mvFrequencyBuffer& buf, bool masked, long maskedMiny,
                                     long maskedMaxy);
 

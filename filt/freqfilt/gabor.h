@@ -7,20 +7,11 @@
 /// Keeps the frequencies in one lobe and clears the others: 1 on the flat top, a Gaussian beyond
 /// it.
 ///
-/// The filtered buffer is marked with the band of rows that alone hold data, so that an inverse
+/// The filtered buffer is marked with the band of the rows that hold data, so that an inverse
 /// transform skips the others in its first pass.
 ///
-/// Afterwards a square of 2 R - 1 coefficients a side around DC can be cleared, R being the DC
-/// removal radius: 0 clears nothing, 1 DC alone. The square goes through element access, after the
-/// buffer has been filtered: one that does not fit the plane ends in mvFrequencyDefs::BadCoord, a
-/// buffer that an inverse has overwritten in mvFrequencyDefs::InvalidBuffer, and the buffer stays
-/// filtered.
-///
-/// `apply(src, dst)` keeps dst's client transform and offset; its image size becomes the padded
-/// size.
-///
-/// `==` holds for equal flags, parameters and patches, a NaN being equal to anything; filters
-/// without response are equal when their flags are.
+/// Afterwards the square around DC is cleared, R being the DC removal radius. This square, the form
+/// between two buffers and `==` are those of mvResponseFilter.
 class MVFREQ_API mvFrequencyFilterGabor : public mvLobeFilter {
   public:
     /// A filter without response.
@@ -46,7 +37,7 @@ class MVFREQ_API mvFrequencyFilterGabor : public mvLobeFilter {
     /// The patch row by row; null when there is none.
     using mvLobeFilter::data;
 
-    /// Exchanges the part of this class; version 0 alone is known.
+    /// Exchanges the part of this class; only version 0 is known.
     void serialize_(mvArchive& ar, unsigned char version) override;
 
   protected:

@@ -7,17 +7,9 @@
 /// Suppresses the frequencies in one lobe and leaves the others as they are: the patch is 1 less
 /// that of the Gabor filter.
 ///
-/// A square of 2 R - 1 coefficients a side around DC, R being the DC protection radius, comes out
-/// as it went in: 0 protects nothing, 1 DC alone. The square is read through element access before
-/// anything changes: one that does not fit the plane ends in mvFrequencyDefs::BadCoord (or
-/// std::length_error, when no list could hold it), a buffer that an inverse has overwritten in
-/// mvFrequencyDefs::InvalidBuffer.
-///
-/// The band of rows of the filtered buffer is cleared. `apply(src, dst)` keeps dst's client
-/// transform and offset; its image size becomes the padded size.
-///
-/// `==` holds for equal flags, parameters and patches, a NaN being equal to anything; filters
-/// without response are equal when their flags are.
+/// The square around DC comes out as it went in, R being the DC protection radius. This square, the
+/// form between two buffers and `==` are those of mvResponseFilter. The filtered buffer has no band
+/// of rows.
 class MVFREQ_API mvFrequencyFilterGaborReject : public mvLobeFilter {
   public:
     /// A filter without response.
@@ -43,7 +35,7 @@ class MVFREQ_API mvFrequencyFilterGaborReject : public mvLobeFilter {
   protected:
     void dispatchSerialize(mvArchive& ar) override;
 
-    /// Exchanges the part of this class; version 0 alone is known.
+    /// Exchanges the part of this class; only version 0 is known.
     void serialize_(mvArchive& ar, unsigned char version) override;
     bool rejects() const override { return true; }
 

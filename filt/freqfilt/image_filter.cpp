@@ -1,13 +1,14 @@
 // The image filter.
 #include <filt/fft/arithmetic.h>
-#include <filt/fft/internal/archive_routines.h>
 #include <filt/fft/internal/buffer_access.h>
 #include <filt/freqfilt/image_filter.h>
 #include <filt/freqfilt/internal/filter_checks.h>
+#include <filt/freqfilt/internal/filter_life_cycle.h>
 
 #include <utility>
 
-mvFrequencyFilterImage::mvFrequencyFilterImage() = default;
+MVFREQ_FILTER_LIFE_CYCLE(mvFrequencyFilterImage, 2846)
+
 mvFrequencyFilterImage::mvFrequencyFilterImage(const mvFrequencyBuffer& image) {
     create(image);
 }
@@ -36,16 +37,8 @@ mvFrequencyFilterImage& mvFrequencyFilterImage::operator=(mvFrequencyFilterImage
     return *this;
 }
 
-bool mvFrequencyFilterImage::operator==(const mvFrequencyFilterImage& other) const {
+bool mvFrequencyFilterImage::sameAs(const mvFrequencyFilterImage& other) const {
     return initialized_ == other.initialized_ && image_ == other.image_;
-}
-
-mvFrequencyFilter* mvFrequencyFilterImage::clone() const {
-    return new mvFrequencyFilterImage(*this);
-}
-
-mvPersistent* mvFrequencyFilterImage::make() {
-    return new mvFrequencyFilterImage;
 }
 
 void mvFrequencyFilterImage::setImage(const mvFrequencyBuffer& image) {
@@ -81,13 +74,6 @@ void mvFrequencyFilterImage::multiply(mvFrequencyBuffer& buf) const {
     maskFrequencyBuffer(buf, false, 0, 0);
 }
 
-void mvFrequencyFilterImage::serialize_(mvArchive& ar, unsigned char version) {
-    mvi::requireVersion(version, 0, "filt/freqfilt", 2846);
-    mvFrequencyFilter::dispatchSerialize(ar);
+void mvFrequencyFilterImage::exchange(mvArchive& ar) {
     ar || image_;
-}
-
-void mvFrequencyFilterImage::dispatchSerialize(mvArchive& ar) {
-    serializeOnce(ar, sizeof(mvFrequencyFilterImage),
-                  [&](unsigned char version) { mvFrequencyFilterImage::serialize_(ar, version); });
 }

@@ -8,12 +8,14 @@
 /// convolution.
 ///
 /// `==` holds for equal flags and equal images, as frequency buffers compare. `apply(src, dst)`
-/// makes `dst` a copy of `src` in every respect, multiplied and unmasked.
+/// makes `dst` a copy of `src` in every respect, multiplied and without band. A watcher is called
+/// before every assignment and before an image is set, not before one is loaded or moved away.
 ///
 /// Both forms of `apply` throw, in this order and before anything changes,
 /// mvFrequencyDefs::Uninitialized for a source without data, the same for a filter without image,
-/// mvFrequencyDefs::InvalidSize for a source of another padded size. A source, or an image, that an
-/// inverse has overwritten ends in mvFrequencyDefs::InvalidBuffer, with `dst` assigned already.
+/// mvFrequencyDefs::InvalidSize for a source of another padded size. When an inverse has
+/// overwritten the source or the image, they throw mvFrequencyDefs::InvalidBuffer; `dst` is
+/// assigned by then.
 class MVFREQ_API mvFrequencyFilterImage : public mvFrequencyFilter {
   public:
     /// A filter without image.
@@ -53,7 +55,7 @@ class MVFREQ_API mvFrequencyFilterImage : public mvFrequencyFilter {
   protected:
     void dispatchSerialize(mvArchive& ar) override;
 
-    /// Exchanges the part of this class; version 0 alone is known.
+    /// Exchanges the part of this class; only version 0 is known.
     void serialize_(mvArchive& ar, unsigned char version) override;
 
   private:
@@ -62,6 +64,8 @@ class MVFREQ_API mvFrequencyFilterImage : public mvFrequencyFilter {
     void create(const mvFrequencyBuffer& image);
     void requireApplicable(const mvFrequencyBuffer& buf) const;
     void multiply(mvFrequencyBuffer& buf) const;
+    bool sameAs(const mvFrequencyFilterImage& other) const;
+    void exchange(mvArchive& ar);
 
     static mvPersistent* make();
     static mv_Instantiator sExemplar;

@@ -84,7 +84,7 @@ class MVFREQ_API mvLobeFilter : public mvResponseFilter<mvLobeParameters> {
     /// What the setter of the radius does, under whatever name it has.
     void dcRadius(long value);
 
-    /// What `==` tells.
+    /// What `==` says.
     bool sameAs(const mvLobeFilter& other) const;
 
     /// Exchanges the parameters and the response.

@@ -10,7 +10,9 @@
 
 /// A table of width x height gains, or none.
 ///
-/// The gains start on a 16-byte boundary; three zeros stand behind them.
+/// The gains start on a 16-byte boundary, and at least three floats stand behind them: zeros,
+/// unless a loaded record had more floats than its size says; these then follow the gains, and
+/// three zeros follow them.
 ///
 /// Internal: the filters have a member of this type, which is why it is installed and exported.
 /// Only they use it, and it may change with any release.

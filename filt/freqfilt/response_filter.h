@@ -10,7 +10,21 @@
 ///
 /// A copy has its own response. Assignment from a filter without response drops the target's
 /// response and nothing else: its flag and parameters stay. Moving leaves the source without
-/// response.
+/// response. A watcher is called before a response is built (by `set` or a setter) or assigned, not
+/// before one is loaded, dropped or moved away.
+///
+/// *The DC square.* A radius R stands for the 2 R - 1 by 2 R - 1 coefficients around DC: none for
+/// 0, only DC for 1. Pass filters clear them after they have filtered. Reject filters take their
+/// values before they filter and put them back afterwards. Both go through element access: a square
+/// that does not fit the plane ends in mvFrequencyDefs::BadCoord, a buffer that an inverse has
+/// overwritten in mvFrequencyDefs::InvalidBuffer. A pass filter leaves the buffer filtered then, a
+/// reject filter as it was.
+///
+/// *Between two buffers.* `apply(src, dst)` gives dst the padded size as its image size and keeps
+/// its client transform and offset.
+///
+/// *Comparison.* `==` holds for equal flags, parameters and responses; lobe filters take a NaN for
+/// equal to anything. Filters without response are equal when their flags are.
 ///
 /// Internal but for what is public below: the ring and the lobe filters are what to derive from.
 template <class Parameters>

@@ -18,7 +18,7 @@ struct MVFREQ_API mvRingParameters {
 
 extern template class mvResponseFilter<mvRingParameters>;
 
-/// A filter whose response depends on the distance from a ring around DC alone.
+/// A filter whose response depends only on the distance from a ring around DC.
 ///
 /// The ring's radius is `frequency`; the response has a flat top of half-width `plateau` and
 /// Gaussian flanks of width `sigma`, all in cycles per pixel of the filter's width. It is stored as
@@ -73,7 +73,7 @@ class MVFREQ_API mvRingFilter : public mvResponseFilter<mvRingParameters> {
     /// What the setter of the radius does, under whatever name it has.
     void dcRadius(long value);
 
-    /// What `==` tells.
+    /// What `==` says.
     bool sameAs(const mvRingFilter& other) const;
 
     /// Exchanges the parameters and the response.

@@ -144,10 +144,10 @@ void bindPlace(FilterClass<Filter>& type) {
 // it: bind(name, get, set, doc).
 inline constexpr const char* kRemovalDoc =
     "The radius R of the cleared square of 2 R - 1 coefficients a side around DC; 0 clears\n"
-    "nothing, 1 DC alone.";
+    "nothing, 1 only DC.";
 inline constexpr const char* kProtectionDoc =
     "The radius R of the square of 2 R - 1 coefficients a side around DC that comes out as it\n"
-    "went in; 0 protects nothing, 1 DC alone.";
+    "went in; 0 protects nothing, 1 only DC.";
 
 template <class Filter, class Bind>
 auto bindRemoving(Bind bind) {

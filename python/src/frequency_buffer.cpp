@@ -284,7 +284,7 @@ void bindComponents(Class& buffer) {
         "holds the frequency of u / width by v / height cycles per pixel, and its .real and .imag\n"
         "are the component planes.\n"
         "\n"
-        "The view keeps the buffer alive. While it or any array made of its memory is held, calls\n"
+        "The view keeps the buffer alive. While it or any array made of its memory exists, calls\n"
         "that fill the buffer raise BufferError; calls that work in place go on and show in the\n"
         "view. After an in-place inverse it holds the unscaled complex image. Raises\n"
         "Uninitialized without data.\n"

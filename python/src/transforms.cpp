@@ -164,15 +164,16 @@ void bindInverse(py::module_& module) {
         "inverse_fft", &inverse, "src"_a, "out"_a = float64, py::kw_only(), "rescale"_a = false,
         "destroy"_a = false,
         "The magnitudes of the inverse transform, scaled by 1 / (width * height), in an image of\n"
-        "the size that the source image had; integer pels are rounded half up and held to their\n"
-        "range.\n"
+        "the size that the source image had; integer pels are rounded half up and clamped to\n"
+        "their range.\n"
         "\n"
         "out is a dtype (a new array is returned), or an array or PelBuffer that receives the "
         "pels\n"
         "and is returned, or a FrequencyBuffer for the unscaled complex plane. rescale spreads "
         "the\n"
-        "magnitudes over the whole range of integer pels. destroy transforms within src, which is\n"
-        "faster; its frequencies are gone then. Raises Uninitialized without data.\n"
+        "magnitudes over the whole range of integer pels, of which 1e10 / (width * height) and\n"
+        "darker becomes 0 when all are brighter. destroy transforms within src, which is faster;\n"
+        "its frequencies are gone then. Raises Uninitialized without data.\n"
         "\n"
         ">>> import numpy as np\n"
         ">>> image = np.arange(6, dtype=np.uint8).reshape(2, 3)\n"
@@ -204,15 +205,16 @@ void bindPhase(py::module_& module) {
 }
 
 void bindMapping(py::module_& module) {
-    module.def(
-        "frequency_map_image", &mapImage, "src"_a, "mapping"_a, "low"_a = 0.0, "high"_a = 0.0,
-        "A uint8 image of a float64 one for display. low and high are read by\n"
-        "FrequencyMapping.RANGE alone. AUTO_SCALE, LOG and ANGLE keep the low eight bits and\n"
-        "so wrap around. Raises UnboundWindow for a PelBuffer without pels.\n"
-        "\n"
-        ">>> import numpy as np\n"
-        ">>> frequency_map_image(np.array([[-1.0, 7.9, 300.0]]), FrequencyMapping.CLIP)\n"
-        "array([[  0,   7, 255]], dtype=uint8)\n");
+    module.def("frequency_map_image", &mapImage, "src"_a, "mapping"_a, "low"_a = 0.0,
+               "high"_a = 0.0,
+               "A uint8 image of a float64 one for display. Only\n"
+               "FrequencyMapping.RANGE reads low and high. AUTO_SCALE, LOG and ANGLE keep the low "
+               "eight bits and\n"
+               "so wrap around. Raises UnboundWindow for a PelBuffer without pels.\n"
+               "\n"
+               ">>> import numpy as np\n"
+               ">>> frequency_map_image(np.array([[-1.0, 7.9, 300.0]]), FrequencyMapping.CLIP)\n"
+               "array([[  0,   7, 255]], dtype=uint8)\n");
 }
 
 }  // namespace

@@ -1,10 +1,11 @@
-// The members that every filter with a response defines alike, since each names its own class.
+// The members that every filter defines alike, since each names its own class.
 #pragma once
 
 #include <filt/fft/internal/archive_routines.h>
 
-/// Default construction, comparison, cloning and the archive pattern of the class `Filter`;
-/// `line` is the number that its version errors carry.
+/// Default construction, comparison, cloning and the archive pattern of the class `Filter`, from
+/// its `sameAs` and `exchange`. `line` is the number that its version errors carry: a part of the
+/// errors that readers of archives know, and no line of any file.
 #define MVFREQ_FILTER_LIFE_CYCLE(Filter, line)                                          \
     Filter::Filter() = default;                                                         \
     bool Filter::operator==(const Filter& other) const {                                \

@@ -26,12 +26,12 @@ void fillRingProfile(const mvRingParameters& ring, bool complement, mvFilterResp
 /// The ring on a plane of one size. Distances from DC are in x bins, so that the ring is round in
 /// cycles per pixel.
 ///
-/// A gain depends on the squares of both coordinates alone, so one line of gains serves the two
+/// A gain depends only on the squares of both coordinates, so one line of gains serves the two
 /// rows at the same distance from DC, and mirrors itself left and right. On such a line the squared
 /// distance grows with the distance of the column: inside and outside are runs.
 class Ring {
   public:
-    /// How the two forms of a filter tell inside from outside.
+    /// How the two forms of a filter distinguish inside and outside.
     enum class Inside {
         bySquares,  ///< between the truncated squares of the ring's inner and outer radius
         byProfile   ///< wherever the profile has a gain
@@ -52,7 +52,7 @@ class Ring {
         long firstBegin, firstEnd, secondBegin, secondEnd;
     };
 
-    /// Prepares the gains of the rows at this distance from DC and tells which columns have one.
+    /// Prepares the gains of the rows at this distance from DC; returns which columns have one.
     Runs prepareLine(long rowDistance);
 
     /// The gains of the prepared line by column.

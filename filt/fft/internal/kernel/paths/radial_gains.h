@@ -25,7 +25,8 @@ class RadialGains {
     }
 
   private:
-    // The zero behind the profile's last gain stands for all beyond it; a NaN finds the first gain.
+    // All beyond the profile finds the float behind its last gain: a zero, or what a loaded
+    // response has there. A NaN finds the first gain.
     static void positions(const RadialProfile& profile, double rowTerm, int first, int count,
                           std::int64_t* index) {
         const double radius = profile.radius, perBin = profile.samplesPerBin;
