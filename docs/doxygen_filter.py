@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Tells Doxygen what the headers leave to the reader: the first line says what the file is, a doc
+"""Gives Doxygen what the headers leave to the reader: the first line says what the file is, a doc
 comment covers all declarations below it up to the next blank line, copying copies, moving moves, and
 a macro declares what it declares."""
 

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Tells whether each place where the libraries allocate was made to fail.
+"""Checks whether each place where the libraries allocate was made to fail.
 
     check_sites.py <faults_test> <object files of the libraries>
 
