@@ -57,7 +57,7 @@ bool leavesNothing(long image, long plane, long margin, mvBorder border) {
     return margin >= plane - margin && mvi::needsTiles(image, plane, margin, border);
 }
 
-// Reaches are cut to what leaves half the plane, so that given margins alone can be wrong.
+// Reaches are cut to what leaves half the plane, so that only given margins can be wrong.
 void requireMargin(const mv_PelBuffer& image, mvPair<long> plane, bool isKnown,
                    const Options& options) {
     const mvPair<long> margin = options.margin;
@@ -80,7 +80,7 @@ void requireOutputSize(const mv_PelBuffer& image, const mv_PelBuffer& out) {
     }
 }
 
-// Whether it takes the filter's reach to know how an axis is cut: an image filter's costs a
+// Whether the filter's reach is needed to know how an axis is cut. An image filter's reach costs a
 // transform.
 bool needsReach(long image, long plane, long margin, mvBorder border) {
     return margin == -1 && mvi::needsTiles(image, plane, plane / 4, border);

@@ -29,9 +29,9 @@ struct mvFilterImageOptions {
     /// takes the filter's reach, but at most a quarter of the plane.
     mvPair<long> margin{-1, -1};
 
-    /// How many threads work on the tiles, the calling one among them. The others live during the
-    /// call only. The number changes nothing in the result; there are never more threads than
-    /// tiles, and fewer than asked for where the system gives no more.
+    /// How many threads work on the tiles, the calling one included. The others end with the call.
+    /// The number changes nothing in the result. There are never more threads than tiles, and fewer
+    /// than asked for when the system gives no more.
     int threads = 1;
 };
 
@@ -42,14 +42,18 @@ struct mvFilterImageOptions {
 /// Makes `out` the filtered image: forward transform, filter and inverse transform in one call, for
 /// images of any size and with the same bits as the three calls.
 ///
-/// The filter's own plane of S = (W, H) pels decides how an image is cut; mfFilterPlane tells it.
-/// Along each axis, for itself, the image lies in one plane where it fits: always at position 0,
-/// and with the border `mirror` only with room for a margin at either end. There the image fades
-/// over what is left of the plane from its mirror image at one end into that at the other: position
-/// i beyond n pels holds the blend of pel 2 n - 1 - i and pel S - 1 - i with the weight (i - n +
-/// 0.5) / (S - n), first along x, then along y, rounded to the nearest for integer pels. A longer
-/// axis is cut into tiles of S less two margins, filtered with the image around them; beyond the
-/// image stand zeros, or its mirror image as often as needed, each edge pel twice.
+/// The filter's plane (mfFilterPlane) decides how an image is cut, along each axis by itself. Let n
+/// be the side of the image and S that of the plane.
+/// - *One plane.* Where the image fits, it lies in one plane, at position 0. With the border
+/// `mirror`
+///   there must also be room for a margin at either end; the rest of the plane then fades from the
+///   mirror image at the image's end into that at its begin. Position i, from n on, is the blend of
+///   pel 2 n - 1 - i and pel S - 1 - i, the latter with the weight (i - n + 0.5) / (S - n): first
+///   along x, then along y, then rounded to the nearest for integer pels.
+/// - *Tiles.* A longer image is cut into tiles of S less two margins. Each is filtered with the
+/// image
+///   around it; beyond the image stand zeros, or its mirror image as often as needed, each edge pel
+///   twice.
 ///
 /// A filter class of the caller's own has no plane: along each axis the plane is the smallest power
 /// of two that holds the image, with `mirror` and an eighth of it at either end, and there are no
@@ -73,10 +77,10 @@ struct mvFilterImageOptions {
 /// - mvFrequencyDefs::InvalidSize for a bound output of another size.
 ///
 /// Then what a failing poll throws, and what `apply` throws. The calling thread asks its attention
-/// handler at least as often as the three calls would for the tiles that it works on, the first one
-/// among them; other threads ask nothing. What is thrown anywhere stops all threads before it
-/// leaves the call. An unbound output then stays unbound; pels of a bound one may have been
-/// written.
+/// handler at least as often as the three calls would for the tiles that it works on; the first
+/// tile is one of them. Other threads ask nothing. Whatever is thrown on any thread stops all of
+/// them, and then leaves the call. An unbound output then stays unbound; pels of a bound one may
+/// have been written.
 ///
 /// Needs the memory of one tile for each thread; with `rescale` a float for each pel of the result;
 /// a copy of the input when there are several tiles and the output shares its pels.

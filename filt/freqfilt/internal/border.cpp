@@ -106,8 +106,8 @@ const T* TileImage<T>::zeroPaddedRow(long y, T* to) const {
     return to;
 }
 
-// The image goes on beyond its last pel as its mirror image, and ends at the plane's end as it
-// would before its first pel.
+// Beyond its last pel the image goes on as its mirror image; the plane's end is what would stand
+// before its first pel.
 template <class T>
 typename TileImage<T>::Spread TileImage<T>::spread(const T* pels, long slot) {
     const long size = plan_.x.image;

@@ -34,8 +34,8 @@ T roundedPel(double value) {
 
 /// The image that fills a tile's plane, row by row: pels of the picture, and its border.
 ///
-/// Nothing is laid out as a whole: a row is made of at most two rows of the picture when it is
-/// asked for. Each thread has an object of its own.
+/// The image is never in memory as a whole: a row is made from at most two rows of the picture when
+/// it is asked for. Each thread has an object of its own.
 template <class T>
 class TileImage {
   public:

@@ -11,7 +11,7 @@ namespace mvi {
 /// other filters. Throws mvFrequencyDefs::Uninitialized for one without response.
 std::optional<mvPair<long>> planeOf(const mvFrequencyFilter& filter);
 
-/// What mfFilterReach tells.
+/// What mfFilterReach answers.
 mvPair<long> reachOf(const mvFrequencyFilter& filter);
 
 }  // namespace mvi

@@ -39,11 +39,11 @@ class TileWork {
     ~TileWork() = default;
 };
 
-/// Runs the work for the tiles 0 .. `tiles` - 1 on up to `threads` threads, the calling one among
-/// them: it does tile 0 at least. Returns when all threads have ended.
+/// Runs the work for the tiles 0 .. `tiles` - 1 on up to `threads` threads, the calling one
+/// included: it does at least tile 0. Returns when all threads have ended.
 ///
-/// What is thrown on any thread stops the others at their next tile or attention poll; what the
-/// calling thread throws goes before what others throw.
+/// An exception on any thread stops the others at their next tile or attention poll. When there are
+/// several, that of the calling thread leaves the call.
 void shareTiles(long tiles, int threads, TileWork& work);
 
 }  // namespace mvi

@@ -24,7 +24,7 @@ long rowsLeft(const SpectrumGains& gains) {
 
 }  // namespace
 
-// One block holds everything: allocators keep it from call to call, and give several back.
+// All memory is one block: allocators keep one from call to call, but give several back.
 FilteredPlane::FilteredPlane(const SpectrumGains& gains, const KernelPath& path)
     : gains_(gains), path_(path), columnRows_(static_cast<std::size_t>(gains.size().y)) {
     const mvPair<long> size = gains.size();
@@ -75,7 +75,7 @@ void FilteredPlane::filter(long filled) {
             gains_.hasMirrored() ? mirrored_.first + mirrored_.pitch * panel : nullptr, mirrored,
             scratch_);
     }
-    // Columns that no gain leaves, two transpositions and the mirrored half.
+    // The polls of the columns that no gain leaves, of two transpositions and of the mirrored half.
     pollLines(0, gains_.size().x / 2 + 1);
     for (int i = 0; i < 3; ++i) pollAttention();
 }

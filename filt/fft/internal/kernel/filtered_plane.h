@@ -14,9 +14,9 @@ namespace mvi {
 /// What a tile of a picture becomes: the magnitudes, bit for bit, that the forward transform of the
 /// tile's pels, the gains and the inverse transform give.
 ///
-/// Rows of pels go to panels of the few columns that the gains leave, those to the few rows, and
-/// these to finished columns: nothing else of the plane is computed or has memory. The sign of a
-/// zero may differ on the way, which no magnitude shows.
+/// Rows of pels become panels of the few columns that the gains leave, these become the few rows
+/// that they leave, and these become finished columns. Nothing else of the plane is computed or
+/// takes memory. The sign of a zero may differ on the way, which no magnitude shows.
 class FilteredPlane {
   public:
     /// For a width of 4 and more; `gains` outlive the object.

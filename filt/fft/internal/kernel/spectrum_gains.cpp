@@ -48,8 +48,8 @@ void SpectrumGains::enterBoth(long y, const std::vector<float>& direct,
     mirrored_[static_cast<std::size_t>(y)] = add(mirrored);
 }
 
-// A row of the plane holds the direct values of one row and the mirrored ones of the row opposite:
-// where only one of them is left, the other is cleared, not dropped.
+// A row of the plane holds the direct values of one row and the mirrored ones of the row opposite.
+// Where only one of the two is left, the gains of the other are zeros.
 void SpectrumGains::finish() {
     const auto cleared = static_cast<std::int32_t>(gains_.size());
     gains_.insert(gains_.end(), static_cast<std::size_t>(columns_ + kMostLanes), kClearedGain);
