@@ -40,7 +40,6 @@ void PlanelessTile<T>::compute(TileImage<T>& image, const TileOutput<P>& out) {
 }
 
 #define MVFREQ_COMPUTE_OF(T)                                                                   \
-    template class PlanelessTile<T>;                                                           \
     template void PlanelessTile<T>::compute(TileImage<T>&, const TileOutput<unsigned char>&);  \
     template void PlanelessTile<T>::compute(TileImage<T>&, const TileOutput<unsigned short>&); \
     template void PlanelessTile<T>::compute(TileImage<T>&, const TileOutput<double>&);         \

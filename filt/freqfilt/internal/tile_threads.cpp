@@ -29,9 +29,9 @@ class Helpers {
 
     // Fewer than `count` when the system gives no more.
     void start(long count) {
-        threads_.reserve(static_cast<std::size_t>(count));
+        threads_.resize(static_cast<std::size_t>(count));
         try {
-            for (long i = 0; i < count; ++i) threads_.emplace_back([this] { help(); });
+            for (std::thread& thread : threads_) thread = std::thread([this] { help(); });
         } catch (const std::system_error&) {
         }
     }

@@ -3,6 +3,7 @@
 #include "campaigns/faults/allocation_faults.h"
 
 #include <cstdlib>
+#include <mutex>
 #include <new>
 #include <unordered_set>
 
@@ -23,7 +24,9 @@ void __wrap_free(void* block);
 
 namespace {
 
-bool armed = false;
+// Only the thread that asked for faults meets them; the ledger is everybody's.
+thread_local bool armed = false;
+std::mutex guard;
 long failing = 0;
 long allocations = 0;
 faults::Extent reach = faults::Extent::kOnlyThis;
@@ -64,18 +67,27 @@ bool failsNow(void* site) {
     const long number = ++allocations;
     if (failing == 0) return false;
     if (reach == faults::Extent::kOnlyThis ? number != failing : number < failing) return false;
+    const std::lock_guard lock(guard);
     sites().insert(site);
     return true;
 }
 
 void* noted(void* block) {
-    if (block != nullptr) ledger().insert(block);
+    if (block == nullptr) return block;
+    const std::lock_guard lock(guard);
+    ledger().insert(block);
     return block;
+}
+
+// Before the block is given back: from then on another thread may get it.
+void forget(void* block) noexcept {
+    const std::lock_guard lock(guard);
+    ledger().erase(block);
 }
 
 void release(void* block) noexcept {
     if (block == nullptr) return;
-    ledger().erase(block);
+    forget(block);
     __real_free(block);
 }
 
@@ -108,7 +120,7 @@ void* __wrap_calloc(std::size_t count, std::size_t size) {
 }
 void* __wrap_realloc(void* block, std::size_t size) {
     if (failsNow(__builtin_return_address(0))) return nullptr;
-    ledger().erase(block);
+    forget(block);
     return noted(__real_realloc(block, size));
 }
 void* __wrap_aligned_alloc(std::size_t alignment, std::size_t size) {
@@ -187,6 +199,7 @@ long AllocationFaults::count() const {
 }
 
 std::size_t liveBlocks() {
+    const std::lock_guard lock(guard);
     return ledger().size();
 }
 

@@ -10,7 +10,7 @@ namespace faults {
 enum class Extent { kOnlyThis, kThisAndLater };
 
 /// While it lives, allocations are counted from 1 on and the one numbered `failAt` fails; none for
-/// 0. One at a time, in one thread.
+/// 0. One at a time; only the allocations of the thread that made it count.
 class AllocationFaults {
   public:
     AllocationFaults(long failAt, Extent extent);

@@ -204,6 +204,7 @@ INSTANTIATE_TEST_SUITE_P(All, Faults,
                          testing::Values(Group{"Buffers", faults::bufferOperations},
                                          Group{"Transforms", faults::transformOperations},
                                          Group{"Filters", faults::filterOperations},
+                                         Group{"Pictures", faults::pictureOperations},
                                          Group{"Base", faults::baseOperations}),
                          [](const auto& param) { return std::string(param.param.name); });
 

@@ -22,6 +22,7 @@ struct Operation {
 std::vector<Operation> bufferOperations();
 std::vector<Operation> transformOperations();
 std::vector<Operation> filterOperations();
+std::vector<Operation> pictureOperations();
 std::vector<Operation> baseOperations();
 
 }  // namespace faults

@@ -3,6 +3,7 @@
 #include <filt/fft/internal/kernel/spectrum_gains.h>
 
 #include <algorithm>
+#include <cstddef>
 
 namespace mvi {
 
@@ -32,8 +33,8 @@ std::int32_t SpectrumGains::add(const std::vector<float>& row) {
     begin_ = std::min(begin_, static_cast<long>(first - row.begin()));
     end_ = std::max(end_, static_cast<long>(last - row.begin()));
     const std::size_t at = gains_.size();
-    gains_.insert(gains_.end(), row.begin(), row.end());
-    gains_.insert(gains_.end(), kMostLanes, kClearedGain);
+    gains_.resize(at + row.size() + kMostLanes, kClearedGain);
+    std::copy(row.begin(), row.end(), gains_.begin() + static_cast<std::ptrdiff_t>(at));
     return static_cast<std::int32_t>(at);
 }
 
@@ -52,7 +53,7 @@ void SpectrumGains::enterBoth(long y, const std::vector<float>& direct,
 // Where only one of the two is left, the gains of the other are zeros.
 void SpectrumGains::finish() {
     const auto cleared = static_cast<std::int32_t>(gains_.size());
-    gains_.insert(gains_.end(), static_cast<std::size_t>(columns_ + kMostLanes), kClearedGain);
+    gains_.resize(gains_.size() + static_cast<std::size_t>(columns_ + kMostLanes), kClearedGain);
     for (std::size_t y = 0; y < direct_.size(); ++y) {
         if (hasMirrored()) {
             std::int32_t& other = mirrored_[opposite(y)];
