@@ -1,9 +1,12 @@
 // Matrices of the plane.
 #include <base/exception.h>
 #include <base/matrix.h>
+#include <internal/product.h>
 
 #include <cmath>
 #include <utility>
+
+using mvi::product;
 
 mvMatrix<2>::mvMatrix(double xScale, double yScale, mvRadian skew, mvRadian rotation) noexcept {
     const double r = rotation.toDouble();
@@ -28,9 +31,9 @@ mvMatrix<2> mvMatrix<2>::inverse() const {
     const int p = std::abs(e_[1][0]) > std::abs(e_[0][0]) ? 1 : 0;
     const double a = e_[p][0], b = e_[p][1], c = e_[1 - p][0], d = e_[1 - p][1];
     const double factor = c / a;
-    const double rest = d - factor * b;
+    const double rest = d - product(factor, b);
     double lower[2] = {0 - factor / rest, 1 / rest};
-    double upper[2] = {(1 - b * lower[0]) / a, (0 - b * lower[1]) / a};
+    double upper[2] = {(1 - product(b, lower[0])) / a, (0 - product(b, lower[1])) / a};
     if (p == 1) {
         std::swap(lower[0], lower[1]);
         std::swap(upper[0], upper[1]);
@@ -48,5 +51,6 @@ mvMatrix<2> mvMatrix<2>::operator*(const mvMatrix& right) const noexcept {
 }
 
 mvVector<2> mvMatrix<2>::operator*(const mvVector<2>& v) const noexcept {
-    return {e_[0][0] * v.x() + e_[0][1] * v.y(), e_[1][0] * v.x() + e_[1][1] * v.y()};
+    return {product(e_[0][0], v.x()) + product(e_[0][1], v.y()),
+            product(e_[1][0], v.x()) + product(e_[1][1], v.y())};
 }

@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
-# Builds the program of the digests with each compiler at each level of optimisation, and for AArch64
-# under emulation, and compares what it prints with the digests of the tree.
+# Builds the program of the digests with each compiler at each level of optimisation and with flags
+# that users add, and for AArch64 under emulation. Compares what it prints with the digests of the
+# tree, and looks through its machine code for products fused with sums.
 #
 #     scripts/digests.sh                    all of them
 #     scripts/digests.sh aarch64            those whose name has this in it
@@ -12,25 +13,61 @@ wanted=${1:-}
 mkdir -p build/digests
 failed=0
 
-# compare <name> <level> <arguments for cmake>
+# What a processor of x86-64 must have to run what was built with these flags.
+needed() {
+    case $1 in
+    *x86-64-v3*) echo fma ;;
+    *x86-64-v4*) echo avx512vl ;;
+    esac
+}
+
+hasInstructions() {
+    local instructions
+    instructions=$(needed "$1")
+    [[ -z $instructions ]] || grep --quiet --word-regexp "$instructions" /proc/cpuinfo
+}
+
+checkMachineCode() {
+    local objdump
+    objdump=$(sed -n 's/^CMAKE_OBJDUMP:FILEPATH=//p' "$1/CMakeCache.txt")
+    tests/campaigns/interface/check_contraction.py \
+        "$1/tests/campaigns/digests/results_digest" "$objdump"
+}
+
+# compare <name> <flags> <arguments for cmake>
 compare() {
-    local name="$1 $2" folder="build/digests/$1$2" begin=$SECONDS verdict=equal
+    local name="$1 $2" folder="build/digests/$1${2// /}" begin=$SECONDS verdict=equal
     if [[ $name != *$wanted* ]]; then return; fi
     {
         cmake -S . -B "$folder" -G Ninja -DCMAKE_BUILD_TYPE=Release -DCMAKE_CXX_FLAGS_RELEASE="$2" \
             -DMVFREQ_BUILD_TOOLS=OFF "${@:3}" &&
             cmake --build "$folder" --target results_digest &&
-            ctest --test-dir "$folder" -R '^Results\.' --output-on-failure --no-tests=error
+            checkMachineCode "$folder" &&
+            if hasInstructions "$2"; then
+                ctest --test-dir "$folder" -R '^Results.HaveTheDigestsOfTheTree$' \
+                    --output-on-failure --no-tests=error
+            else
+                verdict="not run"
+            fi
     } >"$folder.log" 2>&1 || verdict=DIFFERENT
-    printf '%-28s %-9s %4d s\n' "$name" "$verdict" $((SECONDS - begin))
-    if [[ $verdict != equal ]]; then
+    printf '%-46s %-9s %4d s\n' "$name" "$verdict" $((SECONDS - begin))
+    if [[ $verdict == DIFFERENT ]]; then
         cat "$folder.log"
         failed=1
     fi
 }
 
-for level in -O0 -O1 -O2 -O3; do
-    for compiler in g++ clang++; do compare "$compiler" "$level" -DCMAKE_CXX_COMPILER="$compiler"; done
-    compare aarch64-linux-gnu-g++ "$level" -DCMAKE_TOOLCHAIN_FILE=cmake/toolchains/aarch64.cmake
+levels=(-O0 -O1 -O2 -O3)
+additions=("-O3 -march=x86-64-v3" "-O3 -march=x86-64-v4" "-O3 -march=native" "-O3 -funroll-loops"
+    "-O2 -D_GLIBCXX_ASSERTIONS" "-O3 -flto")
+processors=("-O3 -march=armv8.3-a" "-O3 -march=armv9-a")
+
+for compiler in g++ clang++; do
+    for flags in "${levels[@]}" "${additions[@]}"; do
+        compare "$compiler" "$flags" -DCMAKE_CXX_COMPILER="$compiler"
+    done
+done
+for flags in "${levels[@]}" "${processors[@]}"; do
+    compare aarch64-linux-gnu-g++ "$flags" -DCMAKE_TOOLCHAIN_FILE=cmake/toolchains/aarch64.cmake
 done
 exit "$failed"

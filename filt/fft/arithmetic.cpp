@@ -1,6 +1,7 @@
 // Element-wise arithmetic of frequency buffers.
 #include <filt/fft/arithmetic.h>
 #include <filt/fft/internal/buffer_access.h>
+#include <internal/product.h>
 
 #include <cstddef>
 
@@ -26,7 +27,8 @@ struct Difference {
 struct Product {
     static constexpr const char* kSizeMessage = "Can only multiply equal-sized frequency buffers.";
     Complex operator()(Complex s, Complex d) const {
-        return {s.re * d.re - s.im * d.im, s.re * d.im + s.im * d.re};
+        return {mvi::product(s.re, d.re) - mvi::product(s.im, d.im),
+                mvi::product(s.re, d.im) + mvi::product(s.im, d.re)};
     }
 };
 

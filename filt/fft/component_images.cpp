@@ -1,5 +1,6 @@
 // The planes of real parts, imaginary parts, magnitudes and phases as images.
 #include <filt/fft/frequency_buffer.h>
+#include <internal/product.h>
 
 #include <cmath>
 
@@ -41,8 +42,9 @@ mvPelBuffer<double> mvFrequencyBuffer::getImaginaryImage(bool centred) const {
 
 mvPelBuffer<double> mvFrequencyBuffer::getMagnitudeImage(bool centred) const {
     requireFrequencies();
-    return componentImage(data_, width_, height_, centred,
-                          [](float re, float im) { return std::sqrt(re * re + im * im); });
+    return componentImage(data_, width_, height_, centred, [](float re, float im) {
+        return std::sqrt(mvi::product(re, re) + mvi::product(im, im));
+    });
 }
 
 mvPelBuffer<double> mvFrequencyBuffer::getPhaseImage(bool centred) const {

@@ -8,6 +8,7 @@
 #include <filt/fft/internal/quadrant.h>
 #include <filt/fft/internal/spatial_plane.h>
 #include <filt/fft/transforms.h>
+#include <internal/product.h>
 
 #include <limits>
 #include <type_traits>

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <filt/fft/internal/kernel/path.h>
+#include <internal/product.h>
 
 #include <cmath>
 
@@ -10,8 +11,8 @@ namespace mvi {
 /// pel = (magnitude - low) * factor, magnitudes being scaled already.
 struct PelMap {
     PelMap(const SquareRange& range, float scale, float full)
-        : low(std::sqrt(range.least) * scale) {
-        const float high = std::sqrt(range.greatest) * scale;
+        : low(product(std::sqrt(range.least), scale)) {
+        const float high = product(std::sqrt(range.greatest), scale);
         factor = high == low ? full : full / (high - low);
     }
     float low, factor;

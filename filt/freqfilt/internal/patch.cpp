@@ -2,6 +2,7 @@
 #include <filt/fft/internal/integers.h>
 #include <filt/freqfilt/internal/patch.h>
 #include <filt/freqfilt/internal/support.h>
+#include <internal/product.h>
 
 #include <cmath>
 #include <vector>
@@ -17,7 +18,7 @@ struct LobeInBins {
           height(static_cast<double>(lobe.size.y)),
           aspect(height / width),
           sigma(width * lobe.sigma.x, width * lobe.sigma.y),
-          plateau(width * lobe.plateau.x, width * lobe.plateau.y),
+          plateau(product(width, lobe.plateau.x), product(width, lobe.plateau.y)),
           cosine(std::cos(lobe.angle.toDouble())),
           sine(std::sin(lobe.angle.toDouble())) {}
 
@@ -37,20 +38,22 @@ mvPair<std::int32_t> lobeSupport(const mvLobeParameters& lobe) {
     const LobeInBins bins(lobe);
     const double c = std::abs(bins.cosine), s = std::abs(bins.sine);
     const mvPair<double> sigma = bins.sigma, plateau = bins.plateau;
-    const double width = 8.0 * std::max(c * sigma.x, s * sigma.y) +
-                         2.0 * std::max(c * plateau.x, s * plateau.y) + 0.05 * bins.width;
-    const double height = 2.0 * std::max(c * plateau.y, s * plateau.x) * bins.aspect +
-                          8.0 * std::max(c * sigma.y, s * sigma.x) * bins.aspect +
-                          0.05 * bins.height;
+    const double width = product(8.0, std::max(c * sigma.x, s * sigma.y)) +
+                         product(2.0, std::max(c * plateau.x, s * plateau.y)) +
+                         product(0.05, bins.width);
+    const double height = product(2.0 * std::max(c * plateau.y, s * plateau.x), bins.aspect) +
+                          product(8.0 * std::max(c * sigma.y, s * sigma.x), bins.aspect) +
+                          product(0.05, bins.height);
     return {oddSide(width), oddSide(height)};
 }
 
 void fillLobePatch(const mvLobeParameters& lobe, bool complement, mvFilterResponse& patch) {
     const LobeInBins bins(lobe);
     const double distance = bins.width * lobe.frequency;
-    const double fx = subBin(bins.cosine * distance + static_cast<double>(lobe.size.x >> 1));
+    const double fx =
+        subBin(product(bins.cosine, distance) + static_cast<double>(lobe.size.x >> 1));
     const double fy =
-        subBin(bins.sine * distance * bins.aspect + static_cast<double>(lobe.size.y >> 1));
+        subBin(product(bins.sine * distance, bins.aspect) + static_cast<double>(lobe.size.y >> 1));
     const double kx = 1.0 / (-2.0 * bins.sigma.x * bins.sigma.x);
     const double ky = 1.0 / (-2.0 * bins.sigma.y * bins.sigma.y);
     const mvXform<2> turn(mvMatrix<2>(1.0, 1.0, mvRadian(0.0), -lobe.angle), mvVector<2>(0.0, 0.0));
@@ -63,7 +66,7 @@ void fillLobePatch(const mvLobeParameters& lobe, bool complement, mvFilterRespon
             const mvVector<2> inLobe = turn * mvVector<2>(static_cast<double>(i) - fx, y);
             const double du = std::max(std::abs(inLobe.x()) - bins.plateau.x, 0.0);
             const double dv = std::max(std::abs(inLobe.y()) - bins.plateau.y, 0.0);
-            const double falloff = std::exp(dv * dv * ky + du * du * kx);
+            const double falloff = std::exp(product(dv * dv, ky) + product(du * du, kx));
             *gain++ = static_cast<float>(complement ? 1.0 - falloff : falloff);
         }
     }

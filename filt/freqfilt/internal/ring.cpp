@@ -2,6 +2,7 @@
 #include <filt/fft/internal/integers.h>
 #include <filt/freqfilt/internal/ring.h>
 #include <filt/freqfilt/internal/support.h>
+#include <internal/product.h>
 
 #include <algorithm>
 #include <cmath>
@@ -10,19 +11,20 @@ namespace mvi {
 
 std::int32_t ringSupport(const mvRingParameters& ring) {
     const auto width = static_cast<double>(ring.size.x);
-    return oddSide(width * ring.sigma * 4.0 + width * ring.plateau + width * 0.05);
+    return oddSide(product(width * ring.sigma, 4.0) + product(width, ring.plateau) +
+                   product(width, 0.05));
 }
 
 void fillRingProfile(const mvRingParameters& ring, bool complement, mvFilterResponse& profile) {
     const auto width = static_cast<double>(ring.size.x);
     const double sigmaBins = width * ring.sigma;
-    const double plateauBins = width * ring.plateau;
+    const double plateauBins = product(width, ring.plateau);
     const double divisor = -2.0 * (sigmaBins * sigmaBins);
     const double c = divisor == 0.0 ? 0.0 : 1.0 / divisor;
     float* gain = profile.data();
     float* const end = gain + profile.size();
     for (double i = 0.0; gain != end; ++gain, ++i) {
-        const double d = std::max(i * 0.03125 - plateauBins, 0.0);
+        const double d = std::max(product(i, 0.03125) - plateauBins, 0.0);
         const double falloff = std::exp(d * d * c);
         *gain = static_cast<float>(complement ? 1.0 - falloff : falloff);
     }
@@ -40,7 +42,7 @@ Ring::Ring(const mvRingParameters& ring, const mvFilterResponse& profile, Inside
                 static_cast<double>(static_cast<float>(profile.height()))};
     const double aspect = static_cast<double>(height_) * (1.0 / static_cast<double>(width_));
     rowScale_ = 1.0 / (aspect * aspect);
-    rowLimit_ = truncate<std::int32_t>(static_cast<double>(radius_) * aspect +
+    rowLimit_ = truncate<std::int32_t>(product(static_cast<double>(radius_), aspect) +
                                        static_cast<double>(profile.width()));
     const auto support = static_cast<float>(profile.width());
     const float outer = support + radius_;

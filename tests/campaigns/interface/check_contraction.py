@@ -1,29 +1,52 @@
 #!/usr/bin/env python3
-"""Fails when a library has instructions that multiply and add with one rounding.
+"""Fails when machine code has instructions that multiply and add with one rounding.
 
-    check_contraction.py <library>
+    check_contraction.py <library or program> [<objdump>]
 
-Results would depend on the compiler and on the instruction set. The option against it stands in
-cmake/options.cmake; g++ 12 vectorises some loops over pairs of floats to such instructions in spite
-of it.
+Results would depend on the compiler and on the instruction set. internal/product.h says what is done
+against it. It knows the instructions of x86 and of AArch64; of other machines it can say nothing, and
+exits with 77.
 """
 import re
 import subprocess
 import sys
 
-# x86: vfmadd231ps, vfmsubadd132ps ...; AArch64: fmadd, fmla, fmls ...
-FUSED = re.compile(r"\t(v?fn?m(?:add|sub)\w*|fml[as]\w*)\s")
+SKIPPED = 77
+
+# By the formats of objdump: the instructions that fuse, and those of plain products.
+MACHINES = {
+    # vfmadd231ps, vfnmsub132sd, vfmaddsub213ps, FMA4's vfmaddps; mulps, vmulsd
+    "elf64-x86-64": (r"v4?fn?m(?:add|sub)\w+", r"v?mul[ps][sd]"),
+    # fmadd, fnmsub; fmla, fmls, fmlal; SVE's fmad, fmsb, fnmla; fcmla of complex numbers; fmul
+    "elf64-littleaarch64": (r"fn?m(?:add|sub|la|ls|ad|sb)\w*|fcmla", r"fmul"),
+}
+
+
+def fused(lines, instructions):
+    """The instructions that fuse, each with its function."""
+    function, found = "", set()
+    for line in lines:
+        if line.endswith(">:"):
+            function = line.split("<", 1)[1][:-2]
+        elif match := instructions.search(line):
+            found.add(f"{match[1]} in {function}")
+    return found
 
 
 def main():
-    code = subprocess.run(["objdump", "-d", "--no-show-raw-insn", sys.argv[1]], check=True,
+    objdump = sys.argv[2] if len(sys.argv) > 2 else "objdump"
+    code = subprocess.run([objdump, "-d", "--no-show-raw-insn", sys.argv[1]], check=True,
                           capture_output=True, text=True).stdout
-    function, found = "", set()
-    for line in code.splitlines():
-        if line.endswith(">:"):
-            function = line.split("<", 1)[1][:-2]
-        elif match := FUSED.search(line):
-            found.add(f"{match[1]} in {function}")
+    machine = re.search(r"file format (\S+)", code)[1]
+    if machine not in MACHINES:
+        print(f"skipped: the instructions of {machine} are not known")
+        return SKIPPED
+    of_sums, of_products = (re.compile(rf"\t({pattern})\s") for pattern in MACHINES[machine])
+    lines = code.splitlines()
+    if not any(map(of_products.search, lines)):
+        print("no product was found: this is not the code that was meant")
+        return 1
+    found = fused(lines, of_sums)
     print("\n".join(sorted(found)) or "nothing is fused")
     return 1 if found else 0
 

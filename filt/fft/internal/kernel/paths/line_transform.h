@@ -1,15 +1,9 @@
 // One-dimensional transforms of many lines at once, one line per lane.
 #pragma once
 #include <filt/fft/internal/kernel/paths/twiddles.h>
+#include <internal/product.h>
 
 namespace mvi {
-
-// The programs are short and called everywhere; out of line they would run at half the speed.
-#if defined(__GNUC__)
-#define MVFREQ_ALWAYS_INLINE [[gnu::always_inline]] inline
-#else
-#define MVFREQ_ALWAYS_INLINE inline
-#endif
 
 /// One element of all lines.
 template <class V>
@@ -39,7 +33,8 @@ struct Elements {
 /// Every lane runs the very same operations in the same order as a single line would. Two stages go
 /// through the registers at once; blocks are finished depth first, while they are in the nearest
 /// cache; the last sweep stores each element under its natural index, so that no bit reversal is
-/// left to do.
+/// left to do. The steps are short and called everywhere; out of line they would run at half the
+/// speed.
 template <class V>
 class LineTransform {
   public:

@@ -3,6 +3,8 @@
 
 #include <filt/fft/internal/kernel/path.h>
 #include <filt/fft/internal/kernel/paths/vector.h>
+#include <internal/product.h>
+
 // Not <cmath>, which has inline functions: linkers keep one of each, whatever processor it is for.
 #include <math.h>  // NOLINT(modernize-deprecated-headers)
 
@@ -58,14 +60,16 @@ class Runs {
 
     template <class T>
     static void fromMagnitudes(const float* elements, long count, float scale, T* pels) {
-        for (long i = 0; i < count; ++i) pels[i] = toPel<T>(magnitude(elements + 2 * i) * scale);
+        for (long i = 0; i < count; ++i) {
+            pels[i] = toPel<T>(product(magnitude(elements + 2 * i), scale));
+        }
     }
 
     template <class T>
     static void fromMagnitudesMapped(const float* elements, long count, float scale, float low,
                                      float factor, T* pels) {
         for (long i = 0; i < count; ++i) {
-            pels[i] = toPel<T>((magnitude(elements + 2 * i) * scale - low) * factor);
+            pels[i] = toPel<T>(product(product(magnitude(elements + 2 * i), scale) - low, factor));
         }
     }
 
@@ -87,7 +91,7 @@ class Runs {
     static void fromSquaresMapped(const float* squares, long count, float scale, float low,
                                   float factor, T* pels) {
         for (long i = 0; i < count; ++i) {
-            pels[i] = toPel<T>((::sqrtf(squares[i]) * scale - low) * factor);
+            pels[i] = toPel<T>(product(product(::sqrtf(squares[i]), scale) - low, factor));
         }
     }
 
@@ -131,7 +135,7 @@ class Runs {
     static float smaller(float s, float least) { return s < least ? s : least; }
     static float larger(float s, float greatest) { return s > greatest ? s : greatest; }
 
-    static float square(const float* z) { return z[0] * z[0] + z[1] * z[1]; }
+    static float square(const float* z) { return product(z[0], z[0]) + product(z[1], z[1]); }
     static float magnitude(const float* z) { return ::sqrtf(square(z)); }
 
     // Half up, as if the half were added without rounding: twice the value is exact, and so are its

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <filt/fft/internal/kernel/path.h>
+#include <internal/product.h>
 // Not <cmath>, which has inline functions: linkers keep one of each, whatever processor it is for.
 #include <math.h>  // NOLINT(modernize-deprecated-headers)
 
@@ -33,7 +34,7 @@ class RadialGains {
         const auto last = static_cast<double>(profile.count);
         for (int i = 0; i < count; ++i) {
             const double x = first + i;
-            const double position = ::fabs((::sqrt(x * x + rowTerm) - radius) * perBin);
+            const double position = ::fabs((::sqrt(product(x, x) + rowTerm) - radius) * perBin);
             const double found = position == position ? position : 0.0;
             index[i] = static_cast<std::int64_t>(found < last ? found : last);
         }

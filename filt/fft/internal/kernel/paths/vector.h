@@ -4,6 +4,7 @@
 // translation units of different sets: all types, and through them all functions, differ.
 #pragma once
 
+#include <internal/product.h>
 // Not <cmath>, which has inline functions: linkers keep one of each, whatever processor it is for.
 #include <math.h>  // NOLINT(modernize-deprecated-headers)
 
@@ -62,11 +63,11 @@ struct PlainVector {
         return a;
     }
     friend PlainVector operator*(PlainVector a, float b) {
-        for (int i = 0; i < L; ++i) a.lane[i] *= b;
+        for (int i = 0; i < L; ++i) a.lane[i] = product(a.lane[i], b);
         return a;
     }
     friend PlainVector operator*(PlainVector a, PlainVector b) {
-        for (int i = 0; i < L; ++i) a.lane[i] *= b.lane[i];
+        for (int i = 0; i < L; ++i) a.lane[i] = product(a.lane[i], b.lane[i]);
         return a;
     }
     friend PlainVector operator-(PlainVector a) {
@@ -116,45 +117,19 @@ struct PlainVector {
 };
 
 /// One lane, for lines that fill no vector V.
-///
-/// It has a register to itself where that can be said: compilers vectorise loops over single
-/// floats, and some then fuse products with sums in spite of all options.
 template <class V>
 struct OneLane {
     static constexpr int kLanes = 1;
 
-#if defined(__GNUC__)
-    using Raw __attribute__((vector_size(16))) = float;
-    static OneLane load(const float* from) {
-        return {Raw{*from}};
-    }
-    void store(float* to) const {
-        *to = raw[0];
-    }
-#else
-    using Raw = float;
-    static OneLane load(const float* from) {
-        return {*from};
-    }
-    void store(float* to) const {
-        *to = raw;
-    }
-#endif
+    float raw;
 
-    Raw raw;
+    static OneLane load(const float* from) { return {*from}; }
+    void store(float* to) const { *to = raw; }
 
-    friend OneLane operator+(OneLane a, OneLane b) {
-        return {a.raw + b.raw};
-    }
-    friend OneLane operator-(OneLane a, OneLane b) {
-        return {a.raw - b.raw};
-    }
-    friend OneLane operator*(OneLane a, float b) {
-        return {a.raw * b};
-    }
-    friend OneLane operator-(OneLane a) {
-        return {-a.raw};
-    }
+    friend OneLane operator+(OneLane a, OneLane b) { return {a.raw + b.raw}; }
+    friend OneLane operator-(OneLane a, OneLane b) { return {a.raw - b.raw}; }
+    friend OneLane operator*(OneLane a, float b) { return {product(a.raw, b)}; }
+    friend OneLane operator-(OneLane a) { return {-a.raw}; }
 
     static void unzip(OneLane a, OneLane b, OneLane& first, OneLane& second) {
         first = a;
@@ -195,6 +170,7 @@ struct MachineVector {
 
     friend MachineVector operator+(MachineVector a, MachineVector b) { return {a.raw + b.raw}; }
     friend MachineVector operator-(MachineVector a, MachineVector b) { return {a.raw - b.raw}; }
+    // No product(): g++ makes patterns of scalars only, and takes a barrier's vector to pieces.
     friend MachineVector operator*(MachineVector a, float b) { return {a.raw * b}; }
     friend MachineVector operator*(MachineVector a, MachineVector b) { return {a.raw * b.raw}; }
     friend MachineVector operator-(MachineVector a) { return {-a.raw}; }
