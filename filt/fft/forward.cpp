@@ -6,6 +6,7 @@
 #include <filt/fft/transforms.h>
 
 #include <algorithm>
+#include <new>
 
 namespace {
 
@@ -104,12 +105,23 @@ void forward(const mvPelBuffer_const<T>& real, const mvPelBuffer_const<T>& imagi
 
 void mfForwardFFT(const mvFrequencyBuffer& src, mvFrequencyBuffer& dst) {
     Access::requireTransformable(src);
+    const bool computed = Access::inverseComputed(src);
+    const long masked = Access::masked(src);
     Access::takeShape(dst, src);
     Access::setInverseComputed(dst, false);
     Access::setMasked(dst, 0);
     const mvPair<long> size = planeSize(dst);
-    mvi::transformComplex(Access::data(src), Access::data(dst), size, mvi::Direction::forward,
-                          mvi::RowBand(size.y), size.x, nullptr);
+    try {
+        mvi::transformComplex(Access::data(src), Access::data(dst), size, mvi::Direction::forward,
+                              mvi::RowBand(size.y), size.x, nullptr);
+    } catch (const std::bad_alloc&) {
+        // The transform takes its memory first: in place, nothing was transformed.
+        if (&src == &dst) {
+            Access::setInverseComputed(dst, computed);
+            Access::setMasked(dst, masked);
+        }
+        throw;
+    }
 }
 
 #define MVFREQ_FORWARD_OF(Pel)                                                               \

@@ -20,7 +20,8 @@ struct BufferAccess;
 /// Throws mvArchive::UnknownVersion for a version above 1 and leaves the buffer unchanged; any
 /// later failure while loading leaves it without data. A plane that is said to be larger than the
 /// largest is loaded only with all its floats (mvArchive::BadValue otherwise); a shorter array is
-/// padded with zeros. Sides that are no powers of two load; transforms refuse them.
+/// padded with zeros. Sides that are no powers of two load; transforms refuse them. A side of 0
+/// makes a plane without elements, however long the other one is.
 MVFREQ_API mvArchive& operator||(mvArchive& ar, mvFrequencyBuffer& buffer);
 
 /// Stores a buffer that must not change. Throws mvArchive::BadValue when the archive is loading.

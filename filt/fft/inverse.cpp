@@ -5,13 +5,16 @@
 #include <filt/fft/internal/kernel/transform.h>
 #include <filt/fft/internal/output_image.h>
 #include <filt/fft/internal/pel_map.h>
+#include <filt/fft/internal/phase_images.h>
 #include <filt/fft/internal/quadrant.h>
 #include <filt/fft/internal/spatial_plane.h>
 #include <filt/fft/transforms.h>
 #include <internal/product.h>
 
 #include <limits>
+#include <optional>
 #include <type_traits>
+#include <utility>
 
 namespace {
 
@@ -64,12 +67,17 @@ void requirePelOutput(const mvFrequencyBuffer& buf) {
 
 // The angles that may accompany the magnitudes: made as by a call of their own.
 struct AngleOutput {
-    mvPelBuffer<double>* angle;
+    AngleOutput(const mvFrequencyBuffer& buf, mvPelBuffer<double>* out) {
+        if (out != nullptr) image.emplace(buf, *out);
+    }
+    std::optional<mvi::OutputImage<double>> image;
 
-    bool needsPlane() const { return angle != nullptr; }
+    bool needsPlane() const { return image.has_value(); }
     void visit(long, long, const float*, long) {}
     void write(const mvFrequencyBuffer& plane) {
-        if (angle != nullptr) mf_ComputeAngleImage(plane, *angle);
+        if (!image) return;
+        mvi::pollAttention();
+        mvi::makeAngleImage(plane, *image);
     }
     void wrap() {}
     void deliver() {}
@@ -78,12 +86,16 @@ struct AngleOutput {
 // The quadrants that accompany integer magnitudes: likewise.
 template <class T>
 struct QuadrantOutput {
-    QuadrantOutput(const mvFrequencyBuffer&, mvPelBuffer<unsigned char>& out) : quadrant(out) {}
-    mvPelBuffer<unsigned char>& quadrant;
+    QuadrantOutput(const mvFrequencyBuffer& buf, mvPelBuffer<unsigned char>& out)
+        : image(buf, out) {}
+    mvi::OutputImage<unsigned char> image;
 
     static bool needsPlane() { return true; }
     void visit(long, long, const float*, long) {}
-    void write(const mvFrequencyBuffer& plane) { mf_ComputeQuadrantImage(plane, quadrant); }
+    void write(const mvFrequencyBuffer& plane) {
+        mvi::pollAttention();
+        mvi::makeQuadrantImage(plane, image);
+    }
     void wrap() {}
     void deliver() {}
 };
@@ -144,6 +156,12 @@ void inverseToMagnitudes(mvFrequencyBuffer& buf, mvPelBuffer<T>& out, SecondOutp
     second.deliver();
 }
 
+// Whether assigning `src` to `dst` takes no memory.
+bool samePlane(const mvFrequencyBuffer& src, const mvFrequencyBuffer& dst) {
+    return Access::data(dst) != nullptr && Access::width(dst) == Access::width(src) &&
+           Access::height(dst) == Access::height(src);
+}
+
 // A call that is told to keep the buffer changes nothing in it.
 mvFrequencyBuffer& kept(const mvFrequencyBuffer& buf) {
     return const_cast<mvFrequencyBuffer&>(buf);
@@ -155,12 +173,18 @@ void mfInverseFFT(mvFrequencyBuffer& src, mvFrequencyBuffer& dst, bool destroy) 
     Access::requireTransformable(src);
     const bool computed = Access::inverseComputed(src);
     const bool inPlace = computed || destroy;
-    if (!inPlace) Access::takeShape(dst, src);
+    // In place, the memory of a larger result is taken before the frequencies are overwritten, and
+    // the destination stays as it is until they are transformed.
+    mvFrequencyBuffer fresh;
+    const bool isFresh = inPlace && !samePlane(src, dst);
+    mvFrequencyBuffer& result = isFresh ? fresh : dst;
+    if (isFresh || !inPlace) Access::takeShape(result, src);
     if (!computed) {
-        float* const plane = Access::data(inPlace ? src : dst);
+        float* const plane = Access::data(inPlace ? src : result);
         mvi::transformToSpace(src, plane, Access::width(src), nullptr);
     }
-    if (inPlace) dst = src;
+    if (inPlace) result = src;
+    if (isFresh) dst = std::move(fresh);
     Access::setInverseComputed(dst, false);
     Access::setMasked(dst, 0);
     if (inPlace && !Access::inverseComputed(src)) Access::setInverseComputed(src, true);
@@ -240,7 +264,7 @@ void mfInverseFFTQuadrant(const mvFrequencyBuffer& buf, mvPelBuffer<T>& out,
     void mf_InverseFFT(mvFrequencyBuffer& buf, mvPelBuffer<Pel>& out, mvPelBuffer<double>* angle, \
                        bool rescale, bool destroy) {                                              \
         requirePelOutput(buf);                                                                    \
-        inverseToMagnitudes(buf, out, AngleOutput{angle}, rescale, destroy);                      \
+        inverseToMagnitudes(buf, out, AngleOutput(buf, angle), rescale, destroy);                 \
     }                                                                                             \
     void mf_InverseFFT(mvFrequencyBuffer& buf, mvPelBuffer<Pel>& out,                             \
                        mvPelBuffer<unsigned char>& quadrant, bool rescale, bool destroy) {        \

@@ -9,6 +9,7 @@
 /// True for the types of pel that images are transformed from and to: unsigned char, unsigned short
 /// and double.
 template <class T>
+// NOLINTNEXTLINE(readability-identifier-naming): what callers may name begins with mv.
 inline constexpr bool mvIsTransformPel =
     std::is_same_v<T, unsigned char> || std::is_same_v<T, unsigned short> ||
     std::is_same_v<T, double>;

@@ -13,8 +13,21 @@
 ///
 /// All of them poll the calling thread's attention handler, before every 16 rows and every 64
 /// columns that they transform; the conversion to pels that follows an inverse has one poll at its
-/// begin. What a failing poll throws leaves the destination, or a source that is transformed in
-/// place, with a partly transformed plane that must be filled again.
+/// begin.
+///
+/// What a call that fails leaves behind:
+/// - A check that fails changes nothing.
+/// - Memory that runs out (std::bad_alloc) changes no source and no image. A source that was to be
+///   transformed in place keeps its plane and its state; all memory is taken before that.
+/// - A poll that fails leaves images of the caller's as they were or with any pels; one that was
+///   not bound may be bound. A source that is transformed in place is left partly or as a whole
+///   transformed, and in its former state all the same: fill it again. Behind the place where an
+///   inverse marks it as overwritten are only the polls of the copies that place magnitudes, or
+///   quadrants beside doubles, of an image with an offset; after these it is marked, and another
+///   inverse gives the pels.
+/// - Both may leave a buffer that is a destination with a plane of the new size that is partly made
+///   and counts as frequencies: fill it again. An inverse in place fills its destination last and
+///   leaves it as it was.
 ///
 /// Buffers with sides that are no powers of two, or above 2048, can come out of an archive; every
 /// transform of one throws mvFrequencyDefs::InvalidSize, "Size must be a power of 2.", right after

@@ -22,7 +22,8 @@ void mvFrequencyFilterBandReject::apply(mvFrequencyBuffer& buf) const {
     mvi::requireApplicable(buf, response_, parameters_.size);
     mvi::Ring ring(parameters_, response_, mvi::Ring::Inside::bySquares);
     mvi::requireList(parameters_.dcRadius);
-    const mvi::DcSquare dcSquare(buf, parameters_.dcRadius);
+    mvi::DcSquare dcSquare(buf, parameters_.dcRadius);
+    dcSquare.save(buf);
     maskFrequencyBuffer(buf, false, 0, 0);
     float* const plane = getFrequencyBufferData(buf);
     mvi::applyRing(ring, plane, plane, mvi::KeepOutside());
@@ -34,10 +35,11 @@ void mvFrequencyFilterBandReject::apply(const mvFrequencyBuffer& src,
     mvi::requireApplicable(src, response_, parameters_.size);
     mvi::requirePowersOfTwo(parameters_.size);
     mvi::Ring ring(parameters_, response_, mvi::Ring::Inside::byProfile);
+    mvi::DcSquare dcSquare(src, parameters_.dcRadius);
     setAndAllocateFrequencyBuffer(dst, src.width(), src.height());
     maskFrequencyBuffer(dst, false, 0, 0);
     mvi::requireList(parameters_.dcRadius);
-    const mvi::DcSquare dcSquare(src, parameters_.dcRadius);
+    dcSquare.save(src);
     mvi::applyRing(ring, getFrequencyBufferData(src), getFrequencyBufferData(dst),
                    mvi::KeepOutside());
     dcSquare.restore(dst);

@@ -38,7 +38,8 @@ class MVFREQ_API mvFrequencyFilter : public virtual mvPersistent, public virtual
     /// powers of two, or above 2048. What else a filter throws, and when, its own description says.
     virtual void apply(const mvFrequencyBuffer& src, mvFrequencyBuffer& dst) const = 0;
 
-    /// Filters in place. Throws as the other form does, but takes sides of any length.
+    /// Filters in place. Throws as the other form does, but takes sides of any length, and leaves a
+    /// plane without elements as it is.
     virtual void apply(mvFrequencyBuffer& buf) const = 0;
 
   protected:

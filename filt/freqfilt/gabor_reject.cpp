@@ -21,7 +21,8 @@ mvFrequencyFilterGaborReject::mvFrequencyFilterGaborReject(const mvLobeParameter
 
 void mvFrequencyFilterGaborReject::apply(mvFrequencyBuffer& buf) const {
     mvi::requireApplicable(buf, response_, parameters_.size);
-    const mvi::DcSquare dcSquare(buf, parameters_.dcRadius);
+    mvi::DcSquare dcSquare(buf, parameters_.dcRadius);
+    dcSquare.save(buf);
     rejectLobe(buf, buf);
     dcSquare.restore(buf);
 }
@@ -30,7 +31,8 @@ void mvFrequencyFilterGaborReject::apply(const mvFrequencyBuffer& src,
                                          mvFrequencyBuffer& dst) const {
     mvi::requireApplicable(src, response_, parameters_.size);
     mvi::requirePowersOfTwo(parameters_.size);
-    const mvi::DcSquare dcSquare(src, parameters_.dcRadius);
+    mvi::DcSquare dcSquare(src, parameters_.dcRadius);
+    dcSquare.save(src);
     setAndAllocateFrequencyBuffer(dst, src.width(), src.height());
     rejectLobe(src, dst);
     dcSquare.restore(dst);

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <limits>
 #include <new>
 #include <unordered_map>
 
@@ -26,6 +27,13 @@ struct Pause {
 std::unordered_map<void*, std::size_t>& blocks() {
     static std::unordered_map<void*, std::size_t> all;
     return all;
+}
+
+// A block that is refused counts as well: it was asked for.
+bool isRefused(std::size_t size) {
+    if (size <= kLargestBlock) return false;
+    if (metering) largest = std::max(largest, size);
+    return true;
 }
 
 void* note(void* block, std::size_t size) {
@@ -62,10 +70,12 @@ void* __wrap_realloc(void* block, std::size_t size);
 void __wrap_free(void* block);
 
 void* __wrap_malloc(std::size_t size) {
-    return size > kLargestBlock ? nullptr : note(__real_malloc(size), size);
+    return isRefused(size) ? nullptr : note(__real_malloc(size), size);
 }
 void* __wrap_calloc(std::size_t count, std::size_t size) {
-    if (count > kLargestBlock / std::max(size, std::size_t{1})) return nullptr;
+    const std::size_t most =
+        std::numeric_limits<std::size_t>::max() / std::max(size, std::size_t{1});
+    if (isRefused(std::min(count, most) * size)) return nullptr;
     return note(__real_calloc(count, size), count * size);
 }
 void* __wrap_realloc(void* block, std::size_t size) {
@@ -88,6 +98,21 @@ void operator delete(void* block) noexcept {
     std::free(block);
 }
 void operator delete(void* block, std::size_t) noexcept {
+    std::free(block);
+}
+
+// What is aligned beyond other blocks comes from elsewhere.
+void* operator new(std::size_t size, std::align_val_t alignment) {
+    const auto step = static_cast<std::size_t>(alignment);
+    const std::size_t whole = (size + step - 1) / step * step;
+    void* const block = isRefused(size) ? nullptr : note(std::aligned_alloc(step, whole), size);
+    if (!block) throw std::bad_alloc();
+    return block;
+}
+void operator delete(void* block, std::align_val_t) noexcept {
+    std::free(block);
+}
+void operator delete(void* block, std::size_t, std::align_val_t) noexcept {
     std::free(block);
 }
 

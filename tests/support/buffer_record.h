@@ -24,6 +24,7 @@ struct BufferRecord {
     bool inverseComputed = false;
     std::int32_t x = 0;
     std::int32_t y = 0;
+    bool hasData = true;
     std::vector<float> floats{};
 
     std::string bytes() const {
@@ -45,7 +46,7 @@ struct BufferRecord {
         byte(0);
         number(x);
         number(y);
-        byte(1);  // has data
+        byte(hasData ? 1 : 0);
         byte(0);
         word(static_cast<std::uint32_t>(floats.size()));
         for (const float value : floats) word(std::bit_cast<std::uint32_t>(value));

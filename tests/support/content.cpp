@@ -14,7 +14,7 @@ class OneValue : public Content {
     void load(mvArchive& ar) override { ar || value_; }
     bool takesMore() const override { return false; }
     void store(mvArchive& ar) override { ar || value_; }
-    void use(long largestArea) override { archive::use(value_, largestArea); }
+    void use(Steps& steps, long largestArea) override { archive::use(value_, steps, largestArea); }
 
   private:
     T value_;
@@ -31,8 +31,8 @@ class Pointers : public Content {
     void store(mvArchive& ar) override {
         for (mvPersistent* object : objects_) ar || object;
     }
-    void use(long largestArea) override {
-        for (const auto& object : owners_) archive::use(*object, largestArea);
+    void use(Steps& steps, long largestArea) override {
+        for (const auto& object : owners_) archive::use(*object, steps, largestArea);
     }
 
   private:

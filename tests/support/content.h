@@ -22,7 +22,7 @@ class Content {
 
     /// Stores all that was loaded.
     virtual void store(mvArchive& ar) = 0;
-    virtual void use(long largestArea = kLargestArea) = 0;
+    virtual void use(Steps& steps, long largestArea = kLargestArea) = 0;
 };
 
 struct ContentKind {

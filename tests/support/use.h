@@ -3,20 +3,32 @@
 
 #include <filt/freqfilt.h>
 
+#include "support/steps.h"
+
 namespace archive {
 
 /// Planes of more elements than this, and filters with more gains, are read and not used otherwise.
 inline constexpr long kLargestArea = 1L << 20;
 
-/// Reads, transforms, combines, compares, copies and stores. Exceptions of the library and of its
-/// base, std::length_error and std::bad_alloc are good answers.
-void use(mvFrequencyBuffer& buffer, long largestArea = kLargestArea);
+/// Every public operation upon the buffer: reads, writes, transforms, combines, compares, copies,
+/// stores and loads again. The buffer is not changed.
+void use(mvFrequencyBuffer& buffer, Steps& steps, long largestArea = kLargestArea);
 
-/// Applies to buffers of the filter's size where such can be made, transforms the result, sets
-/// parameters, compares, copies and stores.
-void use(mvFrequencyFilter& filter, long largestArea = kLargestArea);
+/// Every public operation upon the filter, which is applied to buffers of its size where an archive
+/// can make such, and to others. The filter is not changed.
+void use(mvFrequencyFilter& filter, Steps& steps, long largestArea = kLargestArea);
 
 /// The same for an object of any registered class.
-void use(mvPersistent& object, long largestArea = kLargestArea);
+void use(mvPersistent& object, Steps& steps, long largestArea = kLargestArea);
+
+/// The same without looking at what the operations cost.
+template <class T>
+void use(T& value, long largestArea = kLargestArea) {
+    Steps steps;
+    use(value, steps, largestArea);
+}
+
+/// Elements of the plane; none without data.
+long areaOf(const mvFrequencyBuffer& buffer);
 
 }  // namespace archive

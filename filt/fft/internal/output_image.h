@@ -9,6 +9,9 @@ namespace mvi {
 
 /// One output of an inverse transform or a phase image.
 ///
+/// All its memory is taken when it is constructed: an inverse that overwrites its source does so
+/// when nothing but an attention poll can fail any more.
+///
 /// An unbound output of the caller becomes a new image of the buffer's image size, offset and
 /// client transform; a bound one keeps its own and receives the pels where both overlap.
 template <class T>
@@ -18,27 +21,29 @@ class OutputImage {
         : offset_(BufferAccess::offset(buf)),
           xform_(BufferAccess::xform(buf)),
           out_(out),
-          wasBound_(out.isBound()),
           target_(BufferAccess::imageWidth(buf), BufferAccess::imageHeight(buf), 32) {
         place(target_);
+        if (!(offset_ == mvPair<long>(0, 0))) {
+            wrapped_ = mvPelBuffer<T>(target_.width(), target_.height(), 32);
+        }
     }
 
     /// Where the pels are written, row by row.
     T* row(long y) { return target_.pointToRow(y); }
 
-    /// Shows the image to a caller whose output was unbound.
+    /// Shows the image to a caller whose output is unbound.
     void bind() {
+        wasBound_ = out_.isBound();
         if (!wasBound_) out_ = target_;
     }
 
     /// Places the pels as the wrap copy does, when the buffer has an offset.
     void wrap() {
-        if (offset_ == mvPair<long>(0, 0)) return;
-        mvPelBuffer<T> wrapped(target_.width(), target_.height(), 32);
-        mf_WrapCopy(target_, wrapped, true);
-        place(wrapped);
-        target_ = wrapped;
-        if (!wasBound_) out_ = wrapped;
+        if (!wrapped_.isBound()) return;
+        mf_WrapCopy(target_, wrapped_, true);
+        place(wrapped_);
+        target_ = wrapped_;
+        if (!wasBound_) out_ = wrapped_;
     }
 
     /// Hands the pels to an output that was bound.
@@ -58,8 +63,9 @@ class OutputImage {
     mvPair<long> offset_;
     mv2XformCache xform_;
     mvPelBuffer<T>& out_;
-    bool wasBound_;
+    bool wasBound_ = false;
     mvPelBuffer<T> target_;
+    mvPelBuffer<T> wrapped_;
 };
 
 }  // namespace mvi

@@ -16,8 +16,9 @@ long mirrored(long position, long size);
 
 /// std::lerp for 0 <= t < 1, step by step, so that all libraries give the same bits.
 inline double blended(double a, double b, double t) {
-    if ((a <= 0.0 && b >= 0.0) || (a >= 0.0 && b <= 0.0))
+    if ((a <= 0.0 && b >= 0.0) || (a >= 0.0 && b <= 0.0)) {
         return product(t, b) + product(1.0 - t, a);
+    }
     const double x = a + product(t, b - a);
     if (b > a) return b > x ? x : b;
     return b < x ? x : b;

@@ -40,7 +40,10 @@ DcSquare::DcSquare(const mvFrequencyBuffer& buf, long radius) : radius_(radius) 
     // refused at its first value outside.
     values_.reserve(
         std::min(squared(2 * radius - 1), static_cast<std::size_t>(buf.width() * buf.height())));
-    visitSquare(radius, [&](long u, long v) { values_.push_back(buf.get(u, v, true)); });
+}
+
+void DcSquare::save(const mvFrequencyBuffer& buf) {
+    visitSquare(radius_, [&](long u, long v) { values_.push_back(buf.get(u, v, true)); });
 }
 
 void DcSquare::restore(mvFrequencyBuffer& buf) const {

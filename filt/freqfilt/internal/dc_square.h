@@ -18,7 +18,10 @@ void requireList(long radius);
 /// a radius of 0 or less.
 class DcSquare {
   public:
+    /// Makes room for the square of a buffer like `buf`.
     DcSquare(const mvFrequencyBuffer& buf, long radius);
+
+    void save(const mvFrequencyBuffer& buf);
     void restore(mvFrequencyBuffer& buf) const;
 
   private:

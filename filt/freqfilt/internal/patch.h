@@ -30,6 +30,9 @@ struct PatchPlacement {
         return std::min({rowMax + 1, rowMin + patch.height(), height});
     }
 
+    /// True when the plane has no element, however long its other side is; archives make such.
+    bool isEmpty() const { return width == 0 || height == 0; }
+
     long width, height;   // of the plane
     long colMin, colMax;  // colMax itself is not used
     long rowMin, rowMax;  // inclusive
@@ -45,6 +48,7 @@ SpectrumGains spectrumGains(const PatchPlacement& at, const mvFilterResponse& pa
 template <class Outside>
 void applyPatch(const PatchPlacement& at, const mvFilterResponse& patch, const float* src,
                 float* dst, Outside outside) {
+    if (at.isEmpty()) return;
     const long colEnd = at.colEnd(patch), rowEnd = at.rowEnd(patch);
     const long colBegin = std::max(at.colMin, 0L);
     const long middle = at.width / 2;

@@ -35,8 +35,8 @@ Ring::Ring(const mvRingParameters& ring, const mvFilterResponse& profile, Inside
       height_(ring.size.y),
       inside_(inside),
       radius_(static_cast<float>(static_cast<double>(width_) * ring.frequency)),
-      line_(static_cast<std::size_t>(width_)),
-      byDistance_(static_cast<std::size_t>(width_ - width_ / 2 + 1)) {
+      line_(isEmpty() ? 0 : static_cast<std::size_t>(width_)),
+      byDistance_(isEmpty() ? 0 : static_cast<std::size_t>(width_ - width_ / 2 + 1)) {
     profile_ = {profile.data(), static_cast<std::int64_t>(profile.size()),
                 static_cast<double>(radius_),
                 static_cast<double>(static_cast<float>(profile.height()))};

@@ -42,6 +42,9 @@ class Ring {
     long width() const { return width_; }
     long height() const { return height_; }
 
+    /// True when the plane has no element, however long its other side is; archives make such.
+    bool isEmpty() const { return width_ == 0 || height_ == 0; }
+
     /// True for the rows at this distance from DC that lie beyond the ring as a whole. The limit is
     /// the ring's radius in y bins plus the support, not both scaled: on planes that are taller
     /// than wide it clears rows that the outer flank still reaches.
@@ -81,6 +84,7 @@ SpectrumGains spectrumGains(Ring& ring, bool keepsOutside, long dcRadius);
 /// `outside`.
 template <class Outside>
 void applyRing(Ring& ring, const float* src, float* dst, Outside outside) {
+    if (ring.isEmpty()) return;
     const long width = ring.width(), height = ring.height();
 
     const auto applyHalf = [&](long offset, long low, long begin, long end, long high) {

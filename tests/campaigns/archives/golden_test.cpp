@@ -13,6 +13,7 @@
 #include "support/content.h"
 #include "support/filter_classes.h"
 #include "support/loading.h"
+#include "support/metered_steps.h"
 
 namespace {
 
@@ -68,6 +69,11 @@ std::string stored(archive::Content& content) {
     return support::storedBy([&](mvArchive& ar) { content.store(ar); });
 }
 
+void use(archive::Content& content, std::size_t bytes) {
+    archive::MeteredSteps steps(bytes);
+    content.use(steps);
+}
+
 struct Golden : testing::TestWithParam<fs::path> {};
 
 std::string testName(const testing::TestParamInfo<fs::path>& test) {
@@ -94,7 +100,7 @@ TEST_P(Golden, MeetsItsFate) {
         const fs::path good = GetParam().parent_path() / (name + ".good.mva");
         EXPECT_EQ(archive::hex(stored(*content)), archive::hex(contentOf(good)));
     }
-    content->use();
+    use(*content, bytes.size());
 }
 
 TEST_P(Golden, TruncatedAnywhereItDoesNoHarm) {
@@ -107,7 +113,7 @@ TEST_P(Golden, TruncatedAnywhereItDoesNoHarm) {
             !GetParam().filename().string().starts_with("pointer")) {
             EXPECT_EQ(thrown, "Truncated") << length;
         }
-        content->use();
+        use(*content, length);
     }
 }
 
@@ -119,7 +125,7 @@ TEST_P(Golden, WithAnyByteFlippedItDoesNoHarm) {
             flipped[i] = static_cast<char>(flipped[i] ^ mask);
             const auto content = contentFor(GetParam());
             archive::loadingThrows([&] { archive::load(*content, flipped); });
-            content->use();
+            use(*content, bytes.size());
         }
     }
 }

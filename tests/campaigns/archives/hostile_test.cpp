@@ -3,37 +3,20 @@
 #include <limits>
 #include <new>
 
-#include "support/allocation_meter.h"
+#include "load_and_use.h"
 #include "support/buffer_record.h"
 #include "support/filter_classes.h"
-#include "support/loading.h"
 #include "support/spectra.h"
 #include "support/thrown.h"
-#include "support/use.h"
 
 namespace {
 
+using archive::loadAndUse;
 using archive::Record;
 using support::BufferRecord;
 
 constexpr std::int32_t kLowest = std::numeric_limits<std::int32_t>::min();
 constexpr std::int32_t kHighest = std::numeric_limits<std::int32_t>::max();
-
-// Loads with an eye on the memory; then uses what came of it.
-template <class T>
-std::string loadAndUse(const std::string& bytes, T& value) {
-    std::string thrown;
-    std::size_t peak = 0;
-    {
-        archive::Loading loading(bytes);
-        const archive::AllocationMeter meter;
-        thrown = archive::loadingThrows([&] { loading.archive() || value; });
-        peak = meter.peak();
-    }
-    EXPECT_LE(peak, archive::largestLoad(bytes.size()));
-    archive::use(value);
-    return thrown;
-}
 
 // A buffer record that ends with its count: no floats follow.
 std::string withCount(BufferRecord record, std::uint32_t count) {

@@ -84,11 +84,13 @@ std::vector<Operation> bufferOperations() {
         {"map of angles", mapped(mvFrequencyDefs::eMapAngle)},
         {"stored buffer",
          [](Operands& o) { o.written = hashOfStored([&](mvArchive& ar) { ar || o.spectrum; }); }},
-        {"loaded buffer", [=](Operands& o) { load(record, o.other); }, {"other"}},
-        {"loaded buffer into no data", [=](Operands& o) { load(record, o.empty); }, {"empty"}},
+        {"loaded buffer", [=](Operands& o) { load(record, o.other); }, {{"other", Left::kLoaded}}},
+        {"loaded buffer into no data",
+         [=](Operands& o) { load(record, o.empty); },
+         {{"empty", Left::kLoaded}}},
         {"loaded buffer that ends early",
          [=](Operands& o) { load(cut, o.other); },
-         {"other"},
+         {{"other", Left::kLoaded}},
          "mvException"},
     };
 }

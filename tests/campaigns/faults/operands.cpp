@@ -1,11 +1,9 @@
-// The objects that operations work on, and a picture of the state each of them is in.
+// The objects that operations work on.
 #include "campaigns/faults/operands.h"
 
-#include <sstream>
-
+#include "support/buffer_probe.h"
 #include "support/pel_images.h"
 #include "support/random_planes.h"
-#include "support/streams.h"
 
 namespace faults {
 
@@ -32,31 +30,20 @@ void makeFilters(Filters<F>& filters, mvPair<long> size) {
     filters.other = makeFilter<F>({4, 8});
 }
 
-std::string pictureOf(const std::string& text) {
-    return text;
+// A square plane whose rows outside a narrow band are not empty: some of them must change places.
+mvFrequencyBuffer bandAmongOthers() {
+    mvFrequencyBuffer buffer(16, 16);
+    for (long y = 0; y < 16; ++y) buffer.put(y, y, {1.0, 2.0}, false);
+    support::BufferProbe::maskFrequencyBuffer(buffer, true, 8, 9);
+    return buffer;
 }
 
-std::string pictureOf(mvFrequencyBuffer& buffer) {
-    return recordOf(buffer);
-}
-
-std::string pictureOf(mvPersistent& object) {
-    return recordOf(object);
-}
-
-template <class T>
-std::string pictureOf(mvPelBuffer<T>& image) {
-    std::ostringstream out;
-    out << image.width() << ' ' << image.height() << ' ' << image.offset().x << ' '
-        << image.offset().y << ' ';
-    mv2XformCache xform = image.xformCache();
-    mvArchive ar(out);
-    ar || xform;
-    for (long y = 0; y < image.height(); ++y) {
-        out.write(reinterpret_cast<const char*>(image.pointToRow(y)),
-                  image.width() * static_cast<long>(sizeof(T)));
-    }
-    return out.str();
+// The same band, and nothing outside of it.
+mvFrequencyBuffer bandOfRows() {
+    mvFrequencyBuffer buffer(16, 16);
+    buffer.put(3, 0, {1.0, 2.0}, false);
+    support::BufferProbe::maskFrequencyBuffer(buffer, true, 8, 9);
+    return buffer;
 }
 
 }  // namespace
@@ -66,6 +53,8 @@ Operands::Operands(const Shape& shape)
       words(someImage<Word>(shape, 2)),
       doubles(someImage<double>(shape, 3)),
       other(4, 8),
+      banded(bandAmongOthers()),
+      bandAlone(bandOfRows()),
       boundBytes(boundImage<Byte>()),
       boundCodes(boundImage<Byte>()),
       boundWords(boundImage<Word>()),
@@ -82,21 +71,6 @@ Operands::Operands(const Shape& shape)
     makeFilters(gaborReject, size);
     makeFilters(image, size);
     image.built.setImage(spectrum);
-}
-
-State stateOf(Operands& operands) {
-    State state;
-    visitOperands(operands,
-                  [&](const std::string& name, auto& object) { state[name] = pictureOf(object); });
-    return state;
-}
-
-std::set<std::string> changed(const State& before, const State& after) {
-    std::set<std::string> names;
-    for (const auto& [name, picture] : before) {
-        if (after.at(name) != picture) names.insert(name);
-    }
-    return names;
 }
 
 }  // namespace faults

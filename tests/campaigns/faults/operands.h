@@ -1,13 +1,10 @@
-// The objects that operations work on, and a picture of the state each of them is in.
+// The objects that operations work on.
 #pragma once
 
 #include <filt/fft.h>
 #include <filt/freqfilt.h>
 
-#include <map>
-#include <set>
 #include <string>
-#include <vector>
 
 namespace faults {
 
@@ -27,7 +24,8 @@ struct Filters {
 };
 
 /// Everything that an operation may read or write. `spectrum` and the built filters have one size;
-/// `other` and the other filters have another; bound outputs are filled with guards.
+/// `other` and the other filters have another; bound outputs are filled with guards. `banded` holds
+/// data outside its band of rows, `bandAlone` does not.
 struct Operands {
     explicit Operands(const Shape& shape);
 
@@ -35,7 +33,7 @@ struct Operands {
     mvPelBuffer<Word> words;
     mvPelBuffer<double> doubles;
 
-    mvFrequencyBuffer spectrum, other, spent, empty;
+    mvFrequencyBuffer spectrum, other, spent, empty, banded, bandAlone;
 
     mvPelBuffer<Byte> newBytes, newCodes, boundBytes, boundCodes;
     mvPelBuffer<Word> newWords, boundWords;
@@ -62,6 +60,8 @@ void visitOperands(O& o, Visit visit) {
     visit("other", o.other);
     visit("spent", o.spent);
     visit("empty", o.empty);
+    visit("banded", o.banded);
+    visit("bandAlone", o.bandAlone);
     visit("newBytes", o.newBytes);
     visit("newCodes", o.newCodes);
     visit("newWords", o.newWords);
@@ -86,13 +86,6 @@ void visitOperands(O& o, Visit visit) {
     visit("text", o.text);
     visit("written", o.written);
 }
-
-/// Every operand's name and all that can be known of it, as bytes.
-using State = std::map<std::string, std::string>;
-State stateOf(Operands& operands);
-
-/// The names of the operands whose state differs.
-std::set<std::string> changed(const State& before, const State& after);
 
 /// A filter for planes of that size.
 template <class F>

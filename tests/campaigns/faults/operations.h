@@ -2,21 +2,23 @@
 #pragma once
 
 #include <functional>
-#include <set>
+#include <map>
 #include <string>
 #include <vector>
 
-#include "campaigns/faults/operands.h"
+#include "campaigns/faults/state.h"
 
 namespace faults {
 
 struct Operation {
     std::string name;
     std::function<void(Operands&)> call;
-    /// What a call that fails may have changed; everything else stays as it was.
-    std::set<std::string> mayChange = {};
+    /// What a call that fails may have changed, and how; everything else stays as it was.
+    std::map<std::string, Left> mayChange = {};
     /// What the call throws when nothing fails, as support::thrownBy names it.
     std::string thrown = "nothing";
+    /// Polls of copies, for images with an offset, that follow the mark of an inverse in place.
+    long pollsAfterMark = 0;
 };
 
 std::vector<Operation> bufferOperations();

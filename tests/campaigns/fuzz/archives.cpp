@@ -7,6 +7,7 @@
 #include "support/allocation_meter.h"
 #include "support/content.h"
 #include "support/loading.h"
+#include "support/metered_steps.h"
 
 namespace {
 
@@ -61,6 +62,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const auto content = kind->make();
     const bool isLoaded = loadAll(*content, std::string(input.body));
     // What an error leaves behind is mostly the same: some of it will do.
-    if (isLoaded || fuzz::isOneIn(8, all)) content->use(fuzz::isOneIn(64, all) ? 1 << 14 : 1 << 8);
+    if (!isLoaded && !fuzz::isOneIn(8, all)) return 0;
+    archive::MeteredSteps steps(size);
+    content->use(steps, fuzz::isOneIn(64, all) ? 1 << 14 : 1 << 8);
     return 0;
 }

@@ -1,0 +1,188 @@
+// Every public operation upon a filter.
+#include <algorithm>
+#include <limits>
+
+#include "support/buffer_record.h"
+#include "support/filter_uses.h"
+#include "support/use.h"
+
+namespace archive {
+namespace {
+
+// --- How large new responses are
+
+constexpr double kRefused = std::numeric_limits<double>::infinity();
+
+// How large a new response is at most.
+struct Extent {
+    double width, height;
+
+    double gains() const { return width * height; }
+
+    // Beyond the sides and the number of gains that any response may have.
+    bool isRefused() const { return !(width < 1e12 && height < 1e12); }
+};
+
+Extent extentOf(const mvRingFilter& filter, mvPair<long> size) {
+    const double support = 4 * filter.sigma() + filter.plateau() + 0.05;
+    return {support * static_cast<double>(size.x) + 2, 32};
+}
+
+Extent extentOf(mvLobeFilter& filter, mvPair<long> size) {
+    const double reach = 8 * std::max(filter.sigma().x, filter.sigma().y) +
+                         2 * std::max(filter.plateau().x, filter.plateau().y) + 0.05;
+    return {reach * static_cast<double>(size.x) + 2, reach * static_cast<double>(size.y) + 2};
+}
+
+// --- What there is to work on
+
+template <class Parameters>
+struct Response : mvResponseFilter<Parameters> {
+    static constexpr auto member = &Response::response_;
+};
+
+// Gains of the filter; none without response.
+template <class Parameters>
+long gainsOf(const mvResponseFilter<Parameters>& filter) {
+    const mvFilterResponse& response = filter.*Response<Parameters>::member;
+    return response.isSet() ? static_cast<long>(response.size()) : 0;
+}
+
+long gainsOf(const mvFrequencyFilterImage& filter) {
+    long area = 0;
+    tolerate([&] { area = filter.supportWidth() * filter.supportHeight(); });
+    return area;
+}
+
+template <class F>
+mvPair<long> sizeOf(F& filter) {
+    mvPair<long> size;
+    tolerate([&] {
+        if constexpr (requires { filter.size(); }) {
+            size = filter.size();
+        } else {
+            size = {filter.supportWidth(), filter.supportHeight()};
+        }
+    });
+    return size;
+}
+
+// A buffer of the given padded size, as an archive can make it; without data when it is too large.
+// Planes up to the largest size may come with some of their floats.
+mvFrequencyBuffer bufferOfSize(mvPair<long> size, long largestArea) {
+    constexpr long kMostFloats = 1 << 18, kSome = 1 << 12;
+    const bool isOrdinary = size.x <= 2048 && size.y <= 2048;
+    if (size.x < 0 || size.y < 0 || size.x * size.y > largestArea) return {};
+    const long floats = isOrdinary ? std::min(2 * size.x * size.y, kSome) : 2 * size.x * size.y;
+    if (floats > kMostFloats) return {};
+    support::BufferRecord record;
+    record.width = record.imageWidth = static_cast<std::int32_t>(size.x);
+    record.height = record.imageHeight = static_cast<std::int32_t>(size.y);
+    record.floats.assign(static_cast<std::size_t>(floats), 1.5F);
+    return support::loaded(record);
+}
+
+// Elements of the plane that pictures go through; none when they are refused.
+long planeForPictures(mvPair<long> size) {
+    const bool isRefused = size.x < 1 || size.y < 1 || size.x > 2048 || size.y > 2048;
+    return isRefused ? 0 : size.x * size.y;
+}
+
+// --- The filters
+
+template <class F, std::size_t count>
+void runAll(const FilterUse<F> (&uses)[count], const F& filter, const mvFrequencyBuffer& buffer,
+            double elements, Steps& steps) {
+    for (const FilterUse<F>& use : uses) {
+        F ownFilter(filter);
+        mvFrequencyBuffer ownBuffer(buffer);
+        steps.run(use.name, elements, [&] { use.call({ownFilter, ownBuffer}); });
+    }
+}
+
+// How many gains the setters build at most; infinitely many when no response may have as many.
+template <class F>
+double gainsToBuild(F& filter) {
+    double gains = 0;
+    tolerate([&] {
+        for (const mvPair<long> size : {filter.size(), mvPair<long>(16, 16)}) {
+            const Extent extent = extentOf(filter, size);
+            gains = std::max(gains, extent.isRefused() ? kRefused : extent.gains());
+        }
+    });
+    return gains;
+}
+
+// Responses of no more gains than `most` are built; the largest are asked for.
+template <class F>
+void useParameters(F& filter, double gains, Steps& steps, double most) {
+    runAll(kGetters<F>, filter, {}, 0, steps);
+    F own(filter);
+    steps.run("set", gains + 1e4, [&] { setAll(own); });
+    const double wanted = gainsToBuild(filter);
+    if (wanted <= most) runAll(kSetters<F>, filter, {}, gains + wanted, steps);
+    if (wanted == kRefused) runAll(kSetters<F>, filter, {}, gains, steps);
+}
+
+void useImage(mvFrequencyFilterImage& filter, double elements, Steps& steps) {
+    steps.run("supportWidth", 0, [&] { filter.supportWidth(); });
+    steps.run("supportHeight", 0, [&] { filter.supportHeight(); });
+    mvFrequencyFilterImage own(filter);
+    steps.run("setImage", elements, [&] { own.setImage(mvFrequencyBuffer(4, 4)); });
+    own = filter;
+    steps.run("setImage with no data", elements, [&] { own.setImage(mvFrequencyBuffer()); });
+}
+
+// Whether the filter is an F, which is then used unless it is large.
+template <class F>
+bool useAs(mvFrequencyFilter& filter, Steps& steps, long largestArea) {
+    F* const typed = dynamic_cast<F*>(&filter);
+    if (typed == nullptr || gainsOf(*typed) > largestArea) return typed != nullptr;
+    const auto gains = static_cast<double>(gainsOf(*typed));
+    const mvFrequencyBuffer buffer = bufferOfSize(sizeOf(*typed), largestArea);
+    const double elements = gains + static_cast<double>(areaOf(buffer));
+    runAll(kLife<F>, *typed, buffer, gains, steps);
+    runAll(kApplication<F>, *typed, buffer, elements, steps);
+    // Small planes take a tile for each pel of the picture.
+    constexpr double kTiles = 15;
+    const long plane = planeForPictures(sizeOf(*typed));
+    if (plane <= largestArea) {
+        runAll(kPictures<F>, *typed, {}, gains + kTiles * static_cast<double>(plane), steps);
+    }
+    if constexpr (std::is_same_v<F, mvFrequencyFilterImage>) {
+        useImage(*typed, elements, steps);
+    } else {
+        useParameters(*typed, gains, steps, static_cast<double>(largestArea));
+    }
+    return true;
+}
+
+void useError(mvFrequencyDefs::Errors& error) {
+    error.errorNumber();
+    std::ostringstream out;
+    out << error;
+    mvPersistent* pointer = &error;
+    Loading loading(stored(pointer));
+    const auto copy = mfLoad<mvFrequencyDefs::Errors>(loading).release();
+    EXPECT_THROW(copy->suicideAndRethrow(), mvFrequencyDefs::Errors);
+}
+
+}  // namespace
+
+void use(mvFrequencyFilter& filter, Steps& steps, long largestArea) {
+    const bool used = useAs<mvFrequencyFilterBandPass>(filter, steps, largestArea) ||
+                      useAs<mvFrequencyFilterBandReject>(filter, steps, largestArea) ||
+                      useAs<mvFrequencyFilterGabor>(filter, steps, largestArea) ||
+                      useAs<mvFrequencyFilterGaborReject>(filter, steps, largestArea) ||
+                      useAs<mvFrequencyFilterImage>(filter, steps, largestArea);
+    EXPECT_TRUE(used);
+}
+
+void use(mvPersistent& object, Steps& steps, long largestArea) {
+    if (auto* filter = dynamic_cast<mvFrequencyFilter*>(&object)) {
+        return use(*filter, steps, largestArea);
+    }
+    if (auto* error = dynamic_cast<mvFrequencyDefs::Errors*>(&object)) useError(*error);
+}
+
+}  // namespace archive
