@@ -358,7 +358,9 @@ TEST(FilterImageDerived, EndsTheCallFromWhateverThread) {
                       "BadCoord: ours");
             EXPECT_FALSE(out.isBound());
             // How far other threads come until they know is a matter of time.
-            if (threads == 1) EXPECT_EQ(counting.calls(), n);
+            if (threads == 1) {
+                EXPECT_EQ(counting.calls(), n);
+            }
         }
     }
 }
