@@ -28,7 +28,8 @@ struct FilterUse {
 /// What all filters have.
 template <class F>
 inline constexpr FilterUse<F> kLife[] = {
-    {"isInitialized", [](Operands<F> o) { o.filter.isInitialized(); }},
+    {"isInitialized", [](Operands<F> o) { static_cast<void>(o.filter.isInitialized()); }},
+    {"hasResponse", [](Operands<F> o) { static_cast<void>(o.filter.hasResponse()); }},
     {"copy", [](Operands<F> o) { F{o.filter}; }},
     {"move", [](Operands<F> o) { F{std::move(o.filter)}; }},
     {"clone",
@@ -141,6 +142,7 @@ void setRadius(F& filter, long radius) {
 /// What filters of parameters tell.
 template <class F>
 inline constexpr FilterUse<F> kGetters[] = {
+    {"parameters", [](Operands<F> o) { static_cast<void>(o.filter.parameters()); }},
     {"frequency", [](Operands<F> o) { o.filter.frequency(); }},
     {"sigma", [](Operands<F> o) { o.filter.sigma(); }},
     {"plateau", [](Operands<F> o) { o.filter.plateau(); }},

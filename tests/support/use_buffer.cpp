@@ -56,6 +56,14 @@ constexpr Use kAccess[] = {
 // --- Life
 
 constexpr Use kLife[] = {
+    {"state",
+     [](Buffer& b) {
+         static_cast<void>(b.hasData() || b.inverseComputed());
+         static_cast<void>(b.imageSize() == b.offset());
+         static_cast<void>(b.xformCache());
+         static_cast<void>(b.band());
+     }},
+    {"clearBand", [](Buffer& b) { b.clearBand(); }},
     {"copy", [](Buffer& b) { Buffer{b}; }},
     {"move", [](Buffer& b) { Buffer{std::move(b)}; }},
     {"assignment",
