@@ -18,7 +18,7 @@ class mvPelBuffer;
 
 /// What every pel buffer has, whatever its pels are.
 ///
-/// A pel buffer is a window of `width()` by `height()` pels upon memory that all its copies share;
+/// A pel buffer is a window of `width()` by `height()` pels in memory that all its copies share;
 /// the window, the offset and the client transform belong to each view. Rows run downwards,
 /// `rowUpdate()` pels apart. The offset is the place of the window's first pel in image
 /// coordinates. The window's sides are at most 2^31 - 1.

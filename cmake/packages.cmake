@@ -82,7 +82,7 @@ if(TARGET mvfreq_python)
   math(EXPR next "${Python3_VERSION_MINOR} + 1")
   mvfreq_package(python NAME python3-mvfreq SECTION python
     SUMMARY "frequency-domain image processing for machine vision, Python module"
-    TEXT "The library mvfreq upon numpy arrays, without copies where their layout allows."
+    TEXT "The library mvfreq on numpy arrays, without copies where their layout allows."
     DEPENDS "${library} (= ${version}), python3 (>= 3.${Python3_VERSION_MINOR}), python3 (<< 3.${next}), python3-numpy")
   set(CPACK_DEBIAN_PYTHON_PACKAGE_CONTROL_EXTRA
     ${PROJECT_SOURCE_DIR}/cmake/debian/python/postinst ${PROJECT_SOURCE_DIR}/cmake/debian/python/prerm)

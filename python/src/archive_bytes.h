@@ -24,7 +24,7 @@ pybind11::bytes stored(Exchange exchange) {
     return {text.data(), text.size()};
 }
 
-/// A stream buffer upon memory that stays where it is.
+/// A stream buffer that reads memory where it is.
 class MemoryReader : public std::streambuf {
   public:
     explicit MemoryReader(const pybind11::bytes& data) {

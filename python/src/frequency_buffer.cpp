@@ -191,7 +191,7 @@ void bindBand(Class& buffer) {
                 const auto rows = self.read().band();
                 return rows ? std::optional(point(*rows)) : std::nullopt;
             },
-            "The (first, last) of the rows that alone hold data, DC being row height / 2, or None\n"
+            "The (first, last) of the rows that hold data, DC being row height / 2, or None\n"
             "when every row counts. A Gabor filter sets the band, and an inverse does not "
             "transform\n"
             "the rows outside of it. A sum has the band of one operand: clear it before the\n"

@@ -1,4 +1,4 @@
-// Pel buffers of any pel type upon numpy arrays, and numpy arrays upon pel buffers.
+// Numpy arrays as pel buffers of any pel type, and pel buffers as numpy arrays.
 #include "pel_buffers.h"
 
 namespace py = pybind11;

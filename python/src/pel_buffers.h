@@ -1,4 +1,4 @@
-// Pel buffers of any pel type upon numpy arrays, and numpy arrays upon pel buffers.
+// Numpy arrays as pel buffers of any pel type, and pel buffers as numpy arrays.
 #pragma once
 
 #include <filt/platform.h>

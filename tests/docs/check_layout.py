@@ -4,6 +4,7 @@
     check_layout.py tests     tests stand where tests/README.md says: each in the folder of its source and
                               named after it, or listed there; every folder has its line
     check_layout.py sources   docs/ARCHITECTURE.md lists the sources of the libraries, no more and no fewer
+    check_layout.py arrows    includes follow its arrows, and go round in no circle in tools and python
 """
 import pathlib
 import re
@@ -13,6 +14,16 @@ TESTS = pathlib.Path(__file__).resolve().parents[1]
 ROOT = TESTS.parent
 LIBRARIES = ("vsys", "base", "filt", "internal")
 SOURCES = ("vsys", "base", "filt", "tools")
+# What the files of a folder may include of the libraries; the first row that fits counts. A single
+# header names what filt uses of base and vsys, and what stands outside sees no internal header.
+ARROWS = (
+    ("vsys/", r"vsys/"),
+    ("base/", r"vsys/|base/|internal/"),
+    ("filt/platform.h", r"vsys/|base/"),
+    ("filt/fft", r"filt/(fft|internal)/|filt/(export|platform)\.h|internal/"),
+    ("filt/", r"filt/|internal/"),
+    ("tools/|python/|examples/", r"(?!.*internal/)(vsys|base|filt)/"),
+)
 ROW = re.compile(r"^\| `([\w/]+)/` \|[^|]*\|(.*)", re.MULTILINE)
 
 
@@ -59,6 +70,43 @@ def source_faults():
         yield from (f"{folder}/{name} is listed twice" for name in set(names) if names.count(name) > 1)
 
 
+def includes(top):
+    """Pairs of a file and what it includes, both as paths from the root."""
+    for path in sorted((ROOT / top).rglob("*.*")):
+        if path.suffix in (".h", ".cpp"):
+            for name in re.findall(r'^#include ["<](.*)[">]', path.read_text(encoding="utf-8"), re.MULTILINE):
+                target = next((t for t in (path.parent / name, ROOT / name) if t.is_file()), None)
+                if target:
+                    yield str(path.relative_to(ROOT)), str(target.resolve().relative_to(ROOT))
+
+
+def circles(top):
+    """Pairs of sources, each with its header, that need each other by whatever way."""
+    needs = {}
+    for path, target in includes(top):
+        needs.setdefault(path.rsplit(".", 1)[0], set()).add(target.rsplit(".", 1)[0])
+
+    def reach(source, seen):
+        for other in needs.get(source, set()) - seen - {source}:
+            seen.add(other)
+            reach(other, seen)
+        return seen
+
+    reached = {source: reach(source, set()) for source in needs}
+    return [(a, b) for a in reached for b in reached[a] if a < b and a in reached.get(b, ())]
+
+
+def arrow_faults():
+    for top in ("vsys", "base", "filt", "tools", "python", "examples"):
+        for path, target in includes(top):
+            allowed = next(rule for start, rule in ARROWS if re.match(start, path))
+            own = target.startswith(top + "/") and top not in LIBRARIES
+            if re.match("(vsys|base|filt|internal)/", target) and not own and not re.match(allowed, target):
+                yield f"{path} includes {target}"
+    for top in ("tools", "python"):
+        yield from (f"{a} and {b} need each other" for a, b in circles(top))
+
+
 def test_faults():
     lines = listed()
     yield from (f"{folder}/ has no line" for folder in folders() if folder not in lines)
@@ -72,7 +120,8 @@ def test_faults():
 
 def main():
     document, check = {"tests": ("tests/README.md", test_faults),
-                       "sources": ("docs/ARCHITECTURE.md", source_faults)}[sys.argv[1]]
+                       "sources": ("docs/ARCHITECTURE.md", source_faults),
+                       "arrows": ("docs/ARCHITECTURE.md", arrow_faults)}[sys.argv[1]]
     faults = list(check())
     for fault in faults:
         print(f"{document}: {fault}")

@@ -8,7 +8,7 @@
 
 namespace mvi {
 
-/// The passes with the lanes of the vector type V, upon panels of as many columns: the column
+/// The passes with the lanes of the vector type V, over panels of as many columns: the column
 /// passes load whole vectors, and only the row passes have to transpose.
 template <class V>
 class PanelPasses {
