@@ -12,7 +12,8 @@ packages=(cmake ninja-build g++ libcli11-dev libpng-dev libgtest-dev
     pybind11-dev python3-dev python3-numpy python3-pil python3-pytest)
 for group in "$@"; do
     case $group in
-    ci) packages+=(git clang clang-format clang-tidy cppcheck doxygen libopencv-core-dev pkgconf) ;;
+    ci) packages+=(git clang clang-format clang-tidy cppcheck doxygen libopencv-core-dev pkgconf
+        python3-dask python3-distributed) ;;
     package) packages+=(git dpkg-dev doxygen lintian debootstrap) ;;
     checks) packages+=(clang g++-aarch64-linux-gnu qemu-user gcovr abigail-tools ccache) ;;
     fuzz) packages+=(clang libclang-rt-dev patch zlib1g-dev) ;;
