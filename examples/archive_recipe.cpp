@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "picture.h"
+#include "program.h"
 
 namespace {
 
@@ -61,10 +62,7 @@ mvPelBuffer<double> response(const mvFrequencyFilter& filter) {
     return ones.getRealImage(true);
 }
 
-}  // namespace
-
-int main(int argc, char** argv) {
-    if (argc != 3) return 2;
+void run(char** argv) {
     const Recipe recipe = tuned();
     save(recipe, argv[1]);
     const Recipe loaded = load(argv[1]);
@@ -80,4 +78,10 @@ int main(int argc, char** argv) {
         mfPelCopy(drawn, sheet);
     }
     writePicture(argv[2], sheet);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    return runExample(argc, argv, "recipe.mva responses.png", run);
 }

@@ -9,6 +9,7 @@
 #include <thread>
 
 #include "picture.h"
+#include "program.h"
 
 namespace {
 
@@ -53,10 +54,7 @@ void soften(Image& picture) {
     }
 }
 
-}  // namespace
-
-int main(int argc, char** argv) {
-    if (argc != 3) return 2;
+void run(char** argv) {
     Image picture = readPicture(argv[1]);
     try {
         Button button;
@@ -76,4 +74,10 @@ int main(int argc, char** argv) {
         writePicture(argv[2], picture);  // what was done is done, the rest is as it was
         std::cout << "stopped on the way\n";
     }
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    return runExample(argc, argv, "picture.png stopped.png", run);
 }

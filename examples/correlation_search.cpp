@@ -6,6 +6,7 @@
 #include <iostream>
 
 #include "picture.h"
+#include "program.h"
 
 namespace {
 
@@ -47,10 +48,7 @@ mvPair<long> highest(const mvPelBuffer<double>& image) {
     return best;
 }
 
-}  // namespace
-
-int main(int argc, char** argv) {
-    if (argc != 4) return 2;
+void run(char** argv) {
     const Image board = readPicture(argv[1]), mark = readPicture(argv[2]);
     const mvPelBuffer<double> score = scores(board, mark);
     writePicture(argv[3], mfFrequencyMapImage(score, mvFrequencyDefs::eMapRange, 0.0,
@@ -67,4 +65,10 @@ int main(int argc, char** argv) {
         mvPelBuffer<double> target(score);  // a view of the same pels
         mfPelCopy(blot, target);            // where both overlap
     }
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    return runExample(argc, argv, "board.png mark.png scores.png", run);
 }

@@ -9,6 +9,7 @@
 #include <iostream>
 
 #include "picture.h"
+#include "program.h"
 
 namespace {
 
@@ -58,10 +59,7 @@ double contrast(const Image& image) {
     return std::sqrt(squares / count - mean * mean);
 }
 
-}  // namespace
-
-int main(int argc, char** argv) {
-    if (argc != 3) return 2;
+void run(char** argv) {
     const Image picture = readPicture(argv[1]);
     const Image skipped = everyFourth(picture), cropped = lowestFrequencies(picture);
 
@@ -73,4 +71,10 @@ int main(int argc, char** argv) {
     writePicture(argv[2], both);
     std::cout << "contrast where nothing should show: " << contrast(skipped) << " by skipping, "
               << contrast(cropped) << " by cropping\n";
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    return runExample(argc, argv, "picture.png small.png", run);
 }

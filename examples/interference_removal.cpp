@@ -9,6 +9,7 @@
 #include <numbers>
 
 #include "picture.h"
+#include "program.h"
 
 namespace {
 
@@ -46,10 +47,7 @@ void cutOut(const Wave& wave, mvFrequencyBuffer& spectrum) {
     filter.apply(spectrum);
 }
 
-}  // namespace
-
-int main(int argc, char** argv) {
-    if (argc != 3) return 2;
+void run(char** argv) {
     mvFrequencyBuffer spectrum;
     mfForwardFFT(readPicture(argv[1]), spectrum);
 
@@ -61,4 +59,10 @@ int main(int argc, char** argv) {
     writePicture(argv[2], clean);
     std::cout << "wave of " << wave.frequency << " cycles per pixel at "
               << wave.angle * 180.0 / std::numbers::pi << " degrees\n";
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    return runExample(argc, argv, "picture.png clean.png", run);
 }

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "picture.h"
+#include "program.h"
 
 namespace {
 
@@ -58,10 +59,7 @@ bool same(const Image& a, const Image& b) {
     return true;
 }
 
-}  // namespace
-
-int main(int argc, char** argv) {
-    if (argc != 3) return 2;
+void run(char** argv) {
     const Image picture = readPicture(argv[1]);
     const mvFrequencyFilterBandReject filter(0.02, 0.05, 0.24, {kSide, kSide}, 1);
 
@@ -70,4 +68,10 @@ int main(int argc, char** argv) {
     writePicture(argv[2], together);
     std::cout << "four threads and one: " << (same(alone, together) ? "the same" : "DIFFERENT")
               << " bits\n";
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    return runExample(argc, argv, "print.png tones.png", run);
 }

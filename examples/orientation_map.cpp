@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "picture.h"
+#include "program.h"
 
 namespace {
 
@@ -41,10 +42,7 @@ std::vector<mvPelBuffer<double>> answers(const Image& picture) {
     return all;
 }
 
-}  // namespace
-
-int main(int argc, char** argv) {
-    if (argc != 3) return 2;
+void run(char** argv) {
     const Image picture = readPicture(argv[1]);
     const std::vector<mvPelBuffer<double>> bank = answers(picture);
 
@@ -66,4 +64,10 @@ int main(int argc, char** argv) {
         std::cout << "across the lines " << 180 * i / kDirections
                   << " degrees: " << pels[static_cast<std::size_t>(i)] << " pels\n";
     }
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    return runExample(argc, argv, "lines.png map.png", run);
 }

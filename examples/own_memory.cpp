@@ -9,26 +9,20 @@
 #include <vector>
 
 #include "picture.h"
+#include "program.h"
 
 namespace {
 
-/// Replaces the pels, their rows `stride` bytes apart, by what is wrong with them.
+/// Replaces the pels, their rows `stride` pels apart, by what is wrong with them.
 void showDefects(unsigned char* pels, long width, long height, long stride) {
     mvPelBuffer<unsigned char> frame(pels, width, height, stride);  // a view, nothing is copied
-    mvFrequencyBuffer spectrum;
-    mfForwardFFT(frame, spectrum);
-
-    const double sigma = 0.012, plateau = 0.0, frequency = 0.03;  // cycles per pixel
-    const mvPair<long> size(spectrum.width(), spectrum.height());
-    const mvFrequencyFilterBandPass filter(sigma, plateau, frequency, size, 1);
-    filter.apply(spectrum);
-    mfInverseFFT(spectrum, frame, true, true);  // bright on black, into the frame itself
+    // Sigma and frequency are in cycles per pixel.
+    const mvFrequencyFilterBandPass ring(
+        {.sigma = 0.012, .frequency = 0.03, .size = {1024, 1024}, .dcRadius = 1});
+    mfFilterImage(frame, ring, frame, {.rescale = true});  // bright on black, in the frame itself
 }
 
-}  // namespace
-
-int main(int argc, char** argv) {
-    if (argc != 3) return 2;
+void run(char** argv) {
     const Image picture = readPicture(argv[1]);
 
     // What a camera delivers: rows that start at multiples of 1024 bytes.
@@ -39,13 +33,18 @@ int main(int argc, char** argv) {
                     static_cast<std::size_t>(width));
     }
 
-    // A region of interest. Its sides are powers of two, so it needs no padding; what is left of a
-    // frame comes from the light, which differs between left and right.
+    // A region of interest of any size.
     const long left = 64, top = 128;
-    showDefects(memory.data() + stride * top + left, 512, 256, stride);
+    showDefects(memory.data() + stride * top + left, 500, 270, stride);
 
     const Image frame(memory.data(), width, height, stride);
     writePicture(argv[2], frame);
     std::cout << "on a defect: " << int{frame.pel(452, 318)}
               << ", on good cloth: " << int{frame.pel(320, 260)} << '\n';
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    return runExample(argc, argv, "frame.png defects.png", run);
 }

@@ -9,6 +9,7 @@
 #include <numbers>
 
 #include "picture.h"
+#include "program.h"
 
 namespace {
 
@@ -28,10 +29,7 @@ std::vector<double> heights(const mvPelBuffer<double>& angle, long y) {
     return row;
 }
 
-}  // namespace
-
-int main(int argc, char** argv) {
-    if (argc != 4) return 2;
+void run(char** argv) {
     mvFrequencyBuffer spectrum;
     mfForwardFFT(readPicture(argv[1]), spectrum);
 
@@ -58,4 +56,10 @@ int main(int argc, char** argv) {
                   << std::round(100.0 * profile[static_cast<std::size_t>(x)]) / 100.0
                   << " fringes\n";
     }
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    return runExample(argc, argv, "fringes.png phase.png quadrants.png", run);
 }

@@ -7,6 +7,7 @@
 #include <iostream>
 
 #include "picture.h"
+#include "program.h"
 
 namespace {
 
@@ -44,10 +45,7 @@ double steepness(const Image& image) {
     return static_cast<double>(sum) / static_cast<double>(image.height() * (image.width() - 1));
 }
 
-}  // namespace
-
-int main(int argc, char** argv) {
-    if (argc != 3) return 2;
+void run(char** argv) {
     const Image blurred = readPicture(argv[1]);
     mvFrequencyBuffer spectrum, response;
     mfForwardFFT(blurred, spectrum);
@@ -61,4 +59,10 @@ int main(int argc, char** argv) {
     writePicture(argv[2], sharp);
     std::cout << "mean step: " << steepness(blurred) << " before, " << steepness(sharp)
               << " after\n";
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    return runExample(argc, argv, "blurred.png sharp.png", run);
 }

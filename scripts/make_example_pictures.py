@@ -140,6 +140,21 @@ def board(side=256):
     return picture
 
 
+def web(width=240, height=720):
+    """A web of film: thickness that drifts, a scratch along it, and five faults in the coating."""
+    rng = random.Random(5)
+    faults = [((70, 90), (7, 7), 34), ((170, 205), (13, 5), -30), ((95, 330), (6, 9), 30),
+              ((190, 455), (8, 8), -36), ((60, 560), (9, 6), 32)]
+
+    def shade(x, y):
+        drift = 10.0 * math.sin(x / 70.0 + 0.6 * math.sin(y / 160.0)) + 6.0 * math.sin(y / 120.0)
+        embossed = 9.0 * math.sin(2 * math.pi * x / 6) * math.sin(2 * math.pi * y / 6)
+        value = 130.0 + drift + embossed + rng.gauss(0.0, 2.0)
+        return value + sum(depth * blob(x, y, middle, radii) for middle, radii, depth in faults)
+
+    return Picture(width, height, shade)
+
+
 def main():
     default = pathlib.Path(__file__).resolve().parent.parent / "examples" / "pictures"
     folder = pathlib.Path(sys.argv[1]) if len(sys.argv) > 1 else default
@@ -152,6 +167,7 @@ def main():
         "brushed": brushed(),
         "board": board(),
         "mark": mark(),
+        "web": web(),
     }.items():
         write_png(folder / f"{name}.png", picture, 8)
 

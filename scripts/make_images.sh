@@ -16,24 +16,31 @@ mkdir -p $images
     $pictures/printed.png $images/printed-descreened.png
 
 example() { local name=$1; shift; "$build/examples/$name" "$@" >/dev/null; }
-recipe=$(mktemp)
-trap 'rm -f "$recipe"' EXIT
+results=$(mktemp -d)
+trap 'rm -rf "$results"' EXIT
+python=python3
+"$python" -c 'import matplotlib' 2>/dev/null || python=/usr/bin/python3
 
-example archive_recipe "$recipe" $images/archive-recipe.png
+example archive_recipe "$results/recipe.mva" $images/archive-recipe.png
 example cancel_button $pictures/disturbed.png $images/cancel-button.png
 example correlation_search $pictures/board.png $pictures/mark.png $images/correlation-search.png
 example downscaling $pictures/zone.png $images/downscaling.png
 example interference_removal $pictures/disturbed.png $images/interference-removal.png
+example line_scan_web $pictures/web.png $images/line-scan-web.png
 example many_threads $pictures/printed.png $images/many-threads.png
 example orientation_map $pictures/brushed.png $images/orientation-map.png
 example own_memory $pictures/woven.png $images/own-memory.png
 example phase_images $pictures/fringes.png $images/phase.png $images/quadrants.png
 example sharpening $pictures/blurred.png $images/sharpening.png
 
+# What is large is shown smaller.
+example signed_defects $pictures/woven.png "$results/signed.png"
+"$python" docs/figures/reduce.py "$results/signed.png" $images/signed-defects.png 2 mean
+"$python" scripts/make_photograph.py "$results/photo.png"
+example photograph "$results/photo.png" "$results/defects.png"
+"$python" docs/figures/reduce.py "$results/photo.png" $images/photograph.png 10 mean
+"$python" docs/figures/reduce.py "$results/defects.png" $images/photograph-defects.png 10 max
+
 # The figures of the guide: computed by the library, drawn by Debian's python3-matplotlib.
-results=$(mktemp -d)
-trap 'rm -rf "$recipe" "$results"' EXIT
 "$build/docs/figures" $pictures "$results"
-python=python3
-"$python" -c 'import matplotlib' 2>/dev/null || python=/usr/bin/python3
 "$python" docs/figures/draw.py "$results" $images

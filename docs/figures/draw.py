@@ -163,7 +163,7 @@ def pictures(names, titles, columns, size):
 def borders():
     """What the library transforms, and what comes of its edge."""
     save(pictures(("plane-0", "border-0", "plane-1", "border-1"),
-                  ("padded with zeros: 1024 × 512", "the filter answers the edge",
+                  ("padded with zeros: 1024 × 1024", "the filter answers the edge",
                    "padded with its mirror image", "the filter answers the defects"),
                   2, (9, 5.7)), "guide-borders")
 

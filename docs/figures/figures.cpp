@@ -3,13 +3,13 @@
 // Leaves pictures and tables of numbers in the folder RESULTS; draw.py puts axes around them.
 #include <filt/freqfilt.h>
 
+#include <algorithm>
 #include <cmath>
 #include <fstream>
 #include <numbers>
 #include <string>
 
 #include "examples/picture.h"
-#include "tools/border.h"
 
 namespace {
 
@@ -115,27 +115,58 @@ void writeMappings() {
     }
 }
 
-/// What a ring at 0.03 cycles per pixel leaves of a plane, cut to the cloth.
-Image throughRing(const Image& plane, double sigma, const Image& cloth) {
-    mvFrequencyBuffer spectrum;
-    mfForwardFFT(plane, spectrum);
-    const mvPair<long> size(spectrum.width(), spectrum.height());
-    const mvFrequencyFilterBandPass filter(sigma, 0.0, 0.03, size, 1);
-    filter.apply(spectrum);
+constexpr long kPlane = 1024;
+
+/// What a ring at 0.03 cycles per pixel leaves of the cloth.
+Image throughRing(const Image& cloth, double sigma, mvBorder border) {
+    const mvFrequencyFilterBandPass ring(
+        {.sigma = sigma, .frequency = 0.03, .size = {kPlane, kPlane}, .dcRadius = 1});
     Image result;
-    mfInverseFFT(spectrum, result, true, true);
-    return result.window(0, 0, cloth.width(), cloth.height());
+    mfFilterImage(cloth, ring, result, {.border = border, .rescale = true});
+    return result;
+}
+
+/// A position of the plane as the blend of two pels of a line, the second with the weight t.
+struct Blend {
+    long a, b;
+    double t;
+};
+Blend blendAt(long i, long n) {
+    if (i < n) return {i, i, 0.0};
+    const auto mirrored = [n](long j) {
+        j = ((j % (2 * n)) + 2 * n) % (2 * n);
+        return std::min(j, 2 * n - 1 - j);
+    };
+    const double t = (static_cast<double>(i - n) + 0.5) / static_cast<double>(kPlane - n);
+    return {mirrored(i), mirrored(i - kPlane), t};
+}
+
+/// The plane that the picture call fills for the cloth.
+Image filledPlane(const Image& cloth, mvBorder border) {
+    Image plane(kPlane, kPlane);
+    mfPelCopy(cloth, plane);
+    if (border == mvBorder::zero) return plane;
+    for (long y = 0; y < kPlane; ++y) {
+        const Blend row = blendAt(y, cloth.height());
+        for (long x = 0; x < kPlane; ++x) {
+            const Blend at = blendAt(x, cloth.width());
+            const auto along = [&](long v) {
+                return std::lerp(cloth.pel(at.a, v), cloth.pel(at.b, v), at.t);
+            };
+            const double value = std::lerp(along(row.a), along(row.b), row.t);
+            plane.pointToRow(y)[x] = static_cast<unsigned char>(std::lround(value));
+        }
+    }
+    return plane;
 }
 
 /// The cloth and its padded planes through the ring that finds its defects.
 void writeBorders(const Image& cloth) {
-    const Image planes[] = {withBorder(cloth, Border::zero), withBorder(cloth, Border::mirror)};
+    const mvBorder borders[] = {mvBorder::zero, mvBorder::mirror};
     for (int i = 0; i < 2; ++i) {
         const std::string number = std::to_string(i);
-        Image plane(paddedSize(cloth).x, paddedSize(cloth).y);
-        mfPelCopy(planes[i], plane);
-        writePicture(results + "plane-" + number + ".png", plane);
-        writePicture(results + "border-" + number + ".png", throughRing(plane, 0.012, cloth));
+        writePicture(results + "plane-" + number + ".png", filledPlane(cloth, borders[i]));
+        writePicture(results + "border-" + number + ".png", throughRing(cloth, 0.012, borders[i]));
     }
 }
 
@@ -143,7 +174,7 @@ void writeBorders(const Image& cloth) {
 void writeChoice(const Image& cloth) {
     const double sigmas[] = {0.002, 0.012, 0.06};
     for (int i = 0; i < 3; ++i) {
-        const Image result = throughRing(mirrored(cloth), sigmas[i], cloth);
+        const Image result = throughRing(cloth, sigmas[i], mvBorder::mirror);
         writePicture(results + "choice-" + std::to_string(i) + ".png", result);
     }
 }

@@ -36,14 +36,12 @@ def grey(image):
 # %% 1. Find the defects of a cloth.
 # Its weave and the uneven light are frequencies that a ring around 0.03 cycles per pixel leaves
 # out; what is left are the slack thread, the stain and the rubbed spot.
-# The cloth is padded with its own mirror image: padded with zeros it would get a bright frame.
+# The cloth may have any size; what stands around it is its own mirror image.
 cloth = np.asarray(Image.open(pictures / "woven.png").convert("L"))
-spectrum = mvfreq.forward_fft(np.pad(cloth, ((16, 16), (192, 192)), "symmetric"))
 ring = mvfreq.FrequencyFilterBandPass(
-    sigma=0.012, plateau=0.0, frequency=0.03, size=spectrum.size, dc_removal_radius=1
+    sigma=0.012, plateau=0.0, frequency=0.03, size=(1024, 1024), dc_removal_radius=1
 )
-ring.apply(spectrum)
-defects = mvfreq.inverse_fft(spectrum, np.uint8, rescale=True)[16:-16, 192:-192]
+defects = mvfreq.filter_image(cloth, ring, rescale=True)
 show("1-before-and-after.png", cloth=cloth, defects=defects)
 
 # %% 2. Look at the spectrum.
@@ -54,6 +52,7 @@ print("the mean grey level is", view[0, 0].real / cloth.size)
 levels = np.fft.fftshift(np.log1p(np.abs(view)))
 gains = mvfreq.FrequencyBuffer(*spectrum.size)
 gains.spectrum_view()[:] = 1
+ring.size = gains.size  # a filter is built for one padded size
 ring.apply(gains)
 show(
     "2-spectrum.png",

@@ -31,16 +31,38 @@ class Examples : public ::testing::Test {
 
     std::string path(const std::string& name) const { return folder_ / name; }
 
-    /// What the example writes; it must succeed.
-    static std::string run(const std::string& name, const std::vector<std::string>& arguments) {
-        std::string command = "'" MVFREQ_EXAMPLE_PROGRAMS "/" + name + "'";
-        for (const std::string& argument : arguments) command += " '" + argument + "'";
+    struct Outcome {
+        std::string out;
+        int exitCode;  // -1 for a program that a signal ended
+    };
+
+    static Outcome outcomeOf(const std::string& command) {
         std::FILE* pipe = ::popen(command.c_str(), "r");
         std::string out;
         for (int c = std::fgetc(pipe); c != EOF; c = std::fgetc(pipe)) out += static_cast<char>(c);
         const int status = ::pclose(pipe);
-        EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0) << command;
-        return out;
+        return {out, WIFEXITED(status) ? WEXITSTATUS(status) : -1};
+    }
+
+    static std::string commandOf(const std::string& name,
+                                 const std::vector<std::string>& arguments) {
+        // No shell between: its exit code for a program that a signal ended looks like any other.
+        std::string command = "exec '" MVFREQ_EXAMPLE_PROGRAMS "/" + name + "'";
+        for (const std::string& argument : arguments) command += " '" + argument + "'";
+        return command;
+    }
+
+    /// What the example writes; it must succeed.
+    static std::string run(const std::string& name, const std::vector<std::string>& arguments) {
+        const Outcome outcome = outcomeOf(commandOf(name, arguments));
+        EXPECT_EQ(outcome.exitCode, 0) << name;
+        return outcome.out;
+    }
+
+    /// What the example writes, errors included.
+    static Outcome runWithErrors(const std::string& name,
+                                 const std::vector<std::string>& arguments) {
+        return outcomeOf(commandOf(name, arguments) + " 2>&1");
     }
 
   private:
@@ -206,11 +228,74 @@ TEST_F(Examples, ArchiveRecipeLoadsWhatItSaved) {
     EXPECT_EQ(sheet.at(256 + 64 - 27, 64 - 16), 255u);
 }
 
+TEST_F(Examples, SignedDefectsTellBrightFromDark) {
+    const std::string out = run("signed_defects", {kPictures + "woven.png", path("out.png")});
+    EXPECT_EQ(out, "bright defect at 240 150\nbright defect at 170 372\ndark defect at 452 318\n");
+}
+
+TEST_F(Examples, LineScanWebInPiecesHasTheBitsOfOneCall) {
+    const std::string out = run("line_scan_web", {kPictures + "web.png", path("out.png")});
+    EXPECT_NE(out.find("720 rows came, 592 are done\n"), std::string::npos) << out;
+    EXPECT_NE(out.find("in pieces and in one call: the same bits\n"), std::string::npos) << out;
+
+    const PngFile result = readPng(path("out.png"));
+    EXPECT_EQ(result.height, 592);
+    const long faults[][2] = {{70, 90}, {170, 205}, {95, 330}, {190, 455}, {60, 560}};
+    for (const auto& [x, y] : faults) EXPECT_GT(result.at(x, y), 150u) << x << ", " << y;
+    EXPECT_LT(result.at(120, 270), 20u);
+}
+
+TEST_F(Examples, PhotographShowsItsFourFaults) {
+    const std::string photo = path("photo.png");
+    const Outcome made = outcomeOf(
+        "exec " MVFREQ_PYTHON " " MVFREQ_SCRIPTS "/make_photograph.py '" + photo + "' 2>&1");
+    if (made.exitCode != 0) GTEST_SKIP() << "the photograph needs numpy: " << made.out;
+    const std::vector<double> found = numbers(run("photograph", {photo, path("out.png")}));
+    const double faults[][2] = {{620, 410}, {2910, 760}, {1480, 1930}, {3420, 2540}};
+    ASSERT_EQ(found.size(), 12u);  // pels, x, y of each
+    for (std::size_t i = 0; i < 4; ++i) {
+        EXPECT_NEAR(found[3 * i + 1], faults[i][0], 4);
+        EXPECT_NEAR(found[3 * i + 2], faults[i][1], 4);
+    }
+}
+
 TEST_F(Examples, ManyThreadsGiveTheBitsOfOne) {
     const std::string tones = path("out.png");
     EXPECT_EQ(run("many_threads", {kPictures + "printed.png", tones}),
               "four threads and one: the same bits\n");
     EXPECT_NEAR(mean(readPng(kPictures + "printed.png")), mean(readPng(tones)), 2);
+}
+
+struct Usage {
+    const char* name;
+    std::size_t arguments;
+};
+
+const std::vector<Usage> kAll = {
+    {"archive_recipe", 2}, {"cancel_button", 2},        {"correlation_search", 3},
+    {"downscaling", 2},    {"interference_removal", 2}, {"line_scan_web", 2},
+    {"many_threads", 2},   {"orientation_map", 2},      {"own_memory", 2},
+    {"phase_images", 3},   {"photograph", 2},           {"screen_removal", 2},
+    {"sharpening", 2},     {"signed_defects", 2},       {"texture_removal", 2},
+};
+
+TEST_F(Examples, SayWhatIsWrongAndEndWithOne) {
+    for (const auto& [name, arguments] : kAll) {
+        const std::vector<std::string> missing(arguments, path("missing/file"));
+        const Outcome outcome = runWithErrors(name, missing);
+        EXPECT_EQ(outcome.exitCode, 1) << name;
+        EXPECT_NE(outcome.out.find(std::string(name) + ": "), std::string::npos) << outcome.out;
+        EXPECT_EQ(outcome.out.find("terminate"), std::string::npos) << outcome.out;
+    }
+}
+
+TEST_F(Examples, SayHowTheyAreUsedAndEndWithTwo) {
+    for (const auto& [name, arguments] : kAll) {
+        const Outcome outcome = runWithErrors(name, {});
+        EXPECT_EQ(outcome.exitCode, 2) << name;
+        EXPECT_EQ(outcome.out.substr(0, 7), "usage: ") << outcome.out;
+        EXPECT_EQ(std::ranges::count(outcome.out, ' '), 1 + static_cast<long>(arguments));
+    }
 }
 
 }  // namespace
