@@ -9,6 +9,15 @@ namespace mvi {
 template <class V>
 struct Elements {
     V re, im;
+
+    /// From and to as many real parts as there are lanes and then so many imaginary parts.
+    static Elements load(const float* from) { return {V::load(from), V::load(from + V::kLanes)}; }
+    void store(float* to) const { re.store(to), im.store(to + V::kLanes); }
+
+    template <bool kConjugate>
+    Elements conjugatedIf() const {
+        return {re, kConjugate ? -im : im};
+    }
 };
 
 /// Forward split-radix transform, decimation in frequency.
@@ -50,6 +59,21 @@ class LineTransform {
             twoStages<N>(load, [scratch](long i, Z z) { scratch[i] = z; });
             finishParts<N>(scratch, 0, 1, store);
         }
+    }
+
+    /// The same for a length that is known late: a power of two of at most kLongest. Each length
+    /// has a program of its own.
+    template <long kLongest = 2048, class Load, class Store>
+    static void transform(long n, Z* scratch, const Load& load, const Store& store) {
+        if (n == kLongest) return transform<kLongest>(scratch, load, store);
+        if constexpr (kLongest > 1) transform<kLongest / 2>(n, scratch, load, store);
+    }
+
+    /// Transforms `lines`, which is overwritten, to `result`.
+    static void between(Z* lines, Z* result, long n) {
+        transform(
+            n, lines, [lines](long i) { return lines[i]; },
+            [result](long k, Z z) { result[k] = z; });
     }
 
     /// The factors of the separation of n = 2, 4 ... 1024 complex points; entry i, 1 to n/2 - 1,

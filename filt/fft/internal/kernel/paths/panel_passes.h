@@ -3,8 +3,9 @@
 
 #include <filt/fft/internal/kernel/path.h>
 #include <filt/fft/internal/kernel/paths/line_transform.h>
-#include <filt/fft/internal/kernel/paths/passes.h>
 #include <filt/fft/internal/kernel/paths/pel_runs.h>
+#include <filt/fft/internal/kernel/paths/real_lines.h>
+#include <filt/fft/internal/kernel/paths/row_lanes.h>
 
 namespace mvi {
 
@@ -27,22 +28,22 @@ class PanelPasses {
         for (long x = 0; x < width; x += kRun) {
             loadPels(rows, x, filled < x + kRun ? filled : x + kRun, width, lines);
         }
-        Passes<V>::realLines(lines, result, half);
-        storeRows(result, half + 1, to, y, count);
+        RealLines<V>::transform(lines, result, half);
+        RowLanes<V>::storeToPanels(result, half + 1, to, y, count);
     }
 
     /// As KernelPath::gainColumns.
     static void gainColumns(float* panel, long filled, long height, const ColumnGains& direct,
                             float* mirroredPanel, const ColumnGains& mirrored, float* scratch) {
-        const auto load = [=](long y) { return y < filled ? loadRow(panel + kRow * y) : zeros(); };
+        const auto load = [=](long y) { return y < filled ? Z::load(panel + kRow * y) : zeros(); };
         const auto store = [&](long k, Z z) {
             if (direct.row[k] >= 0) {
-                storeRow(panel + kRow * k, gained(z, direct.first + direct.row[k]));
+                gained(z, direct.first + direct.row[k]).store(panel + kRow * k);
             }
             if (mirroredPanel == nullptr || mirrored.row[k] < 0) return;
-            storeRow(mirroredPanel + kRow * k, gained(z, mirrored.first + mirrored.row[k]));
+            gained(z, mirrored.first + mirrored.row[k]).store(mirroredPanel + kRow * k);
         };
-        Passes<V>::transformLines(height, reinterpret_cast<Z*>(scratch), load, store);
+        LineTransform<V>::transform(height, reinterpret_cast<Z*>(scratch), load, store);
     }
 
     /// As KernelPath::panelsToRows.
@@ -73,19 +74,19 @@ class PanelPasses {
             return isMirrored && 2 * opposed < width ? second[opposed - mirrored.begin] : zeros();
         };
         Z* const result = first;
-        Passes<V>::transformLines(width, lines, load, [result](long k, Z z) { result[k] = z; });
-        storeRows(result, width, to, y, count);
+        LineTransform<V>::transform(width, lines, load, [result](long k, Z z) { result[k] = z; });
+        RowLanes<V>::storeToPanels(result, width, to, y, count);
     }
 
     /// As KernelPath::columnsToMagnitudes.
     static void columnsToMagnitudes(const float* panel, const std::int32_t* rows, long height,
                                     bool squared, float* magnitudes, float* scratch) {
-        const auto load = [=](long y) { return loadRow(panel + rows[y]); };
+        const auto load = [=](long y) { return Z::load(panel + rows[y]); };
         const auto store = [=](long y, Z z) {
             const V square = z.re * z.re + z.im * z.im;
             (squared ? square : square.root()).store(magnitudes + kLanes * y);
         };
-        Passes<V>::transformLines(height, reinterpret_cast<Z*>(scratch), load, store);
+        LineTransform<V>::transform(height, reinterpret_cast<Z*>(scratch), load, store);
     }
 
   private:
@@ -100,10 +101,6 @@ class PanelPasses {
     static Z zeros() { return {V::filled(0.0f), V::filled(0.0f)}; }
 
     static long wholeVectors(long columns) { return (columns + kLanes - 1) / kLanes * kLanes; }
-
-    static Z loadRow(const float* row) { return {V::load(row), V::load(row + kLanes)}; }
-
-    static void storeRow(float* row, Z z) { z.re.store(row), z.im.store(row + kLanes); }
 
     static Z gained(Z z, const float* gains) {
         const V gain = V::load(gains);
@@ -148,26 +145,6 @@ class PanelPasses {
             }
             V::transpose(block);
             for (long i = 0; i < kLanes; ++i) lines[i].im = block[i];
-        }
-    }
-
-    // The first `count` lanes, rows of `available` elements, to the rows from y on of panels; the
-    // first element of lines[0] is that of column 0. Columns without elements are zero.
-    static void storeRows(const Z* lines, long available, const Panels& to, long y, long count) {
-        V block[kLanes];
-        for (long x = to.begin; x < to.end; x += kLanes) {
-            float* const row = rowOf(to, x, y);
-            const long columns = available - x < kLanes ? available - x : kLanes;
-            for (long i = 0; i < kLanes; ++i) {
-                block[i] = i < columns ? lines[x + i].re : V::filled(0.0f);
-            }
-            V::transpose(block);
-            for (long r = 0; r < count; ++r) block[r].store(row + kRow * r);
-            for (long i = 0; i < kLanes; ++i) {
-                block[i] = i < columns ? lines[x + i].im : V::filled(0.0f);
-            }
-            V::transpose(block);
-            for (long r = 0; r < count; ++r) block[r].store(row + kRow * r + kLanes);
         }
     }
 };

@@ -2,10 +2,11 @@
 #pragma once
 
 #include <filt/fft/internal/kernel/paths/built_paths.h>
+#include <filt/fft/internal/kernel/paths/column_passes.h>
 #include <filt/fft/internal/kernel/paths/panel_passes.h>
-#include <filt/fft/internal/kernel/paths/passes.h>
 #include <filt/fft/internal/kernel/paths/pel_runs.h>
 #include <filt/fft/internal/kernel/paths/radial_gains.h>
+#include <filt/fft/internal/kernel/paths/row_passes.h>
 
 namespace mvi {
 
@@ -23,7 +24,8 @@ constexpr PelRuns<T> pelRunsOf() {
 /// The path with the lanes of the vector type V.
 template <class V>
 constexpr KernelPath pathOf(const char* name, bool (*isSupported)()) {
-    using Passes = Passes<V>;
+    using Rows = RowPasses<V>;
+    using Columns = ColumnPasses<V>;
     using Filtered = PanelPasses<V>;
     using Runs = Runs<V>;
     return {pelRunsOf<V, unsigned char>(),
@@ -32,9 +34,9 @@ constexpr KernelPath pathOf(const char* name, bool (*isSupported)()) {
             name,
             isSupported,
             V::kLanes,
-            Passes::complexRows,
-            Passes::realRows,
-            Passes::complexColumns,
+            Rows::complexRows,
+            Rows::realRows,
+            Columns::complexColumns,
             Runs::mirrored,
             Runs::squareRange,
             Runs::squares,

@@ -8,6 +8,8 @@
 // Not <cmath>, which has inline functions: linkers keep one of each, whatever processor it is for.
 #include <math.h>  // NOLINT(modernize-deprecated-headers)
 
+#include <utility>
+
 namespace mvi {
 
 // A hint to bring what stands at an address, if there is anything, into the cache.
@@ -143,16 +145,6 @@ struct OneLane {
 
 #if defined(__GNUC__)
 
-/// The numbers 0 to N - 1 as template arguments.
-template <int... I>
-struct Indices {};
-template <int N, int... I>
-struct MakeIndices : MakeIndices<N - 1, N - 1, I...> {};
-template <int... I>
-struct MakeIndices<0, I...> {
-    using Type = Indices<I...>;
-};
-
 /// L lanes in a machine register.
 template <int L>
 struct MachineVector {
@@ -206,7 +198,10 @@ struct MachineVector {
     }
 
   private:
-    using All = typename MakeIndices<L>::Type;
+    // Paths may share a type of the standard library, but none of its functions.
+    using All = std::make_integer_sequence<int, L>;
+    template <int... I>
+    using Indices = std::integer_sequence<int, I...>;
 
     template <int... I>
     static void unzip(Raw a, Raw b, Raw& first, Raw& second, Indices<I...>) {
