@@ -3,6 +3,7 @@
 
 #include <base/exception.h>
 
+#include <algorithm>
 #include <atomic>
 #include <csignal>
 
@@ -16,6 +17,14 @@ static_assert(std::atomic<int>::is_always_lock_free, "a signal handler writes it
 extern "C" void noteSignal(int signal) {
     signalReceived = signal;
 }
+
+struct Stage {
+    const char* name = "working";
+    long polls = 0;
+    long expected = 0;
+};
+
+thread_local Stage stage;
 
 // Without SA_RESTART, so that waiting for a pipe ends as well.
 void catchSignal(int signal) {
@@ -37,8 +46,20 @@ Attention::~Attention() {
 }
 
 int Attention::poll(void* self) {
+    ++stage.polls;
     if (ProgressLine* line = static_cast<Attention*>(self)->line_) line->show();
     return signalReceived;
+}
+
+void beginStage(const char* name, long polls) {
+    stage = {name, 0, polls};
+}
+
+// What is expected is only about right: nothing is done before it is.
+std::string stageText() {
+    if (stage.expected == 0) return stage.name;
+    const long percent = std::min(100 * stage.polls / stage.expected, 99l);
+    return std::string(stage.name) + ", " + std::to_string(percent) + " %";
 }
 
 bool interrupted() {

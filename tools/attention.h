@@ -3,6 +3,8 @@
 
 #include <vsys/attention.h>
 
+#include <string>
+
 class ProgressLine;
 
 /// While it lives, SIGINT and SIGTERM make the attention polls of this thread fail, and every poll
@@ -20,6 +22,12 @@ class Attention {
     ProgressLine* line_;
     vsys_attention_state former_;
 };
+
+/// Names what this thread begins to do, for about so many polls.
+void beginStage(const char* name, long polls);
+
+/// "filtering, 35 %": what this thread is doing, and how far it is by its polls.
+std::string stageText();
 
 /// True once a signal has asked the program to stop.
 bool interrupted();

@@ -2,6 +2,7 @@
 #include "axes.h"
 
 #include <algorithm>
+#include <iterator>
 #include <string>
 
 #include "tiny_font.h"
@@ -19,38 +20,57 @@ void fill(const Canvas& canvas, long x, long y, long width, long height, unsigne
     mfPelSet_U8(part, value);
 }
 
-// "-0.4": a frequency that is given in tenths of a cycle per pixel.
-std::string numberText(long tenths) {
-    if (tenths == 0) return "0";
-    return (tenths < 0 ? "-0." : "0.") + std::to_string(std::abs(tenths));
+// Where ticks stand: at every so many thousandths of a cycle per pixel.
+constexpr long kSteps[] = {1, 2, 5, 10, 20, 50, 100, 200, 500, 1000};
+constexpr long kHighest = 500;
+
+// "-0.45": so many thousandths.
+std::string numberText(long thousandths) {
+    if (thousandths == 0) return "0";
+    std::string digits = std::to_string(1000 + std::abs(thousandths)).substr(1);
+    digits.resize(digits.find_last_not_of('0') + 1);
+    return (thousandths < 0 ? "-0." : "0.") + digits;
 }
 
-// One axis: so many bins, each so many pels long.
+// One axis: so many pels of the picture, each drawn so many pels long.
 struct Axis {
-    long bins;
+    long pels;
+    double pelsPerCycle;
     long zoom;
 
-    long length() const { return bins * zoom; }
+    long length() const { return pels * zoom; }
 
-    // The middle of the bin that stands for a frequency.
-    long position(long tenths) const { return bins / 2 * zoom + zoom / 2 + tenths * length() / 10; }
-
-    // The tenths from one number to the next, when a number needs `room` pels; beyond 5 there is
-    // only room for the zero.
-    long step(long room) const {
-        for (const long tenths : {1, 2, 5}) {
-            if (tenths * length() / 10 >= room) return tenths;
-        }
-        return 10;
+    double distance(long thousandths) const {
+        return static_cast<double>(thousandths * zoom) * pelsPerCycle / 1000;
     }
 
-    // Calls draw(position, tenths) for the tenths that lie on the axis.
+    // The middle of the pel that stands for a frequency.
+    long position(long thousandths) const {
+        return pels / 2 * zoom + zoom / 2 + static_cast<long>(distance(thousandths));
+    }
+
+    // The finest step of whole units that leaves `room` pels from one tick to the next; the
+    // coarsest leaves only the zero.
+    long step(double room, long unit = 1) const {
+        for (const long step : kSteps) {
+            if (step % unit == 0 && distance(step) >= room) return step;
+        }
+        return kSteps[std::size(kSteps) - 1];
+    }
+
+    // The finest step of which another one is a multiple.
+    long stepWithin(long whole, double room) const {
+        for (const long step : kSteps) {
+            if (whole % step == 0 && distance(step) >= room) return step;
+        }
+        return whole;
+    }
+
+    // Calls draw(position, thousandths) for the ticks that lie on the axis.
     template <class Draw>
     void ticks(long step, Draw draw) const {
-        for (long tenths = -5; tenths <= 5; ++tenths) {
-            if (tenths % step == 0 && position(tenths) >= 0 && position(tenths) <= length()) {
-                draw(position(tenths), tenths);
-            }
+        for (long at = -kHighest / step * step; at <= kHighest; at += step) {
+            if (position(at) >= 0 && position(at) <= length()) draw(position(at), at);
         }
     }
 };
@@ -58,7 +78,8 @@ struct Axis {
 // The picture that is being drawn. All lengths follow the size of the letters.
 class Plot {
   public:
-    explicit Plot(const mvPelBuffer_const<unsigned char>& plane) : Plot(plane, longer(plane)) {}
+    Plot(const mvPelBuffer_const<unsigned char>& plane, mvPair<double> pelsPerCycle)
+        : Plot(plane, pelsPerCycle, longer(plane)) {}
 
     Canvas draw(const mvPelBuffer_const<unsigned char>& plane) const {
         fill(canvas_, 0, 0, canvas_.width(), canvas_.height(), kWhite);
@@ -72,12 +93,12 @@ class Plot {
     }
 
   private:
-    Plot(const mvPelBuffer_const<unsigned char>& plane, long side)
+    Plot(const mvPelBuffer_const<unsigned char>& plane, mvPair<double> pelsPerCycle, long side)
         : letter_(std::max(side / 512, 1l)),
-          left_(34 * letter_),
+          left_(46 * letter_),
           top_(6 * letter_),
-          across_{plane.width(), std::max(kLeastSide / side, 1l)},
-          down_{plane.height(), across_.zoom},
+          across_{plane.width(), pelsPerCycle.x, std::max(kLeastSide / side, 1l)},
+          down_{plane.height(), pelsPerCycle.y, across_.zoom},
           canvas_(std::max(left_ + across_.length() + 16 * letter_,
                            textWidth(kUnit, letter_) + 4 * letter_),
                   top_ + std::max(down_.length(), 4 * letter_) + 28 * letter_) {}
@@ -96,24 +117,46 @@ class Plot {
 
     void drawAcross() const {
         const long bottom = top_ + down_.length() + 1;
-        across_.ticks(1, [&](long at, long) { tick(left_ + at, bottom, 1, 2 * letter_); });
-        across_.ticks(across_.step(30 * letter_), [&](long at, long tenths) {
+        const long step = numberedStep(across_);
+        across_.ticks(fineStep(across_, step),
+                      [&](long at, long) { tick(left_ + at, bottom, 1, 2 * letter_); });
+        across_.ticks(step, [&](long at, long thousandths) {
             tick(left_ + at, bottom, 1, 4 * letter_);
-            const std::string number = numberText(tenths);
+            const std::string number = numberText(thousandths);
             drawText(number, left_ + at - textWidth(number, letter_) / 2, bottom + 6 * letter_);
         });
     }
 
     void drawDown() const {
         const long right = left_ - 1;
-        down_.ticks(1,
+        const long step = down_.step(static_cast<double>(14 * letter_));
+        down_.ticks(fineStep(down_, step),
                     [&](long at, long) { tick(right - 2 * letter_, top_ + at, 2 * letter_, 1); });
-        down_.ticks(down_.step(10 * letter_), [&](long at, long tenths) {
+        down_.ticks(step, [&](long at, long thousandths) {
             tick(right - 4 * letter_, top_ + at, 4 * letter_, 1);
-            const std::string number = numberText(tenths);
+            const std::string number = numberText(thousandths);
             drawText(number, right - 6 * letter_ - textWidth(number, letter_),
                      top_ + at - 3 * letter_);
         });
+    }
+
+    // Ticks without numbers stand four letter pels apart at least.
+    long fineStep(const Axis& axis, long step) const {
+        return axis.stepWithin(step, static_cast<double>(4 * letter_));
+    }
+
+    // Coarse steps have shorter numbers, so that they may stand closer together.
+    long numberedStep(const Axis& axis) const {
+        const struct {
+            const char* widest;
+            long unit;
+        } numbers[] = {{"-0.455", 1}, {"-0.45", 10}, {"-0.5", 100}};
+        long finest = kSteps[std::size(kSteps) - 1];
+        for (const auto& [widest, unit] : numbers) {
+            const long room = textWidth(widest, letter_) + 6 * letter_;
+            finest = std::min(finest, axis.step(static_cast<double>(room), unit));
+        }
+        return finest;
     }
 
     void tick(long x, long y, long width, long height) const {
@@ -131,6 +174,7 @@ class Plot {
 
 }  // namespace
 
-mvPelBuffer<unsigned char> withAxes(const mvPelBuffer_const<unsigned char>& plane) {
-    return Plot(plane).draw(plane);
+mvPelBuffer<unsigned char> withAxes(const mvPelBuffer_const<unsigned char>& plane,
+                                    mvPair<double> pelsPerCycle) {
+    return Plot(plane, pelsPerCycle).draw(plane);
 }

@@ -23,23 +23,30 @@ void addAxes(CLI::App& command, bool& axes) {
 
 struct SpectrumCommand {
     PictureArguments pictures;
-    Border border = Border::mirror;
-    bool axes = false;
+    SpectrumOptions options;
+    std::string border;
 };
 
 void addSpectrum(CLI::App& app, Work& work) {
     const auto run = std::make_shared<SpectrumCommand>();
     CLI::App* command = app.add_subcommand(
         "spectrum", "Write the centred log magnitude of the spectrum as an 8-bit picture");
-    addPictures(*command, run->pictures, "8-bit grey PNG of the padded size");
-    addAxes(*command, run->axes);
-    addBorder(*command, run->border);
+    addPictures(*command, run->pictures, "square 8-bit grey PNG, DC in the middle");
+    addAxes(*command, run->options.axes);
+    command
+        ->add_option("--max-frequency", run->options.maxFrequency,
+                     "Show the middle up to that many cycles per pixel, enlarged")
+        ->check(CLI::Range(0.0, 0.5));
+    command
+        ->add_option("--border", run->border,
+                     "Changes nothing any more: the edges fade out, so that none shows")
+        ->check(CLI::IsMember({"mirror", "zero"}));
     command->footer(
         "Example:\n  mvfreq spectrum --axes examples/pictures/printed.png spectrum.png");
     command->callback([run, &work] {
         work = [run] {
-            return runPictures(run->pictures, [&](const PictureFiles& files) {
-                writeSpectrum(files, run->border, run->axes);
+            return runPictures(run->pictures, [&](const PictureFiles& files, int) {
+                writeSpectrum(files, run->options);
             });
         };
     });

@@ -31,28 +31,3 @@ std::unique_ptr<mvFrequencyFilter> loadFilter(const std::string& path) {
     if (!filter) throw Failure(path + ": holds no filter");
     return filter;
 }
-
-namespace {
-
-template <class Filter>
-bool takeSize(mvFrequencyFilter& filter, mvPair<long>& size) {
-    auto* typed = dynamic_cast<Filter*>(&filter);
-    if (typed) size = typed->size();
-    return typed;
-}
-
-}  // namespace
-
-mvPair<long> filterSize(mvFrequencyFilter& filter) {
-    mvPair<long> size;
-    if (auto* image = dynamic_cast<mvFrequencyFilterImage*>(&filter)) {
-        return {image->supportWidth(), image->supportHeight()};
-    }
-    if (takeSize<mvFrequencyFilterBandPass>(filter, size) ||
-        takeSize<mvFrequencyFilterBandReject>(filter, size) ||
-        takeSize<mvFrequencyFilterGabor>(filter, size) ||
-        takeSize<mvFrequencyFilterGaborReject>(filter, size)) {
-        return size;
-    }
-    throw Failure("a filter of an unknown class");
-}

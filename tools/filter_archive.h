@@ -13,7 +13,3 @@ void saveFilter(OutputFile& file, const mvFrequencyFilter& filter);
 
 /// Reads a filter of any class. Throws a Failure for a file that cannot be read or holds none.
 std::unique_ptr<mvFrequencyFilter> loadFilter(const std::string& path);
-
-/// The size of the planes the filter is built for. Throws mvFrequencyDefs::Uninitialized for a
-/// filter without response.
-mvPair<long> filterSize(mvFrequencyFilter& filter);

@@ -23,7 +23,7 @@ struct FilterCommand {
     FilterOptions options;
     virtual ~FilterCommand() = default;
     virtual void addOptions(CLI::App& command) = 0;
-    virtual MakeFilter makeFilter() const = 0;
+    virtual FilterRecipe recipe() const = 0;
 };
 
 // The square around DC: pass filters clear it, reject filters keep it.
@@ -52,6 +52,16 @@ constexpr const char* kRadiusHelp<mvFrequencyFilterBandPass> =
 template <>
 constexpr const char* kRadiusHelp<mvFrequencyFilterGabor> = kRadiusHelp<mvFrequencyFilterBandPass>;
 
+// Parameters that no plane takes are refused here, before the first picture is read.
+template <class Command>
+FilterRecipe recipeOf(const Command& command) {
+    const mvPair<long> anyPlane(64, 64);
+    const auto make = [command](mvPair<long> plane) {
+        return command.build(plane, command.radius.within(plane));
+    };
+    return {make, mfFilterReach(*command.build(anyPlane, std::min(command.radius.value, 0l)))};
+}
+
 template <class Filter>
 struct RingCommand : FilterCommand {
     double frequency = 0, sigma = 0, plateau = 0;
@@ -64,11 +74,11 @@ struct RingCommand : FilterCommand {
         radius.addTo(command, kRadiusHelp<Filter>);
     }
 
-    MakeFilter makeFilter() const override {
-        return [*this](mvPair<long> size, const std::string&) {
-            return std::make_unique<Filter>(sigma, plateau, frequency, size, radius.within(size));
-        };
+    std::unique_ptr<Filter> build(mvPair<long> plane, long dcRadius) const {
+        return std::make_unique<Filter>(sigma, plateau, frequency, plane, dcRadius);
     }
+
+    FilterRecipe recipe() const override { return recipeOf(*this); }
 };
 
 template <class Filter>
@@ -89,14 +99,14 @@ struct LobeCommand : FilterCommand {
         radius.addTo(command, kRadiusHelp<Filter>);
     }
 
-    MakeFilter makeFilter() const override {
-        return [*this](mvPair<long> size, const std::string&) {
-            return std::make_unique<Filter>(
-                mvPair<double>(sigma, sigmaAcross.value_or(sigma)),
-                mvPair<double>(plateau, plateauAcross.value_or(plateau)),
-                mvRadian(degrees * std::numbers::pi / 180), frequency, size, radius.within(size));
-        };
+    std::unique_ptr<Filter> build(mvPair<long> plane, long dcRadius) const {
+        return std::make_unique<Filter>(mvPair<double>(sigma, sigmaAcross.value_or(sigma)),
+                                        mvPair<double>(plateau, plateauAcross.value_or(plateau)),
+                                        mvRadian(degrees * std::numbers::pi / 180), frequency,
+                                        plane, dcRadius);
     }
+
+    FilterRecipe recipe() const override { return recipeOf(*this); }
 };
 
 struct ConvolveCommand : FilterCommand {
@@ -109,10 +119,11 @@ struct ConvolveCommand : FilterCommand {
             ->required();
     }
 
-    MakeFilter makeFilter() const override {
-        return [read = Kernel(kernel)](mvPair<long> size, const std::string&) {
-            return read.filter(size);
-        };
+    FilterRecipe recipe() const override {
+        const Kernel read(kernel);
+        const mvPair<long> least = read.leastPlane();
+        return {[read](mvPair<long> plane) { return read.filter(plane); },
+                mfFilterReach(*read.filter(least)), least};
     }
 };
 
@@ -123,14 +134,13 @@ struct ApplyCommand : FilterCommand {
         command.add_option("archive", archive, "Filter that --save wrote")->required();
     }
 
-    MakeFilter makeFilter() const override {
-        const std::shared_ptr<mvFrequencyFilter> loaded = loadFilter(archive);
-        const mvPair<long> built = filterSize(*loaded);
-        return [=, name = archive](mvPair<long> size, const std::string& picture) {
-            if (built == size) return std::unique_ptr<mvFrequencyFilter>(loaded->clone());
-            throw Failure(name + ": the filter is built for pictures padded to " + sizeText(built) +
-                          ", but " + picture + " is padded to " + sizeText(size));
-        };
+    FilterRecipe recipe() const override {
+        const std::shared_ptr<const mvFrequencyFilter> loaded = loadFilter(archive);
+        return {
+            [loaded](mvPair<long>) { return std::unique_ptr<mvFrequencyFilter>(loaded->clone()); },
+            mfFilterReach(*loaded),
+            {1, 1},
+            mfFilterPlane(*loaded)};
     }
 };
 
@@ -148,6 +158,10 @@ void addOutputs(CLI::App& command, FilterOptions& options, CLI::Option* outDir, 
     }
 }
 
+// A filter from an archive has its plane, and is saved.
+template <class Command>
+constexpr bool kBuildsFilter = !std::is_same_v<Command, ApplyCommand>;
+
 template <class Command>
 void addCommand(CLI::App& app, Work& work, const char* name, const char* purpose,
                 const char* example) {
@@ -156,37 +170,31 @@ void addCommand(CLI::App& app, Work& work, const char* name, const char* purpose
     command->addOptions(options);
     CLI::Option* outDir =
         addPictures(options, command->pictures, "grey PNG of the same depth, the magnitudes");
-    options.add_flag(
+    CLI::Option* rescale = options.add_flag(
         "--rescale", command->options.rescale,
         "Spread the magnitudes over the whole grey range (else they stay grey levels). A 16-bit "
         "result that is bright all over does not reach down to 0: on a plane of 1024 x 1024, 9537 "
         "and darker becomes 0");
-    addBorder(options, command->options.border);
-    addOutputs(options, command->options, outDir, !std::is_same_v<Command, ApplyCommand>);
+    options
+        .add_flag(
+            "--signed", command->options.withSign,
+            "Write the real part with its sign instead, as 16 bits: 32768 is zero, and a grey "
+            "level of the picture is a level")
+        ->excludes(rescale);
+    addPlaneOptions(options, command->options.plane, kBuildsFilter<Command>);
+    addOutputs(options, command->options, outDir, kBuildsFilter<Command>);
     options.footer(std::string("Example:\n  ") + example);
     options.callback([command, &work] {
         work = [command] {
-            SharedFilters filters(command->makeFilter());
-            return runPictures(command->pictures, [&](const PictureFiles& files) {
-                filterPicture(files, command->options, filters);
+            SharedFilters filters(command->recipe());
+            return runPictures(command->pictures, [&](const PictureFiles& files, int threads) {
+                filterPicture(files, command->options, filters, threads);
             });
         };
     });
 }
 
 }  // namespace
-
-void addBorder(CLI::App& command, Border& border) {
-    const auto set = [&border](const std::string& name) {
-        border = name == "zero" ? Border::zero : Border::mirror;
-    };
-    command
-        .add_option_function<std::string>(
-            "--border", set,
-            "What pads the picture to powers of two: mirror (default) "
-            "or zero")
-        ->check(CLI::IsMember({"mirror", "zero"}));
-}
 
 void addFilterCommands(CLI::App& app, Work& work) {
     addCommand<RingCommand<mvFrequencyFilterBandPass>>(

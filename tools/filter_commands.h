@@ -3,11 +3,7 @@
 
 #include <CLI/CLI.hpp>
 
-#include "border.h"
 #include "work.h"
-
-/// Adds the --border option.
-void addBorder(CLI::App& command, Border& border);
 
 /// Adds bandpass, bandreject, gabor, gaborreject, convolve and apply; the one that is chosen sets
 /// `work`.

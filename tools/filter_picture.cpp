@@ -1,64 +1,87 @@
 // A picture through a filter and back.
 #include "filter_picture.h"
 
+#include <vector>
+
+#include "attention.h"
+#include "complex_picture.h"
 #include "filter_archive.h"
 #include "output_file.h"
 #include "png_picture.h"
 
 namespace {
 
-// The part of the plane that shows the picture.
+// One picture on its way.
 template <class T>
-mvPelBuffer<T> cropped(const mvPelBuffer<T>& plane, const mv_PelBuffer& picture) {
-    return plane.window(0, 0, picture.width(), picture.height());
-}
+class FilterRun {
+  public:
+    FilterRun(const mvPelBuffer<T>& picture, const FilterOptions& options, SharedFilters& filters,
+              int threads)
+        : picture_(picture),
+          options_(options),
+          choice_(choosePlane(picture, filters.recipe(), options.plane)),
+          filter_(filters.get(choice_.plane)),
+          image_(imageOptions(options.plane, threads)) {}
 
-mvPelBuffer<unsigned char> angleImage(const mvFrequencyBuffer& spatial,
-                                      const mv_PelBuffer& picture) {
-    mvPelBuffer<double> angle;
-    mf_ComputeAngleImage(spatial, angle);
-    return mfFrequencyMapImage(cropped(angle, picture), mvFrequencyDefs::eMapAngle, 0, 0);
-}
-
-// The codes 0 .. 3 as four grey levels that can be told apart: 0, 85, 170 and 255.
-mvPelBuffer<unsigned char> quadrantImage(const mvFrequencyBuffer& spatial,
-                                         const mv_PelBuffer& picture) {
-    mvPelBuffer<unsigned char> codes;
-    mf_ComputeQuadrantImage(spatial, codes);
-    codes = cropped(codes, picture);
-    for (long y = 0; y < codes.height(); ++y) {
-        for (long x = 0; x < codes.width(); ++x) codes.pointToRow(y)[x] *= 85;
+    void write(const std::string& output) {
+        filter(output);
+        OutputFiles outputs;
+        for (const Result& result : results_) {
+            std::visit([&](const auto& pels) { writePicture(outputs.add(result.path), pels); },
+                       result.pels);
+        }
+        if (!options_.save.empty()) saveFilter(outputs.add(options_.save), filter_);
+        outputs.publish();
     }
-    return codes;
-}
 
-template <class T>
-void filterPels(const mvPelBuffer<T>& picture, const PictureFiles& files,
-                const FilterOptions& options, SharedFilters& filters) {
-    const mvFrequencyFilter& filter = filters.get(paddedSize(picture), files.input);
+  private:
+    struct Result {
+        std::string path;
+        Picture pels;
+    };
 
-    mvFrequencyBuffer buffer;
-    mfForwardFFT(withBorder(picture, options.border), buffer);
-    filter.apply(buffer);
-    mvPelBuffer<T> result;
-    mfInverseFFT(buffer, result, options.rescale, true);
-
-    OutputFiles outputs;
-    writePicture(outputs.add(files.output), cropped(result, picture));
-    if (!options.angleImage.empty()) {
-        writePicture(outputs.add(options.angleImage), angleImage(buffer, picture));
+    void filter(const std::string& output) {
+        const bool hasPhases = !options_.angleImage.empty() || !options_.quadrantImage.empty();
+        const int calls = (hasPhases ? 2 : 0) + (options_.withSign && hasPhases ? 0 : 1);
+        beginStage("filtering", calls * expectedPolls(choice_, image_.threads));
+        mvPelBuffer<double> real;
+        if (hasPhases || options_.withSign) real = realPart(picture_, filter_, image_);
+        results_.push_back({output, options_.withSign ? Picture(signedPels(real)) : magnitudes()});
+        if (hasPhases) addPhases(real, imaginaryPart(picture_, filter_, image_));
     }
-    if (!options.quadrantImage.empty()) {
-        writePicture(outputs.add(options.quadrantImage), quadrantImage(buffer, picture));
+
+    Picture magnitudes() const {
+        mvPelBuffer<T> result;
+        mvFilterImageOptions image = image_;
+        image.rescale = options_.rescale;
+        mfFilterImage(picture_, filter_, result, image);
+        return result;
     }
-    if (!options.save.empty()) saveFilter(outputs.add(options.save), filter);
-    outputs.publish();
-}
+
+    void addPhases(const mvPelBuffer<double>& real, const mvPelBuffer<double>& imaginary) {
+        if (!options_.angleImage.empty()) {
+            results_.push_back({options_.angleImage, anglePels(real, imaginary)});
+        }
+        if (!options_.quadrantImage.empty()) {
+            results_.push_back({options_.quadrantImage, quadrantPels(real, imaginary)});
+        }
+    }
+
+    const mvPelBuffer<T>& picture_;
+    const FilterOptions& options_;
+    const PlaneChoice choice_;
+    const mvFrequencyFilter& filter_;
+    const mvFilterImageOptions image_;
+    std::vector<Result> results_;
+};
 
 }  // namespace
 
-void filterPicture(const PictureFiles& files, const FilterOptions& options,
-                   SharedFilters& filters) {
-    std::visit([&](const auto& picture) { filterPels(picture, files, options, filters); },
-               readPicture(files.input));
+void filterPicture(const PictureFiles& files, const FilterOptions& options, SharedFilters& filters,
+                   int threads) {
+    std::visit(
+        [&](const auto& picture) {
+            FilterRun(picture, options, filters, threads).write(files.output);
+        },
+        readPicture(files.input));
 }

@@ -3,8 +3,8 @@
 
 #include <string>
 
-#include "border.h"
 #include "picture_arguments.h"
+#include "plane_choice.h"
 #include "shared_filters.h"
 
 /// What a filter run writes besides the picture, and how; an empty name writes nothing.
@@ -13,8 +13,11 @@ struct FilterOptions {
     std::string angleImage;
     std::string quadrantImage;
     bool rescale = false;
-    Border border = Border::mirror;
+    bool withSign = false;
+    PlaneOptions plane;
 };
 
-/// Filters the input picture and writes all outputs, or none of them when anything fails.
-void filterPicture(const PictureFiles& files, const FilterOptions& options, SharedFilters& filters);
+/// Filters the input picture on up to `threads` threads and writes all outputs, or none of them
+/// when anything fails.
+void filterPicture(const PictureFiles& files, const FilterOptions& options, SharedFilters& filters,
+                   int threads);

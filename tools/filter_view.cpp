@@ -22,8 +22,8 @@ mvFrequencyBuffer planeOfOnes(mvPair<long> size) {
 }
 
 // A plane of ones, filtered: the gains at their places, with all else that the filter does.
-mvPelBuffer<double> gains(mvFrequencyFilter& filter) {
-    mvFrequencyBuffer plane = planeOfOnes(filterSize(filter));
+mvPelBuffer<double> gains(const mvFrequencyFilter& filter) {
+    mvFrequencyBuffer plane = planeOfOnes(mfFilterPlane(filter));
     filter.apply(plane);
     return plane.getMagnitudeImage(true);
 }
@@ -44,7 +44,9 @@ void viewFilter(const std::string& archive, const std::string& output, bool axes
     const mvPelBuffer<double> response = gains(*filter);
     const mvPelBuffer<unsigned char> plane =
         mfFrequencyMapImage(response, mvFrequencyDefs::eMapRange, 0, largest(response));
+    const mvPair<double> size(static_cast<double>(plane.width()),
+                              static_cast<double>(plane.height()));
     OutputFiles outputs;
-    writePicture(outputs.add(output), axes ? withAxes(plane) : plane);
+    writePicture(outputs.add(output), axes ? withAxes(plane, size) : plane);
     outputs.publish();
 }

@@ -1,6 +1,9 @@
 // Filters given as a picture.
 #include "kernel_filter.h"
 
+#include <algorithm>
+#include <bit>
+
 #include "failure.h"
 #include "size_text.h"
 
@@ -34,13 +37,25 @@ void divideBySum(mvPelBuffer<double>& plane, const std::string& path) {
     }
 }
 
+// The sides of planes end at 2048.
+long planeSide(long kernel) {
+    return static_cast<long>(std::bit_ceil(static_cast<unsigned long>(std::min(kernel, 2048l))));
+}
+
 }  // namespace
+
+mvPair<long> Kernel::leastPlane() const {
+    const auto plane = [](const mv_PelBuffer& kernel) {
+        return mvPair<long>(planeSide(kernel.width()), planeSide(kernel.height()));
+    };
+    return std::visit(plane, picture_);
+}
 
 std::unique_ptr<mvFrequencyFilter> Kernel::filter(mvPair<long> size) const {
     const auto laidOut = [&](const auto& kernel) {
         if (kernel.width() > size.x || kernel.height() > size.y) {
             throw Failure(path_ + ": a kernel of " + sizeText({kernel.width(), kernel.height()}) +
-                          " does not fit the picture's plane of " + sizeText(size));
+                          " does not fit a plane of " + sizeText(size));
         }
         return centredOnOrigin(kernel, size);
     };

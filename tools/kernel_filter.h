@@ -15,6 +15,9 @@ class Kernel {
     /// Throws what readPicture throws.
     explicit Kernel(const std::string& path) : path_(path), picture_(readPicture(path)) {}
 
+    /// The smallest plane that takes the kernel, if any does.
+    mvPair<long> leastPlane() const;
+
     /// The filter for planes of a padded size. Throws a Failure for a kernel that is larger than
     /// `size` or black all over.
     std::unique_ptr<mvFrequencyFilter> filter(mvPair<long> size) const;

@@ -14,7 +14,7 @@ int say(const Report& report) {
 }
 
 ExitCode run(int argc, char** argv) {
-    ProgressLine line([] { return "working"; });
+    ProgressLine line(stageText);
     const Attention attention(&line);
     return readCommandLine(argc, argv)();
 }

@@ -63,10 +63,10 @@ CLI::Option* addPictures(CLI::App& command, PictureArguments& pictures, const ch
         "--out-dir", pictures.outDir,
         "Filter any number of pictures; the results go there, each under its input's name");
     command
-        .add_option("--jobs", pictures.jobs,
-                    "Pictures that are worked on at once; as many as there are processors if not "
-                    "given")
-        ->check(CLI::Range(1u, 1024u))
-        ->needs(outDir);
+        .add_option(
+            "--jobs", pictures.jobs,
+            "Pictures, or tiles of one picture, that are worked on at once; as many as there "
+            "are processors if not given")
+        ->check(CLI::Range(1u, 1024u));
     return outDir;
 }

@@ -9,6 +9,7 @@
 #include <exception>
 #include <filesystem>
 #include <mutex>
+#include <stdexcept>
 #include <string>
 #include <system_error>
 #include <thread>
@@ -28,8 +29,10 @@ class Batch {
     Batch(std::vector<PictureFiles> files, const PictureWork& work)
         : files_(std::move(files)), work_(work) {}
 
-    ExitCode run(unsigned jobs) {
-        workWith(std::min<std::size_t>(jobs, files_.size()));
+    ExitCode run(std::size_t jobs) {
+        const std::size_t pictures = std::min(jobs, files_.size());
+        threadsEach_ = static_cast<int>(jobs / pictures);
+        workWith(pictures);
         if (hopeless_) std::rethrow_exception(hopeless_);
         return summary();
     }
@@ -60,17 +63,23 @@ class Batch {
 
     void take(const PictureFiles& files) {
         try {
-            work_(files);
+            work_(files, threadsEach_);
             ++done_;
         } catch (const mvFrequencyDefs::InvalidArgument&) {
-            next_ = files_.size();
-            const std::lock_guard lock(mutex_);
-            hopeless_ = std::current_exception();
+            giveUp();
+        } catch (const std::length_error&) {
+            giveUp();
         } catch (...) {
             if (interrupted()) return;
             ++failed_;
             complain(files.input, reportOfException().text);
         }
+    }
+
+    void giveUp() {
+        next_ = files_.size();
+        const std::lock_guard lock(mutex_);
+        hopeless_ = std::current_exception();
     }
 
     void complain(const std::string& input, const std::string& text) {
@@ -95,6 +104,7 @@ class Batch {
 
     const std::vector<PictureFiles> files_;
     const PictureWork& work_;
+    int threadsEach_ = 1;
     std::atomic<std::size_t> next_ = 0, done_ = 0, failed_ = 0;
     std::mutex mutex_;
     std::exception_ptr hopeless_;
@@ -112,11 +122,12 @@ void makeFolder(const std::string& path) {
 
 ExitCode runPictures(const PictureArguments& pictures, const PictureWork& work) {
     std::vector<PictureFiles> files = pictures.files();
+    const unsigned processors = std::max(std::thread::hardware_concurrency(), 1u);
+    const unsigned jobs = pictures.jobs != 0 ? pictures.jobs : processors;
     if (!pictures.outDir) {
-        work(files.front());
+        work(files.front(), static_cast<int>(jobs));
         return exitGood;
     }
     makeFolder(*pictures.outDir);
-    const unsigned processors = std::max(std::thread::hardware_concurrency(), 1u);
-    return Batch(std::move(files), work).run(pictures.jobs != 0 ? pictures.jobs : processors);
+    return Batch(std::move(files), work).run(jobs);
 }

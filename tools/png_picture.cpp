@@ -1,8 +1,6 @@
 // Grey pictures in PNG files, by libpng.
 #include "png_picture.h"
 
-#include <filt/fft.h>
-
 #include <png.h>
 #include <sys/stat.h>
 
@@ -12,12 +10,10 @@
 #include <csetjmp>
 #include <cstdio>
 #include <memory>
-#include <vector>
 
 #include "attention.h"
 #include "failure.h"
 #include "output_file.h"
-#include "size_text.h"
 
 namespace {
 
@@ -69,9 +65,15 @@ class Reader {
     long height() const { return static_cast<long>(png_get_image_height(state_.png, state_.info)); }
     int depth() const { return png_get_bit_depth(state_.png, state_.info); }
 
+    // What the samples take before they are compressed.
+    unsigned long long bytes() const {
+        return static_cast<unsigned long long>(png_get_rowbytes(state_.png, state_.info)) *
+               static_cast<unsigned long long>(height());
+    }
+
     // All samples, interleaved, one or three a pel, in the machine's byte order.
     template <class T>
-    std::vector<T> samples() {
+    mvPelBuffer<T> samples() {
         int passes = 1;
         guarded(state_, [&passes](png_structp png, png_infop info) {
             png_set_palette_to_rgb(png);
@@ -81,16 +83,16 @@ class Reader {
             passes = png_set_interlace_handling(png);
             png_read_update_info(png, info);
         });
-        const std::size_t rowSize = static_cast<std::size_t>(width()) * channels();
-        std::vector<T> all(rowSize * static_cast<std::size_t>(height()));
+        mvPelBuffer<T> all(width() * channels(), height());
+        beginStage("reading", passes * height());
         for (int pass = 0; pass < passes; ++pass) {
-            for (std::size_t at = 0; at < all.size(); at += rowSize) readRow(&all[at]);
+            for (long y = 0; y < height(); ++y) readRow(all.pointToRow(y));
         }
         guarded(state_, [](png_structp png, png_infop) { png_read_end(png, nullptr); });
         return all;
     }
 
-    std::size_t channels() const { return png_get_channels(state_.png, state_.info); }
+    long channels() const { return png_get_channels(state_.png, state_.info); }
 
   private:
     void readRow(void* row) {
@@ -110,15 +112,13 @@ T luma(const T* rgb) {
 
 template <class T>
 mvPelBuffer<T> readPels(Reader& reader) {
-    const std::vector<T> samples = reader.samples<T>();
-    const std::size_t channels = reader.channels();
+    const mvPelBuffer<T> samples = reader.samples<T>();
+    if (reader.channels() == 1) return samples;
     mvPelBuffer<T> picture(reader.width(), reader.height());
-    const T* sample = samples.data();
     for (long y = 0; y < picture.height(); ++y) {
+        const T* rgb = samples.pointToRow(y);
         T* row = picture.pointToRow(y);
-        for (long x = 0; x < picture.width(); ++x, sample += channels) {
-            row[x] = channels == 3 ? luma(sample) : *sample;
-        }
+        for (long x = 0; x < picture.width(); ++x, rgb += 3) row[x] = luma(rgb);
     }
     return picture;
 }
@@ -135,18 +135,18 @@ File openPicture(const std::string& path) {
     return file;
 }
 
-// The library refuses sizes that no transform takes.
-void requireTransform(mvPair<long> size) {
-    try {
-        static_cast<void>(mvFrequencyBuffer(size.x, size.y));
-    } catch (const mvFrequencyDefs::InvalidSize& refusal) {
-        throw Failure(sizeText(size) + " pels: " + textOf(refusal));
+// A byte of deflate makes 1032 at most. A header that promises more would only cost memory.
+void requireBytes(const Reader& reader, std::FILE* file) {
+    struct stat status {};
+    const bool isFile = fstat(fileno(file), &status) == 0 && S_ISREG(status.st_mode);
+    if (isFile && reader.bytes() / 1032 > static_cast<unsigned long long>(status.st_size)) {
+        throw Failure("The file ends early");
     }
 }
 
 Picture decoded(std::FILE* file) {
     Reader reader(file);
-    requireTransform({reader.width(), reader.height()});
+    requireBytes(reader, file);
     if (reader.depth() == 16) return readPels<unsigned short>(reader);
     return readPels<unsigned char>(reader);
 }
@@ -182,6 +182,7 @@ void writePicture(OutputFile& file, const mvPelBuffer_const<T>& picture) {
         png_write_info(png, info);
         if (std::endian::native == std::endian::little) png_set_swap(png);
     });
+    beginStage("writing", picture.height());
     for (long y = 0; y < picture.height(); ++y) {
         checkInterrupted();
         const void* row = picture.pointToRow(y);

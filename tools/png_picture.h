@@ -15,8 +15,8 @@ using Picture = std::variant<mvPelBuffer<unsigned char>, mvPelBuffer<unsigned sh
 /// by the weights 0.299 red, 0.587 green, 0.114 blue on the stored values, rounded; alpha is
 /// ignored.
 ///
-/// Throws a Failure for a file that is missing or no PNG, and mvFrequencyDefs::InvalidSize, before
-/// any pel is decoded, for a picture larger than the transforms take.
+/// Throws a Failure for a file that is missing or no PNG. Memory is taken in proportion to the
+/// file: a size that so few bytes cannot hold is refused before any pel is decoded.
 Picture readPicture(const std::string& path);
 
 /// Writes a grey PNG of 8 or 16 bits a pel, by the pel type.

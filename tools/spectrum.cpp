@@ -1,8 +1,6 @@
 // The spectrum of a picture as a picture.
 #include "spectrum.h"
 
-#include <filt/fft.h>
-
 #include <algorithm>
 #include <cmath>
 #include <vector>
@@ -10,57 +8,88 @@
 #include "axes.h"
 #include "output_file.h"
 #include "png_picture.h"
+#include "windowed_spectrum.h"
 
 namespace {
 
-mvPelBuffer<double> logMagnitudes(const mvFrequencyBuffer& spectrum) {
-    mvPelBuffer<double> image = spectrum.getMagnitudeImage(true);
-    for (long y = 0; y < image.height(); ++y) {
-        double* row = image.pointToRow(y);
-        std::transform(row, row + image.width(), row, [](double m) { return std::log1p(m); });
+using Magnitudes = mvPelBuffer<double>;
+
+// The frequencies up to `most` on both axes, the zero one still in the middle.
+Magnitudes middle(const Magnitudes& plane, std::optional<double> most) {
+    const long side = plane.width();
+    const long bins = std::max(std::lround(most.value_or(0.5) * static_cast<double>(side)), 1l);
+    if (bins >= side / 2) return plane;
+    return plane.window(side / 2 - bins, side / 2 - bins, 2 * bins + 1, 2 * bins + 1);
+}
+
+Magnitudes logarithms(const Magnitudes& plane) {
+    Magnitudes image(plane.width(), plane.height());
+    for (long y = 0; y < plane.height(); ++y) {
+        const double* row = plane.pointToRow(y);
+        std::transform(row, row + plane.width(), image.pointToRow(y),
+                       [](double magnitude) { return std::log1p(magnitude); });
     }
     return image;
 }
 
-std::vector<double> valuesBesidesDC(const mvPelBuffer<double>& image) {
+double weakestTenth(const Magnitudes& image) {
     std::vector<double> values;
     for (long y = 0; y < image.height(); ++y) {
-        for (long x = 0; x < image.width(); ++x) {
-            if (x != image.width() / 2 || y != image.height() / 2) {
-                values.push_back(image.pel(x, y));
-            }
-        }
+        values.insert(values.end(), image.pointToRow(y), image.pointToRow(y) + image.width());
     }
-    return values;
-}
-
-double weakestTenth(std::vector<double>& values) {
     const auto tenth = values.begin() + std::ssize(values) / 10;
     std::nth_element(values.begin(), tenth, values.end());
     return *tenth;
 }
 
-// Shifts the pels of `image` so that they start at 0: eMapRange then maps exactly 0 .. `high` and
-// clips what is beyond.
-mvPelBuffer<unsigned char> forDisplay(const mvPelBuffer<double>& image) {
-    std::vector<double> values = valuesBesidesDC(image);
-    if (values.empty()) values.push_back(0);
-    const double low = weakestTenth(values);
-    const double high = *std::max_element(values.begin(), values.end());
+double strongest(const Magnitudes& image) {
+    double most = 0;
     for (long y = 0; y < image.height(); ++y) {
-        for (long x = 0; x < image.width(); ++x) image.pointToRow(y)[x] -= low;
+        const double* row = image.pointToRow(y);
+        most = std::max(most, *std::max_element(row, row + image.width()));
     }
-    return mfFrequencyMapImage(image, mvFrequencyDefs::eMapRange, 0, high - low);
+    return most;
+}
+
+// Less than a factor of e is no structure but the noise of an even picture.
+constexpr double kLeastRange = 1;
+
+mvPelBuffer<unsigned char> forDisplay(const Magnitudes& image) {
+    const double low = weakestTenth(image);
+    const double range = std::max(strongest(image) - low, kLeastRange);
+    mvPelBuffer<unsigned char> shown(image.width(), image.height());
+    for (long y = 0; y < image.height(); ++y) {
+        const double* row = image.pointToRow(y);
+        std::transform(row, row + image.width(), shown.pointToRow(y), [=](double value) {
+            return static_cast<unsigned char>(
+                std::lround(255 * std::max(value - low, 0.0) / range));
+        });
+    }
+    return shown;
+}
+
+mvPelBuffer<unsigned char> enlarged(const mvPelBuffer<unsigned char>& image, long factor) {
+    if (factor <= 1) return image;
+    mvPelBuffer<unsigned char> large(image.width() * factor, image.height() * factor);
+    for (long y = 0; y < large.height(); ++y) {
+        const unsigned char* from = image.pointToRow(y / factor);
+        unsigned char* to = large.pointToRow(y);
+        for (long x = 0; x < large.width(); ++x) to[x] = from[x / factor];
+    }
+    return large;
 }
 
 }  // namespace
 
-void writeSpectrum(const PictureFiles& files, Border border, bool axes) {
-    mvFrequencyBuffer spectrum;
-    std::visit([&](const auto& picture) { mfForwardFFT(withBorder(picture, border), spectrum); },
-               readPicture(files.input));
-    const mvPelBuffer<unsigned char> plane = forDisplay(logMagnitudes(spectrum));
+void writeSpectrum(const PictureFiles& files, const SpectrumOptions& options) {
+    const Magnitudes plane = std::visit(
+        [](const auto& picture) { return windowedSpectrum(picture); }, readPicture(files.input));
+    const Magnitudes part = middle(plane, options.maxFrequency);
+    const long factor = plane.width() / part.width();
+    const mvPelBuffer<unsigned char> shown = enlarged(forDisplay(logarithms(part)), factor);
+    const double pelsPerCycle = static_cast<double>(factor * plane.width());
     OutputFiles outputs;
-    writePicture(outputs.add(files.output), axes ? withAxes(plane) : plane);
+    writePicture(outputs.add(files.output),
+                 options.axes ? withAxes(shown, {pelsPerCycle, pelsPerCycle}) : shown);
     outputs.publish();
 }

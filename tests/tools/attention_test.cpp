@@ -58,6 +58,24 @@ TEST_P(Signals, NeverLeaveHalfAFile) {
     }
 }
 
+TEST_P(Signals, StopTheThreadsOfOnePicture) {
+    writePng(path("in.png"), noisePng(2500, 1800, 8));
+    Arguments arguments = filtering("in.png");
+    arguments.insert(arguments.end(), {"--jobs", "4", "--tile", "512"});
+    for (unsigned microseconds = 20000; microseconds < 400000; microseconds *= 2) {
+        const pid_t process = start(arguments);
+        usleep(microseconds);
+        kill(process, GetParam());
+        const Outcome outcome = wait(process);
+        if (outcome.exitCode == 0) {
+            EXPECT_EQ(readPng(path("out.png")).height, 1800);
+            break;
+        }
+        EXPECT_EQ(outcome.exitCode, 130) << microseconds;
+        EXPECT_EQ(files(), std::vector<std::string>{"in.png"}) << microseconds;
+    }
+}
+
 INSTANTIATE_TEST_SUITE_P(Each, Signals, ::testing::Values(SIGINT, SIGTERM), [](const auto& test) {
     return test.param == SIGINT ? "Interrupt" : "Terminate";
 });

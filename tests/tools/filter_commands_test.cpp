@@ -1,56 +1,38 @@
 // The filter commands against the library's own calls.
 #include <filt/freqfilt.h>
 
+#include <algorithm>
 #include <cmath>
 #include <numbers>
+#include <utility>
 
-#include "support/png_file.h"
+#include "support/png_pels.h"
 #include "support/program.h"
 
 namespace {
 
-template <class T>
-mvPelBuffer<T> pels(const PngFile& picture) {
-    mvPelBuffer<T> buffer(picture.width, picture.height);
-    for (long y = 0; y < picture.height; ++y) {
-        for (long x = 0; x < picture.width; ++x) {
-            buffer.pointToRow(y)[x] = static_cast<T>(picture.at(x, y));
-        }
-    }
-    return buffer;
-}
-
-template <class T>
-std::vector<unsigned> samples(const mvPelBuffer<T>& buffer) {
-    std::vector<unsigned> all;
-    for (long y = 0; y < buffer.height(); ++y) {
-        for (long x = 0; x < buffer.width(); ++x) all.push_back(buffer.pel(x, y));
-    }
-    return all;
-}
+using support::pelsOf;
+using support::samplesOf;
 
 template <class T>
 std::vector<unsigned> filtered(const PngFile& picture, const mvFrequencyFilter& filter,
-                               bool rescale) {
-    mvFrequencyBuffer buffer;
-    mfForwardFFT(pels<T>(picture), buffer);
-    filter.apply(buffer);
+                               const mvFilterImageOptions& options = {}) {
     mvPelBuffer<T> result;
-    mfInverseFFT(buffer, result, rescale, true);
-    return samples(result);
+    mfFilterImage(pelsOf<T>(picture), filter, result, options);
+    return samplesOf(result);
 }
 
-// Without padding a run of the program is the library's plain sequence of calls.
 class Filters : public ProgramTest {
   protected:
     void expectSame(const Arguments& options, const mvFrequencyFilter& filter) {
         const PngFile picture8 = noisePng(64, 32, 8);
         const PngFile picture16 = noisePng(64, 32, 16);
-        EXPECT_EQ(result(options, picture8), filtered<unsigned char>(picture8, filter, false));
-        EXPECT_EQ(result(options, picture16), filtered<unsigned short>(picture16, filter, false));
+        EXPECT_EQ(result(options, picture8), filtered<unsigned char>(picture8, filter));
+        EXPECT_EQ(result(options, picture16), filtered<unsigned short>(picture16, filter));
         Arguments rescaled = options;
         rescaled.push_back("--rescale");
-        EXPECT_EQ(result(rescaled, picture8), filtered<unsigned char>(picture8, filter, true));
+        EXPECT_EQ(result(rescaled, picture8),
+                  filtered<unsigned char>(picture8, filter, {.rescale = true}));
     }
 
     std::vector<unsigned> result(Arguments arguments, const PngFile& picture) {
@@ -60,7 +42,8 @@ class Filters : public ProgramTest {
         return readPng(path("out.png")).samples;
     }
 
-    const mvPair<long> size_{64, 32};
+    // With room for the mirror beside 64 x 32 pels.
+    const mvPair<long> size_{128, 64};
 };
 
 TEST_F(Filters, BandPassIsTheLibrarys) {
@@ -88,12 +71,16 @@ TEST_F(Filters, GaborRejectIsTheLibrarys) {
                                             0.2, size_, 0));
 }
 
-TEST_F(Filters, ZeroBorderIsTheLibrarysPadding) {
+TEST_F(Filters, ZeroBorderIsThePaddingOfTheThreeCalls) {
     const PngFile picture = noisePng(50, 20, 8);
-    const mvFrequencyFilterBandPass filter(0.05, 0, 0.2, size_, 0);
+    mvFrequencyBuffer buffer;
+    mfForwardFFT(pelsOf<unsigned char>(picture), buffer);
+    mvFrequencyFilterBandPass(0.05, 0, 0.2, {64, 32}, 0).apply(buffer);
+    mvPelBuffer<unsigned char> expected;
+    mfInverseFFT(buffer, expected, false, true);
     EXPECT_EQ(
         result({"bandpass", "--border", "zero", "--frequency", "0.2", "--sigma", "0.05"}, picture),
-        filtered<unsigned char>(picture, filter, false));
+        samplesOf(expected));
 }
 
 TEST_F(Filters, MirrorBorderLeavesNoEdge) {
@@ -136,10 +123,90 @@ TEST_F(Filters, ConvolutionRefusesUselessKernels) {
     writePng(path("wide.png"), noisePng(17, 3, 8));
     EXPECT_EQ(run({"convolve", "--kernel", "black.png", "in.png", "out.png"}).err,
               "mvfreq: black.png: a kernel needs a pel that is not black\n");
-    const Outcome wide = run({"convolve", "--kernel", "wide.png", "in.png", "out.png"});
+    const Outcome wide =
+        run({"convolve", "--kernel", "wide.png", "--tile", "16", "in.png", "out.png"});
     EXPECT_EQ(wide.exitCode, 1);
-    EXPECT_EQ(wide.err,
-              "mvfreq: wide.png: a kernel of 17 x 3 does not fit the picture's plane of 16 x 16\n");
+    EXPECT_EQ(wide.err, "mvfreq: wide.png: a kernel of 17 x 3 does not fit a plane of 16 x 16\n");
+}
+
+TEST_F(Filters, ConvolutionMakesRoomForItsKernel) {
+    writePng(path("kernel.png"), greyPng(40, 3, 8, [](long, long) { return 9; }));
+    const PngFile flat = greyPng(8, 8, 8, [](long, long) { return 99; });
+    EXPECT_EQ(result({"convolve", "--kernel", "kernel.png"}, flat), flat.samples);
+}
+
+// With zeros around the picture, the three calls give the parts.
+TEST_F(Filters, PhasesAreThoseOfTheThreeCalls) {
+    const PngFile picture = noisePng(100, 60, 8);
+    mvFrequencyBuffer buffer;
+    mfForwardFFT(pelsOf<unsigned char>(picture), buffer);
+    mvFrequencyFilterGabor({0.05, 0.05}, {0, 0}, mvRadian(), 0.2, {128, 64}, 0).apply(buffer);
+    mvPelBuffer<unsigned char> magnitude, quadrant;
+    mvPelBuffer<double> angle;
+    mfInverseFFTAngle(std::as_const(buffer), magnitude, angle, false);
+    mfInverseFFTQuadrant(buffer, magnitude, quadrant, false, true);
+    const mvPelBuffer<unsigned char> angles =
+        mfFrequencyMapImage(angle, mvFrequencyDefs::eMapAngle, 0, 0);
+    result({"gabor", "--frequency", "0.2", "--sigma", "0.05", "--border", "zero", "--angle-image",
+            "angle.png", "--quadrant-image", "quadrant.png"},
+           picture);
+    EXPECT_EQ(readPng(path("angle.png")).samples, samplesOf(angles));
+    std::vector<unsigned> codes = readPng(path("quadrant.png")).samples;
+    for (unsigned& code : codes) code /= 85;
+    EXPECT_EQ(codes, samplesOf(quadrant));
+}
+
+// Away from the corners of the tiles, where a wave is cut, a phase is the same in every tile.
+TEST_F(Filters, PhasesGoOnFromTileToTile) {
+    const PngFile wave = greyPng(600, 100, 8, [](long x, long) {
+        return std::lround(128 +
+                           100 * std::cos(2 * std::numbers::pi * static_cast<double>(x) / 10));
+    });
+    result({"gabor", "--frequency", "0.1", "--sigma", "0.03", "--dc-radius", "1", "--tile", "128",
+            "--angle-image", "angle.png"},
+           wave);
+    const PngFile angle = readPng(path("angle.png"));
+    for (long x = 50; x < 550; ++x) {
+        const double expected = static_cast<double>(x % 10) * 255 / 10;
+        ASSERT_NEAR(std::remainder(angle.at(x, 50) - expected, 255), 0, 3) << x;
+    }
+}
+
+// The real part of the library's call, in grey levels around 32768.
+TEST_F(Filters, SignsStandAround32768) {
+    const PngFile picture = noisePng(64, 32, 8);
+    const mvFrequencyFilterBandPass filter(0.05, 0, 0.2, size_, 1);
+    mvPelBuffer<double> real;
+    mfFilterImage(pelsOf<unsigned char>(picture), filter, real, {.result = mvFilterResult::real});
+    const std::vector<unsigned> pels = result(
+        {"bandpass", "--frequency", "0.2", "--sigma", "0.05", "--dc-radius", "1", "--signed"},
+        picture);
+    EXPECT_EQ(readPng(path("out.png")).depth, 16);
+    for (long y = 0; y < 32; ++y) {
+        for (long x = 0; x < 64; ++x) {
+            ASSERT_EQ(static_cast<long>(pels[static_cast<std::size_t>(64 * y + x)]),
+                      32768 + std::lround(real.pel(x, y)));
+        }
+    }
+}
+
+TEST_F(Filters, SignedZeroIs32768) {
+    const PngFile flat = greyPng(30, 20, 8, [](long, long) { return 200; });
+    const Arguments ring{"bandpass", "--frequency", "0.2", "--sigma", "0.02", "--signed"};
+    EXPECT_EQ(result(ring, flat), std::vector<unsigned>(flat.samples.size(), 32768));
+}
+
+// A picture of 16 bits has twice the range on either side of zero.
+TEST_F(Filters, SignsAreClampedToTheRange) {
+    const PngFile steps = greyPng(64, 8, 16, [](long x, long) { return x % 32 < 16 ? 65535 : 0; });
+    const std::vector<unsigned> pels = result(
+        {"bandreject", "--frequency", "0", "--sigma", "0.001", "--border", "zero", "--signed"},
+        steps);
+    EXPECT_EQ(*std::max_element(pels.begin(), pels.end()), 65535u);
+    const std::vector<unsigned> flat =
+        result({"bandpass", "--frequency", "0", "--sigma", "1", "--border", "zero", "--signed"},
+               greyPng(8, 8, 16, [](long, long) { return 40000; }));
+    EXPECT_EQ(flat, std::vector<unsigned>(64, 65535));
 }
 
 // A wave along x whose complex half turns once in 8 pels.
@@ -150,8 +217,8 @@ class ComplexResult : public ProgramTest {
                      return std::lround(
                          128 + 100 * std::cos(2 * std::numbers::pi * static_cast<double>(x) / 8));
                  }));
-        succeed({"gabor", "--frequency", "0.125", "--sigma", "0.02", "--dc-radius", "1",
-                 "--angle-image", "angle.png", "--quadrant-image", "quadrant.png", "in.png",
+        succeed({"gabor", "--frequency", "0.125", "--sigma", "0.02", "--dc-radius", "1", "--margin",
+                 "0", "--angle-image", "angle.png", "--quadrant-image", "quadrant.png", "in.png",
                  "out.png"});
     }
 };

@@ -3,6 +3,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <csignal>
 #include <filesystem>
 
@@ -72,16 +73,16 @@ TEST_F(ManyPictures, GoThroughEveryCommandThatTakesAPicture) {
 
 TEST_F(ManyPictures, AreDoneOrReportedEach) {
     write("text.png", "This is no picture.");
-    writePng(path("large.png"), noisePng(2049, 1, 8));
+    fs::create_directory(path("folder.png"));
     const Outcome outcome =
-        run(all(all(bandPass_, {"text.png", "8-8.png", "missing.png", "large.png", "8-16.png"}),
+        run(all(all(bandPass_, {"text.png", "8-8.png", "missing.png", "folder.png", "8-16.png"}),
                 all(toResults_, {"--jobs", "1"})));
     EXPECT_EQ(outcome.exitCode, 1);
     EXPECT_EQ(outcome.out, "2 of 5 pictures done, 3 failed\n");
     EXPECT_EQ(outcome.err,
               "mvfreq: text.png: Not a PNG file\n"
               "mvfreq: missing.png: No such file or directory\n"
-              "mvfreq: large.png: 2049 x 1 pels: Width and Height must be no larger than 2048.\n");
+              "mvfreq: folder.png: Is a directory\n");
     EXPECT_TRUE(fs::exists(path("results/8-8.png")));
     EXPECT_TRUE(fs::exists(path("results/8-16.png")));
     EXPECT_FALSE(fs::exists(path("results/text.png")));
@@ -89,10 +90,10 @@ TEST_F(ManyPictures, AreDoneOrReportedEach) {
 
 // The square around DC fits only the larger picture.
 TEST_F(ManyPictures, GoOnWhenOneIsTooSmallForTheFilter) {
-    const Outcome outcome = run(all(bandPass_, {"--dc-radius", "9", "8-8.png", "33-8.png",
+    const Outcome outcome = run(all(bandPass_, {"--dc-radius", "17", "8-8.png", "33-8.png",
                                                 "--out-dir", "results", "--jobs", "1"}));
     EXPECT_EQ(outcome.exitCode, 1);
-    EXPECT_EQ(outcome.err, "mvfreq: 8-8.png: --dc-radius: at most 4 fits a plane of 8 x 16\n");
+    EXPECT_EQ(outcome.err, "mvfreq: 8-8.png: --dc-radius: at most 8 fits a plane of 16 x 32\n");
     EXPECT_TRUE(fs::exists(path("results/33-8.png")));
 }
 
@@ -102,6 +103,17 @@ TEST_F(ManyPictures, AreNotTriedWithParametersThatFitNone) {
     EXPECT_EQ(outcome.exitCode, 2);
     EXPECT_EQ(outcome.err, "mvfreq: Frequency must be between 0.0 and 0.5.\n");
     EXPECT_EQ(outcome.out, "");
+}
+
+TEST_F(ManyPictures, AreNotTriedWithASigmaThatIsTooLarge) {
+    for (const char* sigma : {"1e12", "0"}) {
+        const Outcome outcome = run(
+            all(all({"bandpass", "--frequency", "0.1", "--sigma", sigma}, inputs_), toResults_));
+        EXPECT_EQ(outcome.exitCode, 2);
+        EXPECT_EQ(std::count(outcome.err.begin(), outcome.err.end(), '\n'), 1) << outcome.err;
+        EXPECT_EQ(outcome.out, "");
+        EXPECT_FALSE(fs::exists(path("results")));
+    }
 }
 
 TEST_F(ManyPictures, AreNotTriedWithoutTheFilter) {

@@ -1,4 +1,6 @@
 // Which PNG files the program reads, and what it writes.
+#include <zlib.h>
+
 #include <cmath>
 #include <fstream>
 #include <tuple>
@@ -117,27 +119,34 @@ TEST_F(PictureTest, ReadsInterlacedFiles) {
     EXPECT_EQ(throughIdentity(picture).samples, picture.samples);
 }
 
-TEST_F(PictureTest, RefusesWhatNoTransformTakes) {
-    for (const auto& [width, height] : {std::pair(2049l, 1l), std::pair(1l, 2049l)}) {
-        writePng(path("large.png"), noisePng(width, height, 8));
-        const Outcome outcome = run({"spectrum", "large.png", "out.png"});
-        EXPECT_EQ(outcome.exitCode, 1);
-        EXPECT_EQ(outcome.err, "mvfreq: large.png: " + std::to_string(width) + " x " +
-                                   std::to_string(height) +
-                                   " pels: Width and Height must be no larger than 2048.\n");
-        EXPECT_EQ(files(), (std::vector<std::string>{"large.png", "one.png"}));
+TEST_F(PictureTest, ReadsSidesBeyondThoseOfPlanes) {
+    for (const auto& [width, height] : {std::pair(2049l, 1l), {1l, 5000l}, {3000l, 2100l}}) {
+        const PngFile picture = noisePng(width, height, 8);
+        EXPECT_EQ(throughIdentity(picture).samples, picture.samples) << width;
     }
 }
 
 TEST_F(PictureTest, RefusesSizesBeforeItDecodesThem) {
-    // A header of 2^31 - 1 by 2^31 - 1 pels, and no pels.
     writePng(path("in.png"), noisePng(8, 8, 8));
-    std::string bytes = contents("in.png").substr(0, 33);
-    bytes.replace(16, 8, "\x7f\xff\xff\xff\x7f\xff\xff\xff", 8);
-    write("bomb.png", bytes);
-    const Outcome outcome = run({"spectrum", "bomb.png", "out.png"});
-    EXPECT_EQ(outcome.exitCode, 1);
-    EXPECT_EQ(files(), (std::vector<std::string>{"bomb.png", "in.png", "one.png"}));
+    const struct {
+        std::string sides;
+        const char* text;
+    } cases[] = {
+        {std::string("\x7f\xff\xff\xff\x7f\xff\xff\xff", 8), "bomb.png: Invalid IHDR data"},
+        // 524288 x 524288 pels, with a checksum that fits.
+        {std::string("\x00\x08\x00\x00\x00\x08\x00\x00", 8), "bomb.png: "},
+    };
+    for (const auto& [sides, text] : cases) {
+        std::string bytes = contents("in.png").substr(0, 33);
+        bytes.replace(16, 8, sides);
+        const auto sum = crc32(0, reinterpret_cast<const Bytef*>(&bytes[12]), 17);
+        for (std::size_t i = 0; i < 4; ++i) bytes[29 + i] = static_cast<char>(sum >> (24 - 8 * i));
+        write("bomb.png", bytes + contents("in.png").substr(33));
+        const Outcome outcome = run({"convolve", "--kernel", "one.png", "bomb.png", "out.png"});
+        EXPECT_EQ(outcome.exitCode, 1);
+        EXPECT_NE(outcome.err.find(text), std::string::npos) << outcome.err;
+        EXPECT_EQ(files(), (std::vector<std::string>{"bomb.png", "in.png", "one.png"}));
+    }
 }
 
 TEST_F(PictureTest, ReportsBrokenFiles) {

@@ -6,6 +6,7 @@
 #include <unistd.h>
 
 #include <chrono>
+#include <regex>
 
 #include "support/png_file.h"
 #include "support/program.h"
@@ -56,8 +57,19 @@ const Arguments kSingle{"bandpass", "--frequency", "0.1", "--sigma", "0.05", "pi
 
 TEST_F(Progress, IsShownAfterASecondAndTakenAway) {
     const std::string text = shown(kSingle, 1'050'000);
-    EXPECT_NE(text.find("\r\033[Kmvfreq: working, "), std::string::npos) << text;
+    EXPECT_NE(text.find("\r\033[Kmvfreq: reading, "), std::string::npos) << text;
     EXPECT_NE(text.find("Ctrl-C stops\r\033[K"), std::string::npos) << text;
+    EXPECT_TRUE(text.ends_with("\r\033[K")) << text;
+}
+
+// The picture is large enough for a line in the middle of its filtering.
+TEST_F(Progress, SaysHowFarTheFilteringIs) {
+    writePng(path("in.png"), noisePng(3000, 2000, 8));
+    Arguments slow = kSingle;
+    slow.insert(slow.end(), {"--jobs", "1", "--angle-image", "angle.png"});
+    const std::string text = shown(slow, 1'050'000);
+    EXPECT_TRUE(std::regex_search(text, std::regex("mvfreq: filtering, [0-9]+ %, [0-9.]+ s")))
+        << text;
     EXPECT_TRUE(text.ends_with("\r\033[K")) << text;
 }
 

@@ -32,9 +32,9 @@ TEST_F(Shell, CompletesCommands) {
 }
 
 TEST_F(Shell, CompletesTheOptionsOfACommand) {
-    EXPECT_EQ(completions("mvfreq gabor --s"), "--sigma --sigma-across --save\n");
+    EXPECT_EQ(completions("mvfreq gabor --s"), "--sigma --sigma-across --signed --save\n");
     EXPECT_EQ(completions("mvfreq spectrum in.png --"),
-              "--help --out-dir --jobs --axes --border\n");
+              "--help --out-dir --jobs --axes --max-frequency --border\n");
     EXPECT_EQ(completions("mvfreq bandpass --o"), "--out-dir\n");
 }
 

@@ -1,0 +1,94 @@
+// A filtered picture with its signs.
+#include "complex_picture.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+// The filter times -i, whose real parts are the imaginary ones of the filter. Turning a complex
+// number by a quarter swaps its parts and a sign, so that not a bit of them changes on the way.
+mvFrequencyFilterImage turned(const mvFrequencyFilter& filter) {
+    const mvPair<long> size = mfFilterPlane(filter);
+    mvFrequencyBuffer gains(size.x, size.y);
+    for (long y = 0; y < size.y; ++y) {
+        for (long x = 0; x < size.x; ++x) gains.put(x, y, {1.0, 0.0}, false);
+    }
+    filter.apply(gains);
+    gains.clearBand();
+    for (long y = 0; y < size.y; ++y) {
+        for (long x = 0; x < size.x; ++x) {
+            const mvPair<double> gain = gains.get(x, y, false);
+            gains.put(x, y, {gain.y, -gain.x}, false);
+        }
+    }
+    return mvFrequencyFilterImage(gains);
+}
+
+// The margin that the picture call takes of itself would be that of the turned filter.
+mvPair<long> marginOf(const mvFrequencyFilter& filter, mvPair<long> given) {
+    if (given.x != -1) return given;
+    const mvPair<long> reach = mfFilterReach(filter), plane = mfFilterPlane(filter);
+    return {std::min(reach.x, plane.x / 4), std::min(reach.y, plane.y / 4)};
+}
+
+// An image of the size of another one; make(x, y) gives its pels.
+template <class U, class Make>
+mvPelBuffer<U> pelsLike(const mv_PelBuffer& image, Make make) {
+    mvPelBuffer<U> pels(image.width(), image.height());
+    for (long y = 0; y < pels.height(); ++y) {
+        U* row = pels.pointToRow(y);
+        for (long x = 0; x < pels.width(); ++x) row[x] = static_cast<U>(make(x, y));
+    }
+    return pels;
+}
+
+}  // namespace
+
+template <class T>
+mvPelBuffer<double> realPart(const mvPelBuffer_const<T>& picture, const mvFrequencyFilter& filter,
+                             mvFilterImageOptions options) {
+    mvPelBuffer<double> part;
+    options.result = mvFilterResult::real;
+    mfFilterImage(picture, filter, part, options);
+    return part;
+}
+
+template <class T>
+mvPelBuffer<double> imaginaryPart(const mvPelBuffer_const<T>& picture,
+                                  const mvFrequencyFilter& filter, mvFilterImageOptions options) {
+    options.margin = marginOf(filter, options.margin);
+    return realPart(picture, turned(filter), options);
+}
+
+#define PARTS_OF(T)                                                                              \
+    template mvPelBuffer<double> realPart(const mvPelBuffer_const<T>&, const mvFrequencyFilter&, \
+                                          mvFilterImageOptions);                                 \
+    template mvPelBuffer<double> imaginaryPart(const mvPelBuffer_const<T>&,                      \
+                                               const mvFrequencyFilter&, mvFilterImageOptions);
+PARTS_OF(unsigned char)
+PARTS_OF(unsigned short)
+#undef PARTS_OF
+
+// In single precision, as the library takes its angles.
+mvPelBuffer<unsigned char> anglePels(const mvPelBuffer_const<double>& real,
+                                     const mvPelBuffer_const<double>& imaginary) {
+    const mvPelBuffer<double> angle = pelsLike<double>(real, [&](long x, long y) {
+        return std::atan2(static_cast<float>(imaginary.pel(x, y)),
+                          static_cast<float>(real.pel(x, y)));
+    });
+    return mfFrequencyMapImage(angle, mvFrequencyDefs::eMapAngle, 0, 0);
+}
+
+mvPelBuffer<unsigned char> quadrantPels(const mvPelBuffer_const<double>& real,
+                                        const mvPelBuffer_const<double>& imaginary) {
+    return pelsLike<unsigned char>(real, [&](long x, long y) {
+        return 85 * (real.pel(x, y) < 0) + 170 * (imaginary.pel(x, y) < 0);
+    });
+}
+
+mvPelBuffer<unsigned short> signedPels(const mvPelBuffer_const<double>& real) {
+    return pelsLike<unsigned short>(real, [&](long x, long y) {
+        return std::lround(std::clamp(real.pel(x, y), -32768.0, 32767.0)) + 32768;
+    });
+}

@@ -1,0 +1,26 @@
+// A filtered picture with its signs.
+#pragma once
+
+#include <filt/freqfilt.h>
+
+/// The real part of what mfFilterImage makes of a picture.
+template <class T>
+mvPelBuffer<double> realPart(const mvPelBuffer_const<T>& picture, const mvFrequencyFilter& filter,
+                             mvFilterImageOptions options);
+
+/// The imaginary part, which is all but zero for filters that treat both sides of DC alike.
+template <class T>
+mvPelBuffer<double> imaginaryPart(const mvPelBuffer_const<T>& picture,
+                                  const mvFrequencyFilter& filter, mvFilterImageOptions options);
+
+/// The angles of complex pels as bytes: 0 to 255 for a full turn.
+mvPelBuffer<unsigned char> anglePels(const mvPelBuffer_const<double>& real,
+                                     const mvPelBuffer_const<double>& imaginary);
+
+/// 0, 85, 170 and 255 for the signs ++, -+, +- and -- of real and imaginary part.
+mvPelBuffer<unsigned char> quadrantPels(const mvPelBuffer_const<double>& real,
+                                        const mvPelBuffer_const<double>& imaginary);
+
+/// Real parts in grey levels as pels of 16 bits: 32768 is zero, what is beyond the range is
+/// clamped.
+mvPelBuffer<unsigned short> signedPels(const mvPelBuffer_const<double>& real);

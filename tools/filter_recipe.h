@@ -1,0 +1,23 @@
+// A filter of which only the plane is missing.
+#pragma once
+
+#include <filt/freqfilt.h>
+
+#include <functional>
+#include <memory>
+#include <optional>
+
+/// What a command line says of a filter. Which plane it is built for depends on the picture.
+struct FilterRecipe {
+    /// Builds the filter for planes of a padded size.
+    std::function<std::unique_ptr<mvFrequencyFilter>(mvPair<long> plane)> make;
+
+    /// How far the filter reaches in the picture, in pels; the plane changes nothing in it.
+    mvPair<long> reach;
+
+    /// The smallest plane that the filter goes into.
+    mvPair<long> leastPlane{1, 1};
+
+    /// The only plane there is, for a filter that has been built before.
+    std::optional<mvPair<long>> plane{};
+};

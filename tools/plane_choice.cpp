@@ -1,0 +1,109 @@
+// Which plane a picture is filtered in.
+#include "plane_choice.h"
+
+#include <algorithm>
+#include <bit>
+#include <string>
+
+#include "failure.h"
+
+namespace {
+
+constexpr long kLargestSide = 2048, kUsualTile = 1024;
+
+// One axis of the choice.
+struct Axis {
+    long picture, reach, least;
+    const PlaneOptions& options;
+
+    long margin(long side) const { return options.margin.value_or(std::min(reach, side / 4)); }
+
+    bool fits(long side) const {
+        const long room = options.border == mvBorder::mirror ? 2 * margin(side) : 0;
+        return picture + room <= side;
+    }
+
+    // Larger tiles lose less to a margin of more than a quarter.
+    long tile() const {
+        if (options.tile) return *options.tile;
+        const bool isRoomy = options.margin.value_or(reach) <= kUsualTile / 4;
+        return isRoomy && least <= kUsualTile ? kUsualTile : kLargestSide;
+    }
+
+    // Only a given margin can leave nothing of a tile.
+    long planes(long side) const {
+        if (fits(side)) return 1;
+        const long step = side - 2 * margin(side);
+        if (step > 0) return (picture + step - 1) / step;
+        throw BadArgument("--margin: at most " + std::to_string((side - 1) / 2) +
+                          " leaves anything of tiles of " + std::to_string(side));
+    }
+
+    // Two planes of 1024 take less time than one of 2048, and two threads can share them.
+    bool isBetterCut(long side) const { return side > tile() && planes(tile()) <= 2; }
+
+    long side() const {
+        const long most = options.tile.value_or(kLargestSide);
+        for (long side = least; side <= most; side *= 2) {
+            if (fits(side)) return isBetterCut(side) ? tile() : side;
+        }
+        return tile();
+    }
+};
+
+void addBorder(CLI::App& command, mvBorder& border) {
+    const auto set = [&border](const std::string& name) {
+        border = name == "zero" ? mvBorder::zero : mvBorder::mirror;
+    };
+    command
+        .add_option_function<std::string>("--border", set,
+                                          "What stands around the picture: its mirror image "
+                                          "(mirror, default) or black (zero)")
+        ->check(CLI::IsMember({"mirror", "zero"}));
+}
+
+std::string complaintOfTile(const std::string& text) {
+    const bool isNumber = !text.empty() && text.size() < 5 &&
+                          text.find_first_not_of("0123456789") == std::string::npos;
+    const unsigned long side = isNumber ? std::stoul(text) : 0;
+    const bool isGood = std::has_single_bit(side) && side <= kLargestSide;
+    return isGood ? "" : "'" + text + "' is no power of two up to 2048";
+}
+
+}  // namespace
+
+void addPlaneOptions(CLI::App& command, PlaneOptions& options, bool canChoose) {
+    addBorder(command, options.border);
+    if (canChoose) {
+        command
+            .add_option("--tile", options.tile,
+                        "Side of the tiles that a larger picture is cut into, a power of two up to "
+                        "2048; 1024 if not given, or 2048 where that is less work")
+            ->check(CLI::Validator(complaintOfTile, ""));
+    }
+    command
+        .add_option("--margin", options.margin,
+                    "Pels around the picture, or around each of its tiles, that are filtered with "
+                    "it; as far as the filter reaches, or a quarter of the plane, if not given")
+        ->check(CLI::Range(0l, kLargestSide / 2 - 1));
+}
+
+PlaneChoice choosePlane(const mv_PelBuffer& picture, const FilterRecipe& recipe,
+                        const PlaneOptions& options) {
+    const Axis x{picture.width(), recipe.reach.x, recipe.leastPlane.x, options};
+    const Axis y{picture.height(), recipe.reach.y, recipe.leastPlane.y, options};
+    const mvPair<long> plane = recipe.plane.value_or(mvPair<long>(x.side(), y.side()));
+    return {plane, x.planes(plane.x) * y.planes(plane.y)};
+}
+
+mvFilterImageOptions imageOptions(const PlaneOptions& options, int threads) {
+    const long margin = options.margin.value_or(-1);
+    return {.border = options.border, .margin = {margin, margin}, .threads = threads};
+}
+
+// Each pass of a transform asks before every 16 rows or columns; half the columns of a real picture
+// are not transformed.
+long expectedPolls(const PlaneChoice& choice, int threads) {
+    const long eachPlane = choice.plane.y / 8 + 3 * choice.plane.x / 32 + 6;
+    return choice.planes * eachPlane / std::min<long>(choice.planes, threads);
+}

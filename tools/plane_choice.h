@@ -1,0 +1,40 @@
+// Which plane a picture is filtered in.
+#pragma once
+
+#include <CLI/CLI.hpp>
+
+#include <optional>
+
+#include "filter_recipe.h"
+
+/// What the command line says of the plane.
+struct PlaneOptions {
+    mvBorder border = mvBorder::mirror;
+    std::optional<long> tile{};
+    std::optional<long> margin{};
+};
+
+/// Adds --border and --margin, and --tile where the filter is still to be built.
+void addPlaneOptions(CLI::App& command, PlaneOptions& options, bool canChoose);
+
+/// How a picture is laid.
+struct PlaneChoice {
+    mvPair<long> plane;  // its size
+    long planes;         // and how many there are
+};
+
+/// Chooses the plane for a picture, each axis by itself: the smallest side in which the picture has
+/// its border, or that of the tiles it is cut into.
+///
+/// A mirror needs the margin at either end: what is given, else the filter's reach, but at most a
+/// quarter of the side. Sides go up to --tile, or without it to 1024; to 2048 where that saves
+/// tiles: for a margin above 256 pels, and for one plane in place of three tiles or more. Throws
+/// BadArgument for a margin that leaves nothing of a tile.
+PlaneChoice choosePlane(const mv_PelBuffer& picture, const FilterRecipe& recipe,
+                        const PlaneOptions& options);
+
+/// The picture call's part of the options.
+mvFilterImageOptions imageOptions(const PlaneOptions& options, int threads);
+
+/// About how often the picture call asks the handler of the calling thread.
+long expectedPolls(const PlaneChoice& choice, int threads);
