@@ -122,7 +122,7 @@ void hold(Contest& contest, const Settings& settings) {
         std::sort(sorted.begin(), sorted.end());
         const double median = quantile(sorted, 0.5);
         if (i == 0) first = median;
-        std::printf("  %-28s %12.1f us %8.3f   error %.1e\n", contest.peers[i]->name().c_str(),
+        std::printf("  %-42s %10.1f us %8.3f   error %.1e\n", contest.peers[i]->name().c_str(),
                     median / 1e3, median / first, errors[i]);
         record(settings, contest.group, contest.work, contest.size, contest.peers[i]->name(),
                sorted, errors[i]);

@@ -45,6 +45,21 @@ unsigned flagsOf(Rigor rigor) {
 
 }  // namespace
 
+std::string FftwForm::suffix() const {
+    if (rigor == Rigor::Estimate) return "-estimate+plan";
+    const char* const where = place == Place::Over ? "-in-place" : "-out-of-place";
+    return std::string("-") + nameOf(rigor) + where;
+}
+
+std::string keyOf(const std::string& work, Size size) {
+    return work + "-" + std::to_string(size.width) + "x" + std::to_string(size.height);
+}
+
+std::string keyOf(const std::string& work, Size size, Place place) {
+    const char* const places[] = {"-over", "-beside", "-beside-kept"};
+    return keyOf(work, size) + places[static_cast<int>(place)];
+}
+
 Fftw::Fftw(std::string name, const std::string& path, const Settings& settings)
     : name_(std::move(name)),
       wisdom_(settings.wisdom),
@@ -63,6 +78,11 @@ Fftw::Fftw(std::string name, const std::string& path, const Settings& settings)
     find(handle, "fftwf_plan_dft_c2r_2d", planInverse2d);
     find(handle, "fftwf_plan_many_dft", planMany);
     find(handle, "fftwf_plan_many_dft_r2c", planManyForward);
+    find(handle, "fftwf_plan_many_dft_c2r", planManyInverse);
+    find(handle, "fftwf_plan_guru_split_dft", planSplit);
+    find(handle, "fftwf_execute_split_dft", executeSplitDft);
+    find(handle, "fftwf_plan_guru_split_dft_r2c", planSplitForward);
+    find(handle, "fftwf_plan_guru_split_dft_c2r", planSplitInverse);
     find(handle, "fftwf_destroy_plan", destroyPlan_);
     find(handle, "fftwf_forget_wisdom", forgetWisdom_);
     find(handle, "fftwf_set_timelimit", setTimeLimit_);
@@ -87,7 +107,8 @@ Fftw::Plan Fftw::plan(const std::string& key, Rigor rigor,
     const std::string file = wisdomFile(key, rigor);
     const RealTime realTime(realTime_ && rigor != Rigor::Estimate);
     forgetWisdom_();
-    setTimeLimit_(rigor == Rigor::Patient ? planSeconds_ : FFTW_NO_TIMELIMIT);
+    const bool isLimited = rigor == Rigor::Patient && planSeconds_ > 0;
+    setTimeLimit_(isLimited ? planSeconds_ : FFTW_NO_TIMELIMIT);
     fftwf_plan found = nullptr;
     if (!file.empty() && importWisdom_(file.c_str()) != 0) {
         found = make(flagsOf(rigor) | FFTW_WISDOM_ONLY);
@@ -95,7 +116,7 @@ Fftw::Plan Fftw::plan(const std::string& key, Rigor rigor,
     if (found == nullptr) {
         const auto begin = Clock::now();
         found = make(flagsOf(rigor));
-        const bool ended = rigor != Rigor::Patient || nanosecondsSince(begin) < planSeconds_ * 1e9;
+        const bool ended = !isLimited || nanosecondsSince(begin) < planSeconds_ * 1e9;
         if (!file.empty() && ended) exportWisdom_(file.c_str());
     }
     if (found == nullptr) throw std::runtime_error("FFTW has no plan for " + key);

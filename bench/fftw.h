@@ -17,6 +17,24 @@ namespace bench {
 /// How hard FFTW looks for a plan.
 enum class Rigor { Estimate, Measure, Patient };
 
+/// Where FFTW leaves a transform: over the input, beside an input that it may spoil, or beside one
+/// that it keeps.
+enum class Place { Over, Beside, BesideKept };
+
+/// How a plan is made, and for what place; with Rigor::Estimate it is made within the timed run, as
+/// by a caller who has none yet.
+struct FftwForm {
+    Rigor rigor;
+    Place place;
+
+    /// What the name of a peer ends with.
+    std::string suffix() const;
+};
+
+/// What the plans of a work are kept under.
+std::string keyOf(const std::string& work, Size size);
+std::string keyOf(const std::string& work, Size size, Place place);
+
 /// One build, loaded apart from the others: they all use the same names.
 class Fftw {
   public:
@@ -29,7 +47,8 @@ class Fftw {
     std::string version() const;
 
     /// Forgets all plans, then has one made with the flags given. With a folder for wisdom, what
-    /// was found under `key` before is found again at once.
+    /// was found under `key` before is found again at once. Throws std::runtime_error when there is
+    /// no plan.
     Plan plan(const std::string& key, Rigor rigor,
               const std::function<fftwf_plan(unsigned flags)>& make) const;
 
@@ -40,6 +59,11 @@ class Fftw {
     decltype(&fftwf_plan_dft_c2r_2d) planInverse2d;
     decltype(&fftwf_plan_many_dft) planMany;
     decltype(&fftwf_plan_many_dft_r2c) planManyForward;
+    decltype(&fftwf_plan_many_dft_c2r) planManyInverse;
+    decltype(&fftwf_plan_guru_split_dft) planSplit;
+    decltype(&fftwf_execute_split_dft) executeSplitDft;
+    decltype(&fftwf_plan_guru_split_dft_r2c) planSplitForward;
+    decltype(&fftwf_plan_guru_split_dft_c2r) planSplitInverse;
 
   private:
     std::string wisdomFile(const std::string& key, Rigor rigor) const;

@@ -1,130 +1,103 @@
 // The pipelines as a careful engineer writes them with FFTW: real transforms where the filter
-// allows, plans and responses made beforehand, the scale folded into the response. The bounds of
-// the loops that write pels are local, since bytes might overlap anything that is a member.
+// allows, plans and responses made beforehand, the scale folded into the response.
 #include <algorithm>
-#include <cmath>
-#include <limits>
 
-#include "pipeline.h"
+#include "fftw_pels.h"
 
 namespace bench {
 namespace {
 
 using Build = std::shared_ptr<const Fftw>;
 
-std::string keyOf(const char* work, Size size) {
-    return std::string(work) + "-" + std::to_string(size.width) + "x" + std::to_string(size.height);
-}
-
-// The image, padded as reals, and the left half of its spectrum.
+// The image, padded as reals, and the left half of its spectrum, in one place or in two.
 template <class T>
-class FromImage : public Peer {
+class Pipelined : public FftwPels<T> {
   public:
-    FromImage(std::string name, const Pipeline& work, Build build)
-        : Peer(std::move(name)),
-          image_(work.image),
-          padded_(work.padded),
-          build_(std::move(build)),
-          pels_(static_cast<std::size_t>(image_.count())),
-          out_(pels_.size()),
-          real_(padded_.count()),
-          half_((padded_.width + 2) * padded_.height) {
-        forward_ = build_->plan(keyOf("r2c", padded_), Rigor::Measure, [&](unsigned flags) {
-            return build_->planForward2d(static_cast<int>(padded_.height),
-                                         static_cast<int>(padded_.width), real_.data(),
-                                         half_.complex(), flags | FFTW_DESTROY_INPUT);
+    Pipelined(const std::string& suffix, const Pipeline& work, Build build, FftwForm form)
+        : FftwPels<T>(form.suffix() + suffix, work, std::move(build)),
+          form_(form),
+          half_((work.padded.width + 2) * work.padded.height),
+          real_(form.place == Place::Over ? half_ : AlignedFloats(work.padded.count())),
+          realPitch_(form.place == Place::Over ? work.padded.width + 2 : work.padded.width) {}
+
+    void run() final {
+        if (form_.rigor == Rigor::Estimate) makePlans();
+        transformForward();
+        filterAndTransformBack();
+    }
+
+  protected:
+    virtual void filterAndTransformBack() = 0;
+
+    virtual void makePlans() {
+        const Size size = this->padded_;
+        forward_ = plan(keyOf("r2c", size, form_.place), [&](unsigned flags) {
+            return this->build_->planForward2d(static_cast<int>(size.height),
+                                               static_cast<int>(size.width), real_.data(),
+                                               half_.complex(), flags | FFTW_DESTROY_INPUT);
         });
     }
 
-    void load(const Values& input) override {
-        std::transform(input.begin(), input.end(), pels_.begin(),
-                       [](float pel) { return static_cast<T>(pel); });
+    Fftw::Plan plan(const std::string& key, const std::function<fftwf_plan(unsigned)>& make) {
+        return this->build_->plan(key, form_.rigor, make);
     }
-    Values result() const override { return {out_.begin(), out_.end()}; }
 
-  protected:
+    FftwForm form_;
+    AlignedFloats half_, real_;
+    long realPitch_;
+
+  private:
     void transformForward() {
-        for (long y = 0; y < image_.height; ++y) {
-            const T* const from = pels_.data() + y * image_.width;
-            float* const to = real_.data() + y * padded_.width;
-            for (long x = 0; x < image_.width; ++x) to[x] = from[x];
-            std::fill(to + image_.width, to + padded_.width, 0.0f);
-        }
-        std::fill(real_.data() + image_.height * padded_.width, real_.data() + real_.size(), 0.0f);
-        build_->execute(forward_.get());
+        const long height = this->image().height;
+        for (long y = 0; y < height; ++y) this->readRow(y, real_.data() + y * realPitch_);
+        std::fill(real_.data() + height * realPitch_, real_.data() + real_.size(), 0.0f);
+        this->build_->execute(forward_.get());
     }
 
-    static T pelOf(float magnitude) {
-        constexpr float kFull = std::numeric_limits<T>::max();
-        return static_cast<T>(static_cast<int>(std::min(magnitude + 0.5f, kFull)));
-    }
-
-    Size image_, padded_;
-    Build build_;
-    std::vector<T> pels_, out_;
-    AlignedFloats real_, half_;
     Fftw::Plan forward_;
 };
 
 // A filter that leaves a real image: half the spectrum and a real inverse do.
 template <class T>
-class RealFilter : public FromImage<T> {
+class RealFilter : public Pipelined<T> {
   public:
-    RealFilter(const Pipeline& work, Build build)
-        : FromImage<T>(build->name(), work, build),
-          isComplex_(work.kind == FilterKind::Image),
+    RealFilter(const Pipeline& work, Build build, FftwForm form)
+        : Pipelined<T>("", work, std::move(build), form),
+          hasRealGains_(work.hasRealGains()),
           response_(this->half_.size()) {
-        const Size size = this->padded_;
-        inverse_ = build->plan(keyOf("c2r", size), Rigor::Measure, [&](unsigned flags) {
-            return build->planInverse2d(static_cast<int>(size.height), static_cast<int>(size.width),
-                                        this->half_.complex(), this->real_.data(), flags);
-        });
-        const float scale = 1.0f / static_cast<float>(size.count());
+        makePlans();
+        const float scale = this->scaleOf(this->padded_);
         float* to = response_.data();
-        for (long y = 0; y < size.height; ++y) {
-            for (long x = 0; x <= size.width / 2; ++x) {
+        for (long y = 0; y < this->padded_.height; ++y) {
+            for (long x = 0; x <= this->padded_.width / 2; ++x) {
                 *to++ = work.at(x, y).real() * scale;
-                if (isComplex_) *to++ = work.at(x, y).imag() * scale;
+                if (!hasRealGains_) *to++ = work.at(x, y).imag() * scale;
             }
         }
     }
 
-    void run() override {
-        this->transformForward();
-        if (isComplex_) {
-            multiplyComplex();
-        } else {
-            multiplyReal();
-        }
+  protected:
+    void makePlans() override {
+        Pipelined<T>::makePlans();
+        const Size size = this->padded_;
+        inverse_ = this->plan(keyOf("c2r", size, this->form_.place), [&](unsigned flags) {
+            return this->build_->planInverse2d(static_cast<int>(size.height),
+                                               static_cast<int>(size.width), this->half_.complex(),
+                                               this->real_.data(), flags);
+        });
+    }
+
+    void filterAndTransformBack() override {
+        multiply(this->half_.data(), response_.data(), this->half_.size() / 2, hasRealGains_);
         this->build_->execute(inverse_.get());
-        const Size image = this->image_;
-        for (long y = 0; y < image.height; ++y) {
-            const float* const from = this->real_.data() + y * this->padded_.width;
-            T* const to = this->out_.data() + y * image.width;
-            for (long x = 0; x < image.width; ++x) to[x] = this->pelOf(std::abs(from[x]));
+        const long height = this->image().height;
+        for (long y = 0; y < height; ++y) {
+            this->writeReals(y, this->real_.data() + y * this->realPitch_);
         }
     }
 
   private:
-    void multiplyReal() {
-        const float* const factors = response_.data();
-        float* const values = this->half_.data();
-        for (long i = 0; i < this->half_.size() / 2; ++i) {
-            values[2 * i] *= factors[i];
-            values[2 * i + 1] *= factors[i];
-        }
-    }
-    void multiplyComplex() {
-        const float* const factors = response_.data();
-        float* const values = this->half_.data();
-        for (long i = 0; i < this->half_.size(); i += 2) {
-            const float re = values[i], im = values[i + 1];
-            values[i] = re * factors[i] - im * factors[i + 1];
-            values[i + 1] = re * factors[i + 1] + im * factors[i];
-        }
-    }
-
-    bool isComplex_;
+    bool hasRealGains_;
     AlignedFloats response_;
     Fftw::Plan inverse_;
 };
@@ -132,31 +105,33 @@ class RealFilter : public FromImage<T> {
 // One lobe leaves a complex image: only the lobe is filtered into a plane of zeros and transformed
 // back, rows without data not at all when `banded`.
 template <class T>
-class LobeFilter : public FromImage<T> {
+class LobeFilter : public Pipelined<T> {
   public:
-    LobeFilter(const Pipeline& work, Build build, bool banded)
-        : FromImage<T>(build->name() + (banded ? "-banded" : ""), work, build),
+    LobeFilter(const Pipeline& work, Build build, FftwForm form, bool banded)
+        : Pipelined<T>(banded ? "-banded" : "", work, std::move(build), form),
+          banded_(banded),
           plane_(2 * work.padded.count()) {
         findRuns(work);
-        if (banded) {
+        makePlans();
+    }
+
+  protected:
+    void makePlans() override {
+        Pipelined<T>::makePlans();
+        inverse_.clear();
+        if (banded_) {
             planBanded();
         } else {
             planWhole();
         }
     }
 
-    void run() override {
-        this->transformForward();
+    void filterAndTransformBack() override {
         filter();
         for (const auto& plan : inverse_) this->build_->execute(plan.get());
-        const Size image = this->image_;
-        for (long y = 0; y < image.height; ++y) {
-            const float* const from = plane_.data() + y * 2 * this->padded_.width;
-            T* const to = this->out_.data() + y * image.width;
-            for (long x = 0; x < image.width; ++x) {
-                const float re = from[2 * x], im = from[2 * x + 1];
-                to[x] = this->pelOf(std::sqrt(re * re + im * im));
-            }
+        const long height = this->image().height;
+        for (long y = 0; y < height; ++y) {
+            this->template writeMagnitudes<2>(y, plane_.data() + y * 2 * this->padded_.width, 1);
         }
     }
 
@@ -211,12 +186,11 @@ class LobeFilter : public FromImage<T> {
 
     void planWhole() {
         const Size size = this->padded_;
-        inverse_.push_back(
-            this->build_->plan(keyOf("c2c-back", size), Rigor::Measure, [&](unsigned flags) {
-                return this->build_->planDft2d(static_cast<int>(size.height),
-                                               static_cast<int>(size.width), plane_.complex(),
-                                               plane_.complex(), FFTW_BACKWARD, flags);
-            }));
+        inverse_.push_back(this->plan(keyOf("c2c-back", size), [&](unsigned flags) {
+            return this->build_->planDft2d(static_cast<int>(size.height),
+                                           static_cast<int>(size.width), plane_.complex(),
+                                           plane_.complex(), FFTW_BACKWARD, flags);
+        }));
     }
 
     void planBanded() {
@@ -230,9 +204,9 @@ class LobeFilter : public FromImage<T> {
 
     void planLines(long length, long count, long stride, long distance, fftwf_complex* data) {
         const int n = static_cast<int>(length);
-        const std::string key = keyOf("c2c-back-lines", this->padded_) + "-" +
-                                std::to_string(count) + "x" + std::to_string(stride);
-        inverse_.push_back(this->build_->plan(key, Rigor::Measure, [&](unsigned flags) {
+        const std::string work =
+            "c2c-back-" + std::to_string(count) + "-by-" + std::to_string(stride);
+        inverse_.push_back(this->plan(keyOf(work, this->padded_), [&](unsigned flags) {
             return this->build_->planMany(1, &n, static_cast<int>(count), data, nullptr,
                                           static_cast<int>(stride), static_cast<int>(distance),
                                           data, nullptr, static_cast<int>(stride),
@@ -240,6 +214,7 @@ class LobeFilter : public FromImage<T> {
         }));
     }
 
+    bool banded_;
     std::vector<Run> runs_;
     std::vector<Rows> rows_;
     AlignedFloats plane_;
@@ -249,16 +224,18 @@ class LobeFilter : public FromImage<T> {
 }  // namespace
 
 template <class T>
-void addFftwPipelines(Peers& peers, const Pipeline& work, const Build& build) {
-    if (work.kind == FilterKind::Gabor) {
-        peers.push_back(std::make_unique<LobeFilter<T>>(work, build, false));
-        peers.push_back(std::make_unique<LobeFilter<T>>(work, build, true));
-    } else {
-        peers.push_back(std::make_unique<RealFilter<T>>(work, build));
+void addFftwPipelines(PelPeers<T>& peers, const Pipeline& work, const Build& build, FftwForm form) {
+    if (work.leavesReals()) {
+        peers.push_back(std::make_unique<RealFilter<T>>(work, build, form));
+        return;
+    }
+    peers.push_back(std::make_unique<LobeFilter<T>>(work, build, form, false));
+    if (form.rigor != Rigor::Estimate) {
+        peers.push_back(std::make_unique<LobeFilter<T>>(work, build, form, true));
     }
 }
 
-template void addFftwPipelines<unsigned char>(Peers&, const Pipeline&, const Build&);
-template void addFftwPipelines<unsigned short>(Peers&, const Pipeline&, const Build&);
+template void addFftwPipelines(PelPeers<unsigned char>&, const Pipeline&, const Build&, FftwForm);
+template void addFftwPipelines(PelPeers<unsigned short>&, const Pipeline&, const Build&, FftwForm);
 
 }  // namespace bench

@@ -9,10 +9,6 @@ namespace {
 
 using Build = std::shared_ptr<const Fftw>;
 
-std::string keyOf(const char* work, Size size) {
-    return std::string(work) + "-" + std::to_string(size.width) + "x" + std::to_string(size.height);
-}
-
 // Floats in, floats out, and a few plans to execute one after the other.
 class Planned : public Peer {
   public:
@@ -65,8 +61,9 @@ class PlannedEachTime : public Peer {
     std::function<fftwf_plan(unsigned)> make_;
 };
 
-std::string named(const Fftw& build, Rigor rigor) {
-    return build.name() + (rigor == Rigor::Measure ? "-measure" : "-patient");
+// An input may be spoilt unless it is to be kept.
+unsigned with(unsigned flags, Place place) {
+    return flags | (place == Place::BesideKept ? FFTW_PRESERVE_INPUT : FFTW_DESTROY_INPUT);
 }
 
 // All rows of `width` elements, or all columns, of a plane of such rows, in place.
@@ -84,20 +81,21 @@ Fftw::Plan linesPlan(const Fftw& build, const std::string& key, Size plane, bool
 
 }  // namespace
 
-void addFftwComplex(Peers& peers, Size size, const Build& build, Rigor rigor) {
-    const AlignedFloats plane(2 * size.count());
+void addFftwComplex(Peers& peers, Size size, const Build& build, FftwForm form) {
+    const AlignedFloats in(2 * size.count());
+    const AlignedFloats out = form.place == Place::Over ? in : AlignedFloats(in.size());
     const auto make = [=](unsigned flags) {
         return build->planDft2d(static_cast<int>(size.height), static_cast<int>(size.width),
-                                plane.complex(), plane.complex(), FFTW_FORWARD, flags);
+                                in.complex(), out.complex(), FFTW_FORWARD, with(flags, form.place));
     };
-    if (rigor == Rigor::Estimate) {
-        peers.push_back(std::make_unique<PlannedEachTime>(build->name() + "-estimate+plan", build,
-                                                          plane, plane, make));
+    if (form.rigor == Rigor::Estimate) {
+        peers.push_back(
+            std::make_unique<PlannedEachTime>(build->name() + form.suffix(), build, in, out, make));
         return;
     }
     peers.push_back(std::make_unique<Planned>(
-        named(*build, rigor), build, Planned::Layout{plane, 2 * size.width, plane, size.height},
-        std::vector{build->plan(keyOf("c2c", size), rigor, make)}));
+        build->name() + form.suffix(), build, Planned::Layout{in, 2 * size.width, out, size.height},
+        std::vector{build->plan(keyOf("c2c", size, form.place), form.rigor, make)}));
 }
 
 void addFftwComplexTwoStep(Peers& peers, Size size, const Build& build) {
@@ -110,33 +108,22 @@ void addFftwComplexTwoStep(Peers& peers, Size size, const Build& build) {
                     linesPlan(*build, key, size, false, plane.complex())}));
 }
 
-void addFftwReal(Peers& peers, Size size, const Build& build, Rigor rigor) {
-    const AlignedFloats image(size.count());
+void addFftwReal(Peers& peers, Size size, const Build& build, FftwForm form) {
     const AlignedFloats half((size.width + 2) * size.height);
+    const AlignedFloats image = form.place == Place::Over ? half : AlignedFloats(size.count());
     const auto make = [=](unsigned flags) {
         return build->planForward2d(static_cast<int>(size.height), static_cast<int>(size.width),
-                                    image.data(), half.complex(), flags | FFTW_DESTROY_INPUT);
+                                    image.data(), half.complex(), with(flags, form.place));
     };
-    if (rigor == Rigor::Estimate) {
-        peers.push_back(std::make_unique<PlannedEachTime>(build->name() + "-estimate+plan", build,
+    if (form.rigor == Rigor::Estimate) {
+        peers.push_back(std::make_unique<PlannedEachTime>(build->name() + form.suffix(), build,
                                                           image, half, make));
         return;
     }
+    const long pitch = form.place == Place::Over ? size.width + 2 : size.width;
     peers.push_back(std::make_unique<Planned>(
-        named(*build, rigor), build, Planned::Layout{image, size.width, half, size.height},
-        std::vector{build->plan(keyOf("r2c", size), rigor, make)}));
-}
-
-void addFftwRealInPlace(Peers& peers, Size size, const Build& build) {
-    const AlignedFloats plane((size.width + 2) * size.height);
-    const auto make = [=](unsigned flags) {
-        return build->planForward2d(static_cast<int>(size.height), static_cast<int>(size.width),
-                                    plane.data(), plane.complex(), flags);
-    };
-    peers.push_back(std::make_unique<Planned>(
-        build->name() + "-in-place", build,
-        Planned::Layout{plane, size.width + 2, plane, size.height},
-        std::vector{build->plan(keyOf("r2c-in-place", size), Rigor::Measure, make)}));
+        build->name() + form.suffix(), build, Planned::Layout{image, pitch, half, size.height},
+        std::vector{build->plan(keyOf("r2c", size, form.place), form.rigor, make)}));
 }
 
 void addFftwRealTwoStep(Peers& peers, Size size, const Build& build) {

@@ -11,15 +11,26 @@
 
 namespace bench {
 
+namespace {
+
+bool isAmong(const std::vector<std::string>& names, const std::string& name) {
+    return names.empty() || std::ranges::count(names, name) != 0;
+}
+
+}  // namespace
+
 bool isWanted(const Settings& settings, const std::string& group) {
-    return settings.groups.empty() || std::ranges::count(settings.groups, group) != 0;
+    return isAmong(settings.groups, group);
+}
+
+bool isWantedWork(const Settings& settings, const std::string& work) {
+    return isAmong(settings.works, work);
 }
 
 std::vector<Size> wantedOf(const Settings& settings, std::vector<Size> sizes) {
-    if (settings.sizes.empty()) return sizes;
     std::erase_if(sizes, [&](Size size) {
-        const std::string text = std::to_string(size.width) + "x" + std::to_string(size.height);
-        return std::ranges::count(settings.sizes, text) == 0;
+        return !isAmong(settings.sizes,
+                        std::to_string(size.width) + "x" + std::to_string(size.height));
     });
     return sizes;
 }

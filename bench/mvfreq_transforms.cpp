@@ -1,4 +1,7 @@
-// This library's kernel as a peer.
+// This library's transforms as peers.
+#include <filt/fft.h>
+#include <filt/fft/internal/buffer_access.h>
+
 #include <algorithm>
 #include <utility>
 
@@ -28,6 +31,24 @@ class Complex : public Peer {
     Size size_;
     const mvi::KernelPath& path_;
     AlignedFloats plane_;
+};
+
+// Two buffers, as an application has them.
+class ComplexCopy : public Peer {
+  public:
+    explicit ComplexCopy(Size size) : Peer("mvfreq"), src_(size.width, size.height) {}
+
+    void load(const Values& input) override {
+        std::copy(input.begin(), input.end(), mvi::BufferAccess::data(src_));
+    }
+    void run() override { mfForwardFFT(src_, dst_); }
+    Values result() const override {
+        const float* const plane = mvi::BufferAccess::data(dst_);
+        return {plane, plane + mvi::BufferAccess::floats(dst_)};
+    }
+
+  private:
+    mvFrequencyBuffer src_, dst_;
 };
 
 class Real : public Peer {
@@ -93,6 +114,10 @@ std::unique_ptr<Peer> mvfreqInverse(std::string name, Size size, long rowLow, lo
 
 std::unique_ptr<Peer> mvfreqComplex(Size size, const mvi::KernelPath& path) {
     return std::make_unique<Complex>(size, path);
+}
+
+std::unique_ptr<Peer> mvfreqComplexCopy(Size size) {
+    return std::make_unique<ComplexCopy>(size);
 }
 
 std::unique_ptr<Peer> mvfreqReal(Size size, const mvi::KernelPath& path) {

@@ -20,21 +20,16 @@ cv::Mat complexResponse(const Pipeline& work) {
 }
 
 template <class T>
-class Pipelined : public Peer {
+class Pipelined : public PelPeer<T> {
   public:
     explicit Pipelined(const Pipeline& work)
-        : Peer("opencv"),
+        : PelPeer<T>("opencv", work.image),
           pels_(sizeOf(work.image), kType),
           padded_(cv::Mat::zeros(sizeOf(work.padded), CV_32F)),
           inside_(padded_(cv::Rect(cv::Point(), pels_.size()))) {}
 
-    void load(const Values& input) override {
-        std::transform(input.begin(), input.end(), pels_.template ptr<T>(),
-                       [](float pel) { return static_cast<T>(pel); });
-    }
-    Values result() const override {
-        return {out_.template ptr<T>(), out_.template ptr<T>() + out_.total()};
-    }
+    T* inputRow(long y) override { return pels_.template ptr<T>(static_cast<int>(y)); }
+    const T* resultRow(long y) const override { return out_.template ptr<T>(static_cast<int>(y)); }
 
   protected:
     static constexpr int kType = sizeof(T) == 1 ? CV_8U : CV_16U;
@@ -92,12 +87,12 @@ class LobeFilter : public Pipelined<T> {
 }  // namespace
 
 template <class T>
-std::unique_ptr<Peer> opencvPipeline(const Pipeline& work) {
-    if (work.kind == FilterKind::Gabor) return std::make_unique<LobeFilter<T>>(work);
+std::unique_ptr<PelPeer<T>> opencvPipeline(const Pipeline& work) {
+    if (!work.leavesReals()) return std::make_unique<LobeFilter<T>>(work);
     return std::make_unique<RealFilter<T>>(work);
 }
 
-template std::unique_ptr<Peer> opencvPipeline<unsigned char>(const Pipeline&);
-template std::unique_ptr<Peer> opencvPipeline<unsigned short>(const Pipeline&);
+template std::unique_ptr<PelPeer<unsigned char>> opencvPipeline(const Pipeline&);
+template std::unique_ptr<PelPeer<unsigned short>> opencvPipeline(const Pipeline&);
 
 }  // namespace bench

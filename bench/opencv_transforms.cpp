@@ -10,20 +10,21 @@ namespace {
 
 class Complex : public Peer {
   public:
-    explicit Complex(Size size)
+    Complex(Size size, bool inPlace)
         : Peer("opencv"),
-          plane_(static_cast<int>(size.height), static_cast<int>(size.width), CV_32FC2) {}
+          in_(static_cast<int>(size.height), static_cast<int>(size.width), CV_32FC2),
+          out_(inPlace ? in_ : cv::Mat(in_.size(), in_.type())) {}
 
     void load(const Values& input) override {
-        std::copy(input.begin(), input.end(), plane_.ptr<float>());
+        std::copy(input.begin(), input.end(), in_.ptr<float>());
     }
-    void run() override { cv::dft(plane_, plane_); }
+    void run() override { cv::dft(in_, out_); }
     Values result() const override {
-        return {plane_.ptr<float>(), plane_.ptr<float>() + 2 * plane_.total()};
+        return {out_.ptr<float>(), out_.ptr<float>() + 2 * out_.total()};
     }
 
   private:
-    cv::Mat plane_;
+    cv::Mat in_, out_;
 };
 
 class Real : public Peer {
@@ -67,7 +68,11 @@ class Real : public Peer {
 }  // namespace
 
 std::unique_ptr<Peer> opencvComplex(Size size) {
-    return std::make_unique<Complex>(size);
+    return std::make_unique<Complex>(size, true);
+}
+
+std::unique_ptr<Peer> opencvComplexCopy(Size size) {
+    return std::make_unique<Complex>(size, false);
 }
 
 std::unique_ptr<Peer> opencvReal(Size size) {

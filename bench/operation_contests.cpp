@@ -113,10 +113,10 @@ class Operations {
 
     // The lobe's plane is mostly cleared, and only written for that.
     void holdFilters() {
-        for (const auto kind : {FilterKind::BandPass, FilterKind::Gabor, FilterKind::Image}) {
+        for (const auto kind : {FilterKind::WideRing, FilterKind::Gabor, FilterKind::Image}) {
             const Pipeline work(kind, size_);
             const long moved = kind == FilterKind::Gabor      ? plane_
-                               : kind == FilterKind::BandPass ? 2 * plane_
+                               : kind == FilterKind::WideRing ? 2 * plane_
                                                               : 3 * plane_;
             Operands& o = operands_;
             contest(

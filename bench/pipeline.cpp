@@ -22,15 +22,35 @@ mvFrequencyBuffer kernelSpectrum(Size size) {
     return spectrum;
 }
 
+template <class Filter>
+std::shared_ptr<const mvFrequencyFilter> ring(double sigma, double plateau, double frequency,
+                                              Size size) {
+    return std::make_shared<Filter>(sigma, plateau, frequency,
+                                    mvPair<long>(size.width, size.height), 1);
+}
+
+template <class Filter>
+std::shared_ptr<const mvFrequencyFilter> lobe(Size size) {
+    return std::make_shared<Filter>(mvPair<double>(0.02, 0.01), mvPair<double>(0.0, 0.0),
+                                    mvRadian(0.4), 0.2, mvPair<long>(size.width, size.height), 1);
+}
+
 std::shared_ptr<const mvFrequencyFilter> filterOf(FilterKind kind, Size size) {
-    const mvPair<long> support(size.width, size.height);
     switch (kind) {
-        case FilterKind::BandPass:
-            return std::make_shared<mvFrequencyFilterBandPass>(0.02, 0.05, 0.12, support, 1);
+        case FilterKind::NarrowRing:
+            return ring<mvFrequencyFilterBandPass>(0.012, 0, 0.03, size);
+        case FilterKind::StandardRing:
+            return ring<mvFrequencyFilterBandPass>(0.02, 0.01, 0.06, size);
+        case FilterKind::WideRing:
+            return ring<mvFrequencyFilterBandPass>(0.02, 0.05, 0.12, size);
+        case FilterKind::RingEverywhere:
+            return ring<mvFrequencyFilterBandPass>(0.2, 0.1, 0.3, size);
+        case FilterKind::RingReject:
+            return ring<mvFrequencyFilterBandReject>(0.02, 0.01, 0.06, size);
         case FilterKind::Gabor:
-            return std::make_shared<mvFrequencyFilterGabor>(mvPair<double>(0.02, 0.01),
-                                                            mvPair<double>(0.0, 0.0), mvRadian(0.4),
-                                                            0.2, support, 1);
+            return lobe<mvFrequencyFilterGabor>(size);
+        case FilterKind::GaborReject:
+            return lobe<mvFrequencyFilterGaborReject>(size);
         default:
             return std::make_shared<mvFrequencyFilterImage>(kernelSpectrum(size));
     }
@@ -45,51 +65,70 @@ mvFrequencyBuffer planeOfOnes(Size size) {
 }
 
 template <class T>
-class Mvfreq : public Peer {
+class Mvfreq : public PelPeer<T> {
   public:
-    explicit Mvfreq(const Pipeline& work)
-        : Peer("mvfreq"), filter_(work.filter), image_(work.image.width, work.image.height) {}
+    Mvfreq(std::string name, const Pipeline& work)
+        : PelPeer<T>(std::move(name), work.image),
+          filter_(work.filter),
+          image_(work.image.width, work.image.height) {}
 
-    void load(const Values& input) override {
-        result_ = {};
-        for (long y = 0; y < image_.height(); ++y) {
-            const float* const row = input.data() + y * image_.width();
-            std::transform(row, row + image_.width(), image_.pointToRow(y),
-                           [](float pel) { return static_cast<T>(pel); });
-        }
+    T* inputRow(long y) override { return image_.pointToRow(y); }
+    const T* resultRow(long y) const override { return result_.pointToRow(y); }
+
+  protected:
+    std::shared_ptr<const mvFrequencyFilter> filter_;
+    mvPelBuffer<T> image_, result_;
+};
+
+// The result is written into the same image each time, as in a loop over frames; the peers pad with
+// zeros, so this library does.
+template <class T>
+class OneCall : public Mvfreq<T> {
+  public:
+    OneCall(std::string name, const Pipeline& work, mvPair<long> margin, int threads)
+        : Mvfreq<T>(std::move(name), work) {
+        options_.border = mvBorder::zero;
+        options_.margin = margin;
+        options_.threads = threads;
     }
+
+    void run() override { mfFilterImage<T>(this->image_, *this->filter_, this->result_, options_); }
+
+  private:
+    mvFilterImageOptions options_;
+};
+
+// An in-place inverse makes its result in new memory, so a bound one would cost a copy more.
+template <class T>
+class ThreeCalls : public Mvfreq<T> {
+  public:
+    explicit ThreeCalls(const Pipeline& work) : Mvfreq<T>("mvfreq-three-calls", work) {}
+
+    void prepare() override { this->result_ = {}; }
     void run() override {
-        mfForwardFFT<T>(image_, spectrum_);
-        filter_->apply(spectrum_);
-        mfInverseFFT<T>(spectrum_, result_, false, true);
-    }
-    Values result() const override {
-        Values pels;
-        for (long y = 0; y < result_.height(); ++y) {
-            pels.insert(pels.end(), result_.pointToRow(y), result_.pointToRow(y) + result_.width());
-        }
-        return pels;
+        mfForwardFFT<T>(this->image_, spectrum_);
+        this->filter_->apply(spectrum_);
+        mfInverseFFT<T>(spectrum_, this->result_, false, true);
     }
 
   private:
-    std::shared_ptr<const mvFrequencyFilter> filter_;
-    mvPelBuffer<T> image_, result_;
     mvFrequencyBuffer spectrum_;
 };
 
 }  // namespace
 
 Pipeline::Pipeline(FilterKind filterKind, Size imageSize)
-    : kind(filterKind),
-      image(imageSize),
-      padded{paddedSide(imageSize.width), paddedSide(imageSize.height)},
-      filter(filterOf(filterKind, padded)) {
-    mvFrequencyBuffer plane = planeOfOnes(padded);
-    filter->apply(plane);
+    : Pipeline(filterKind, imageSize, {paddedSide(imageSize.width), paddedSide(imageSize.height)}) {
+}
+
+Pipeline::Pipeline(FilterKind filterKind, Size imageSize, Size plane)
+    : kind(filterKind), image(imageSize), padded(plane), filter(filterOf(filterKind, padded)) {
+    mvFrequencyBuffer ones = planeOfOnes(padded);
+    filter->apply(ones);
     for (long y = 0; y < padded.height; ++y) {
         bool hasData = false;
         for (long x = 0; x < padded.width; ++x) {
-            const mvPair<double> value = plane.get(x, y, false);
+            const mvPair<double> value = ones.get(x, y, false);
             response.emplace_back(static_cast<float>(value.x), static_cast<float>(value.y));
             hasData = hasData || response.back() != std::complex<float>();
         }
@@ -97,23 +136,57 @@ Pipeline::Pipeline(FilterKind filterKind, Size imageSize)
     }
 }
 
+std::optional<Pipeline::Columns> Pipeline::columnsOfLeftHalf() const {
+    const auto isReached = [&](long x) {
+        for (long y = 0; y < padded.height; ++y) {
+            if (at(x, y) != std::complex<float>()) return true;
+        }
+        return false;
+    };
+    long first = 0, end = padded.width / 2 + 1;
+    while (first + 1 < end && !isReached(first)) ++first;
+    while (end - 1 > first && !isReached(end - 1)) --end;
+    for (long x = padded.width / 2 + 1; !leavesReals() && x < padded.width; ++x) {
+        if (isReached(x)) return std::nullopt;
+    }
+    return Columns{first, end - first};
+}
+
 const char* nameOf(FilterKind kind) {
     switch (kind) {
-        case FilterKind::BandPass:
-            return "band-pass";
+        case FilterKind::NarrowRing:
+            return "narrow ring";
+        case FilterKind::StandardRing:
+            return "standard ring";
+        case FilterKind::WideRing:
+            return "wide ring";
+        case FilterKind::RingEverywhere:
+            return "ring everywhere";
+        case FilterKind::RingReject:
+            return "ring reject";
         case FilterKind::Gabor:
             return "gabor";
+        case FilterKind::GaborReject:
+            return "gabor reject";
         default:
             return "image";
     }
 }
 
 template <class T>
-std::unique_ptr<Peer> mvfreqPipeline(const Pipeline& work) {
-    return std::make_unique<Mvfreq<T>>(work);
+std::unique_ptr<PelPeer<T>> mvfreqOneCall(const Pipeline& work) {
+    return std::make_unique<OneCall<T>>("mvfreq-one-call", work, mvPair<long>(-1, -1), 1);
 }
 
-template std::unique_ptr<Peer> mvfreqPipeline<unsigned char>(const Pipeline&);
-template std::unique_ptr<Peer> mvfreqPipeline<unsigned short>(const Pipeline&);
+template std::unique_ptr<PelPeer<unsigned char>> mvfreqOneCall(const Pipeline&);
+template std::unique_ptr<PelPeer<unsigned short>> mvfreqOneCall(const Pipeline&);
+
+template <class T>
+std::unique_ptr<PelPeer<T>> mvfreqThreeCalls(const Pipeline& work) {
+    return std::make_unique<ThreeCalls<T>>(work);
+}
+
+template std::unique_ptr<PelPeer<unsigned char>> mvfreqThreeCalls(const Pipeline&);
+template std::unique_ptr<PelPeer<unsigned short>> mvfreqThreeCalls(const Pipeline&);
 
 }  // namespace bench

@@ -5,18 +5,38 @@
 
 #include <complex>
 #include <memory>
+#include <optional>
 
 #include "fftw.h"
-#include "peer.h"
+#include "pel_peer.h"
 
 namespace bench {
 
-enum class FilterKind { BandPass, Gabor, Image };
+/// Three rings that leave most of the plane empty, and one that reaches everywhere; one lobe; what
+/// rejects these; a convolution by a small kernel.
+enum class FilterKind {
+    NarrowRing,
+    StandardRing,
+    WideRing,
+    RingEverywhere,
+    RingReject,
+    Gabor,
+    GaborReject,
+    Image
+};
 
 /// What every library is asked for: magnitudes of the filtered image, in pels, padded with zeros to
 /// powers of two.
 struct Pipeline {
     Pipeline(FilterKind filterKind, Size imageSize);
+
+    /// With a plane of this size, smaller than the image where that is cut into tiles.
+    Pipeline(FilterKind filterKind, Size imageSize, Size plane);
+
+    /// Columns of the plane.
+    struct Columns {
+        long first, count;
+    };
 
     FilterKind kind;
     Size image;
@@ -30,18 +50,45 @@ struct Pipeline {
     std::complex<float> at(long x, long y) const {
         return response[static_cast<std::size_t>(y * padded.width + x)];
     }
+
+    /// False when the filtered image is complex, since the filter keeps one lobe of two.
+    bool leavesReals() const {
+        return kind != FilterKind::Gabor && kind != FilterKind::GaborReject;
+    }
+    bool hasRealGains() const { return kind != FilterKind::Image; }
+
+    /// Those of columns 0 to W/2 that the filter reaches. A filter that leaves reals does the same
+    /// to the others; one that does not has them only where the others are empty.
+    std::optional<Columns> columnsOfLeftHalf() const;
 };
 
 const char* nameOf(FilterKind kind);
 
-/// Load and result of all: one value a pel. T is the pel type.
+/// @name This library: in one call, with tiles of this margin and on threads, and in the three
+/// calls that it stands for
 /// @{
 template <class T>
-std::unique_ptr<Peer> mvfreqPipeline(const Pipeline& work);
+std::unique_ptr<PelPeer<T>> mvfreqOneCall(const Pipeline& work);
 template <class T>
-void addFftwPipelines(Peers& peers, const Pipeline& work, const std::shared_ptr<const Fftw>& build);
-template <class T>
-std::unique_ptr<Peer> opencvPipeline(const Pipeline& work);
+std::unique_ptr<PelPeer<T>> mvfreqThreeCalls(const Pipeline& work);
 /// @}
+
+/// FFTW over the whole plane: forward, the filter, inverse.
+template <class T>
+void addFftwPipelines(PelPeers<T>& peers, const Pipeline& work,
+                      const std::shared_ptr<const Fftw>& build, FftwForm form);
+
+/// FFTW pruned by hand: only rows of the image and columns that the filter reaches. Adds nothing
+/// for filters with columns in both halves that are not each other's mirror images.
+template <class T>
+void addFftwPruned(PelPeers<T>& peers, const Pipeline& work,
+                   const std::shared_ptr<const Fftw>& build);
+
+template <class T>
+std::unique_ptr<PelPeer<T>> opencvPipeline(const Pipeline& work);
+
+/// Those of all libraries but this one, with plans from before.
+template <class T>
+void addPipelinesOfOthers(PelPeers<T>& peers, const Pipeline& work, const Settings& settings);
 
 }  // namespace bench

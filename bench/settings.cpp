@@ -7,9 +7,11 @@ namespace bench {
 namespace {
 
 const char* const kUsage =
-    "usage: mvfreq_bench [--group G]... [--size WxH]... [--csv FILE] [--wisdom FOLDER]\n"
-    "                    [--seconds S] [--plan-seconds S] [--core N] [--real-time]\n"
-    "groups: c2c real path band pipeline8 pipeline16 operation first memory machine";
+    "usage: mvfreq_bench [--group G]... [--size WxH]... [--work W]... [--csv FILE]\n"
+    "                    [--wisdom FOLDER] [--seconds S] [--plan-seconds S] [--core N] "
+    "[--real-time]\n"
+    "groups: c2c copy real path band pipeline8 everywhere\n"
+    "        pipeline16 operation first memory machine";
 
 }  // namespace
 
@@ -27,6 +29,8 @@ Settings settingsOf(int count, const char* const* words) {
             settings.groups.push_back(value);
         } else if (option == "--size") {
             settings.sizes.push_back(value);
+        } else if (option == "--work") {
+            settings.works.push_back(value);
         } else if (option == "--csv") {
             settings.csv = value;
         } else if (option == "--wisdom") {

@@ -40,21 +40,49 @@ void addCopyOfPlane(Contest& contest) {
     contest.peers.push_back(copy(8 * contest.size.count()));
 }
 
+// All that plans of these rigors offer in these places.
+void addPlanned(Peers& peers, Size size, const std::shared_ptr<const Fftw>& build,
+                const std::vector<Place>& places, decltype(addFftwComplex)* add) {
+    for (const Rigor rigor : {Rigor::Measure, Rigor::Patient}) {
+        for (const Place place : places) add(peers, size, build, {rigor, place});
+    }
+}
+
 void holdComplex(Size size, const Settings& settings) {
     Contest contest = complexContest("c2c", size);
     Peers& peers = contest.peers;
     peers.push_back(mvfreqComplex(size, mvi::bestKernelPath()));
     for (const auto& build : fftwBuilds(settings)) {
-        addFftwComplex(peers, size, build, Rigor::Measure);
-        addFftwComplex(peers, size, build, Rigor::Patient);
+        addPlanned(peers, size, build, {Place::Over, Place::Beside}, addFftwComplex);
         addFftwComplexTwoStep(peers, size, build);
-        addFftwComplex(peers, size, build, Rigor::Estimate);
+        addFftwComplex(peers, size, build, {Rigor::Estimate, Place::Over});
     }
     peers.push_back(kissfftComplex(size));
 #ifdef MVFREQ_BENCH_OPENCV
     peers.push_back(opencvComplex(size));
 #endif
+#ifdef MVFREQ_BENCH_FFMPEG
+    peers.push_back(ffmpegComplex(size));
+#endif
     addCopyOfPlane(contest);
+    hold(contest, settings);
+}
+
+void holdComplexCopy(Size size, const Settings& settings) {
+    Contest contest = complexContest("copy", size);
+    Peers& peers = contest.peers;
+    peers.push_back(mvfreqComplexCopy(size));
+    for (const auto& build : fftwBuilds(settings)) {
+        addPlanned(peers, size, build, {Place::BesideKept}, addFftwComplex);
+        addFftwComplex(peers, size, build, {Rigor::Estimate, Place::BesideKept});
+    }
+    peers.push_back(kissfftComplex(size));
+#ifdef MVFREQ_BENCH_OPENCV
+    peers.push_back(opencvComplexCopy(size));
+#endif
+#ifdef MVFREQ_BENCH_FFMPEG
+    peers.push_back(ffmpegComplexCopy(size));
+#endif
     hold(contest, settings);
 }
 
@@ -63,14 +91,15 @@ void holdReal(Size size, const Settings& settings) {
     Peers& peers = contest.peers;
     peers.push_back(mvfreqReal(size, mvi::bestKernelPath()));
     for (const auto& build : fftwBuilds(settings)) {
-        addFftwReal(peers, size, build, Rigor::Measure);
-        addFftwReal(peers, size, build, Rigor::Patient);
-        addFftwRealInPlace(peers, size, build);
+        addPlanned(peers, size, build, {Place::Over, Place::Beside}, addFftwReal);
         addFftwRealTwoStep(peers, size, build);
-        addFftwReal(peers, size, build, Rigor::Estimate);
+        addFftwReal(peers, size, build, {Rigor::Estimate, Place::Beside});
     }
 #ifdef MVFREQ_BENCH_OPENCV
     peers.push_back(opencvReal(size));
+#endif
+#ifdef MVFREQ_BENCH_FFMPEG
+    peers.push_back(ffmpegReal(size));
 #endif
     addCopyOfPlane(contest);
     hold(contest, settings);
@@ -87,8 +116,8 @@ void holdPaths(Size size, const Settings& settings) {
     auto builds = fftwBuilds(settings);
     if (const auto limited = fftwLimitedToSse2(settings)) builds.push_back(limited);
     for (const auto& build : builds) {
-        addFftwComplex(complex.peers, size, build, Rigor::Measure);
-        addFftwReal(real.peers, size, build, Rigor::Measure);
+        addFftwComplex(complex.peers, size, build, {Rigor::Measure, Place::Over});
+        addFftwReal(real.peers, size, build, {Rigor::Measure, Place::Beside});
     }
     hold(complex, settings);
     hold(real, settings);
@@ -115,7 +144,8 @@ void holdTransforms(const Settings& settings) {
         for (const Size size : wantedOf(settings, std::move(sizes))) holdOne(size, settings);
     };
     each("c2c", squaresAndOblongs(), holdComplex);
-    each("real", kSquares, holdReal);
+    each("copy", squaresAndOblongs(), holdComplexCopy);
+    each("real", squaresAndOblongs(), holdReal);
     each("path", kSquares, holdPaths);
     each("band", {{512, 512}, {1024, 1024}, {2048, 2048}}, holdBand);
 }
