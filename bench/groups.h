@@ -27,6 +27,10 @@ void holdTransforms(const Settings& settings);
 /// leave no row and no column out, and those of 16-bit pels.
 void holdPipelines(const Settings& settings);
 
+/// Groups tiles and threads: a picture of 12 million pels beside one plane, on two threads beside
+/// one.
+void holdTiles(const Settings& settings);
+
 /// Group operation: single operations beside a copy that moves as many bytes.
 void holdOperations(const Settings& settings);
 

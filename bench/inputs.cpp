@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "reference/fft/dft.h"
+#include "tiles.h"
 
 namespace bench {
 namespace {
@@ -65,6 +66,22 @@ Values expectedPels(const Values& image, const Pipeline& work, float top) {
                 std::floor(std::abs(z) / static_cast<double>(work.padded.count()) + 0.5);
             pels.push_back(std::min(static_cast<float>(pel), top));
         }
+    }
+    return pels;
+}
+
+Values expectedOfTiles(const Values& image, Size size, const Pipeline& tile, long margin,
+                       float top) {
+    Values pels(image.size());
+    for (const Tile& t : tilesOf(size, tile.padded, margin)) {
+        Values part(static_cast<std::size_t>(tile.padded.count()));
+        t.forEachRow(t.source, size.width, [&](long picture, long plane, long count) {
+            std::copy_n(image.begin() + picture, count, part.begin() + plane);
+        });
+        const Values filtered = expectedPels(part, tile, top);
+        t.forEachRow(t.target, size.width, [&](long picture, long plane, long count) {
+            std::copy_n(filtered.begin() + plane, count, pels.begin() + picture);
+        });
     }
     return pels;
 }

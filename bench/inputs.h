@@ -35,4 +35,9 @@ Values expectedReal(const Values& image, Size size);
 /// The pipeline's pels up to `top`, computed in double precision.
 Values expectedPels(const Values& image, const Pipeline& work, float top);
 
+/// The same for a large image in tiles of the plane of `tile`, with `margin` pels around each that
+/// are dropped and zeros around the image.
+Values expectedOfTiles(const Values& image, Size size, const Pipeline& tile, long margin,
+                       float top);
+
 }  // namespace bench

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstring>
 #include <fstream>
 #include <stdexcept>
 
@@ -59,6 +60,19 @@ void pinTo(int core) {
     CPU_ZERO(&set);
     CPU_SET(static_cast<std::size_t>(core), &set);
     if (sched_setaffinity(0, sizeof set, &set) != 0) throw std::runtime_error("cannot pin to core");
+}
+
+OnAllCores::OnAllCores() {
+    cpu_set_t all;
+    std::memset(&all, 0xff, sizeof all);
+    if (sched_getaffinity(0, sizeof before_, &before_) != 0 ||
+        sched_setaffinity(0, sizeof all, &all) != 0) {
+        throw std::runtime_error("cannot use all cores");
+    }
+}
+
+OnAllCores::~OnAllCores() {
+    sched_setaffinity(0, sizeof before_, &before_);
 }
 
 RealTime::RealTime(bool wanted) : wanted_(wanted) {

@@ -1,6 +1,8 @@
 // The machine that the figures are taken on.
 #pragma once
 
+#include <sched.h>
+
 #include <chrono>
 #include <string>
 
@@ -16,6 +18,18 @@ inline double nanosecondsSince(Clock::time_point begin) {
 
 /// Holds this process to one core.
 void pinTo(int core);
+
+/// While it lives, this thread and those that it starts may run on any core.
+class OnAllCores {
+  public:
+    OnAllCores();
+    ~OnAllCores();
+    OnAllCores(const OnAllCores&) = delete;
+    OnAllCores& operator=(const OnAllCores&) = delete;
+
+  private:
+    cpu_set_t before_;
+};
 
 /// While it lives, this thread comes before all others on its core, where it may.
 class RealTime {

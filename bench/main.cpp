@@ -56,6 +56,7 @@ void runAll(const Settings& settings) {
     compareFirstCalls(settings);
     holdTransforms(settings);
     holdPipelines(settings);
+    holdTiles(settings);
     holdOperations(settings);
 }
 

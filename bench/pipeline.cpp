@@ -178,6 +178,12 @@ std::unique_ptr<PelPeer<T>> mvfreqOneCall(const Pipeline& work) {
     return std::make_unique<OneCall<T>>("mvfreq-one-call", work, mvPair<long>(-1, -1), 1);
 }
 
+std::unique_ptr<PelPeer<unsigned char>> mvfreqOfTiles(std::string name, const Pipeline& work,
+                                                      long margin, int threads) {
+    return std::make_unique<OneCall<unsigned char>>(std::move(name), work,
+                                                    mvPair<long>(margin, margin), threads);
+}
+
 template std::unique_ptr<PelPeer<unsigned char>> mvfreqOneCall(const Pipeline&);
 template std::unique_ptr<PelPeer<unsigned short>> mvfreqOneCall(const Pipeline&);
 

@@ -69,6 +69,8 @@ const char* nameOf(FilterKind kind);
 /// @{
 template <class T>
 std::unique_ptr<PelPeer<T>> mvfreqOneCall(const Pipeline& work);
+std::unique_ptr<PelPeer<unsigned char>> mvfreqOfTiles(std::string name, const Pipeline& work,
+                                                      long margin, int threads);
 template <class T>
 std::unique_ptr<PelPeer<T>> mvfreqThreeCalls(const Pipeline& work);
 /// @}

@@ -65,15 +65,43 @@ double kilobytesOf(const char* field) {
     for (std::string line; std::getline(status, line);) {
         if (line.starts_with(field)) return std::stod(line.substr(line.find(':') + 1));
     }
-    throw std::runtime_error("the system does not tell its use of memory");
+    throw std::runtime_error("the system does not show its use of memory");
 }
 
-void filterInPlace(long side, mvPelBuffer<unsigned char>& image) {
+using Image = mvPelBuffer<unsigned char>;
+
+mvFrequencyFilterBandPass ringOf(long side) {
+    return {0.02, 0.05, 0.12, mvPair<long>(side, side), 1};
+}
+
+void filterInThreeCalls(const Image& image, long plane, int) {
     mvFrequencyBuffer spectrum;
     mfForwardFFT<unsigned char>(image, spectrum);
-    mvFrequencyFilterBandPass(0.02, 0.05, 0.12, mvPair<long>(side, side), 1).apply(spectrum);
-    mvPelBuffer<unsigned char> result;
+    ringOf(plane).apply(spectrum);
+    Image result;
     mfInverseFFT<unsigned char>(spectrum, result, false, true);
+}
+
+void filterInOneCall(const Image& image, long plane, int threads) {
+    mvFilterImageOptions options;
+    options.threads = threads;
+    Image result;
+    mfFilterImage<unsigned char>(image, ringOf(plane), result, options);
+}
+
+// Bytes at the peak beyond image and result. A small call beforehand takes what a process takes
+// once.
+double peakOf(long side, long plane, int threads, decltype(&filterInOneCall) filter) {
+    return inNewProcess(1, [&] {
+        filter(Image(64, 64), 64, 1);
+        std::ofstream("/proc/self/clear_refs") << 5;
+        const double before = kilobytesOf("VmRSS");
+        Image image(side, side);
+        mfPelSet_U8(image, 100);
+        filter(image, plane, threads);
+        const double images = 2.0 * static_cast<double>(side * side);
+        return std::vector<double>{(kilobytesOf("VmHWM") - before) * 1024 - images};
+    })[0];
 }
 
 }  // namespace
@@ -96,23 +124,25 @@ void compareFirstCalls(const Settings& settings) {
 
 void measureMemory(const Settings& settings) {
     if (!isWanted(settings, "memory")) return;
-    constexpr long kSide = 2048;
-    const auto numbers = inNewProcess(1, [] {
-        mvPelBuffer<unsigned char> small(64, 64);
-        filterInPlace(64, small);
-        std::ofstream("/proc/self/clear_refs") << 5;
-        const double before = kilobytesOf("VmRSS");
-        mvPelBuffer<unsigned char> image(kSide, kSide);
-        mfPelSet_U8(image, 100);
-        filterInPlace(kSide, image);
-        return std::vector<double>{(kilobytesOf("VmHWM") - before) * 1024};
-    });
-    const double planeAndImages = kSide * kSide * (8 + 2);
-    std::printf(
-        "memory of the in-place 8-bit pipeline, 2048x2048: %.2f MiB beyond plane and images\n",
-        (numbers[0] - planeAndImages) / 1048576);
-    record(settings, "memory", "bytes beyond plane and images", {kSide, kSide}, "mvfreq",
-           {numbers[0] - planeAndImages});
+    const struct {
+        const char* way;
+        long side, plane;
+        int threads;
+        decltype(&filterInOneCall) filter;
+    } cases[] = {{"three calls", 2048, 2048, 1, filterInThreeCalls},
+                 {"one call", 2048, 2048, 1, filterInOneCall},
+                 {"one call", 2048, 1024, 1, filterInOneCall},
+                 {"one call", 2048, 1024, 4, filterInOneCall},
+                 {"one call", 8000, 1024, 1, filterInOneCall},
+                 {"one call", 8000, 1024, 4, filterInOneCall}};
+    for (const auto& c : cases) {
+        const double bytes = peakOf(c.side, c.plane, c.threads, c.filter);
+        const std::string work = std::string(c.way) + " by planes of " + std::to_string(c.plane) +
+                                 " on " + std::to_string(c.threads);
+        std::printf("memory beyond the images, %ldx%ld, %s: %.2f MiB\n", c.side, c.side,
+                    work.c_str(), bytes / 1048576);
+        record(settings, "memory", work, {c.side, c.side}, "mvfreq", {bytes});
+    }
 }
 
 }  // namespace bench

@@ -11,7 +11,7 @@ const char* const kUsage =
     "                    [--wisdom FOLDER] [--seconds S] [--plan-seconds S] [--core N] "
     "[--real-time]\n"
     "groups: c2c copy real path band pipeline8 everywhere\n"
-    "        pipeline16 operation first memory machine";
+    "        pipeline16 tiles threads operation first memory machine";
 
 }  // namespace
 
