@@ -1,69 +1,17 @@
 #!/usr/bin/env python3
-"""Turns bench/results into the tables of docs/performance.md and the plots in docs/images."""
-import csv
-import pathlib
+"""Turns bench/results into the tables of docs/performance.md and the plots in docs/images.
+
+    report.py                   writes them
+    report.py --print FOLDER    prints the tables that the results in FOLDER can fill, and writes nothing
+"""
 import re
+import sys
 
-import matplotlib
+from aims import TRANSFORMS, aims_table
+from measured import (ROOT, Results, best_fftw, debian_time, fftw_time, first_with, is_planning,
+                      is_pruned, micro, one_call, ours, ratio, size_text, table, three_calls)
 
-matplotlib.use("Agg")
-import matplotlib.pyplot as plt
-
-ROOT = pathlib.Path(__file__).resolve().parent.parent
-RESULTS = ROOT / "bench" / "results"
 PAGE = ROOT / "docs" / "performance.md"
-IMAGES = ROOT / "docs" / "images"
-PLANNED = ("-measure", "-patient", "-two-step", "-in-place")
-
-TARGETS = {
-    "c2c": {64: 0.45, 128: 0.50, 256: 0.60, 512: 0.60, 1024: 0.65, 2048: 0.45},
-    "real": {64: 0.45, 128: 0.50, 256: 0.50, 512: 0.50, 1024: 0.65, 2048: 0.80},
-}
-
-
-class Results:
-    """Median nanoseconds and errors by group, work and size, then by peer."""
-
-    def __init__(self):
-        self.medians = {}
-        self.errors = {}
-        with open(RESULTS / "times.csv", newline="") as lines:
-            for row in csv.DictReader(lines):
-                key = (row["group"], row["work"], int(row["width"]), int(row["height"]))
-                self.medians.setdefault(key, {})[row["peer"]] = float(row["median_ns"])
-                self.errors.setdefault(key, {})[row["peer"]] = float(row["error"])
-        text = (RESULTS / "machine.txt").read_text()
-        self.machine = dict(line.split("=", 1) for line in text.splitlines() if "=" in line)
-
-    def group(self, name, work=None):
-        return {k[1:]: v for k, v in self.medians.items()
-                if k[0] == name and (work is None or k[1] == work)}
-
-
-def ours(times):
-    return next(t for peer, t in times.items() if peer.startswith("mvfreq"))
-
-
-def best_fftw(times, wanted=lambda peer: peer.endswith(PLANNED)):
-    return min((t, peer) for peer, t in times.items() if peer.startswith("fftw") and wanted(peer))
-
-
-def micro(nanoseconds):
-    us = nanoseconds / 1000
-    return f"{us:.1f}" if us < 1000 else f"{us:,.0f}"
-
-
-def ratio(a, b):
-    return f"{a / b:.2f}"
-
-
-def size_text(width, height):
-    return f"{width} x {height}"
-
-
-def table(head, rows):
-    lines = ["| " + " | ".join(head) + " |", "|---" + "|---:" * (len(head) - 1) + "|"]
-    return "\n".join(lines + ["| " + " | ".join(row) + " |" for row in rows])
 
 
 def line_adds(n):
@@ -96,16 +44,24 @@ def transform_table(results, group):
     rows = []
     for (_, width, height), times in results.group(group).items():
         mine, (best, who) = ours(times), best_fftw(times)
-        debian = best_fftw(times, lambda p: p.startswith("fftw-debian") and p.endswith(PLANNED))[0]
-        estimate = best_fftw(times, lambda p: p.endswith("estimate+plan"))[0]
-        target = TARGETS[group].get(width) if width == height else None
+        aim = TRANSFORMS.get(group, {}).get((width, height))
         rows.append([size_text(width, height), micro(mine), micro(best), who,
-                     f"**{ratio(mine, best)}**", f"{target:.2f}" if target else "",
-                     ratio(mine, debian), ratio(mine, estimate),
-                     ratio(mine, times["opencv"]) if "opencv" in times else "",
-                     ratio(mine, times["kissfft"]) if "kissfft" in times else ""])
+                     f"**{ratio(mine, best)}**", f"{aim:.2f}" if aim else "",
+                     ratio(mine, debian_time(times)),
+                     ratio(mine, fftw_time(times, is_planning))])
     return table(["size", "mvfreq, us", "best FFTW, us", "which", "ratio", "aim",
-                  "to Debian's FFTW", "to FFTW with planning", "to OpenCV", "to kissfft"], rows)
+                  "to Debian's FFTW", "to FFTW with planning"], rows)
+
+
+def others_table(results, group):
+    peers = {"FFmpeg": "ffmpeg", "kissfft": "kissfft", "OpenCV": "opencv"}
+    rows = []
+    for (_, width, height), times in results.group(group).items():
+        mine, others = ours(times), [times.get(peer) for peer in peers.values()]
+        rows.append([size_text(width, height), micro(mine)] + [micro(t) for t in others] +
+                    [ratio(mine, t) for t in others])
+    return table(["size", "mvfreq, us"] + [f"{name}, us" for name in peers] +
+                 [f"to {name}" for name in peers], rows)
 
 
 def floor_table(results, group):
@@ -128,24 +84,20 @@ def accuracy_table(results):
     for (group, _, width, height), errors in results.errors.items():
         if group != "c2c":
             continue
-        rows.append([size_text(width, height)] + [f"{errors[peer]:.1e}" if peer in errors else ""
-                                                  for peer in ("fftw-debian-measure", "opencv",
-                                                               "kissfft")])
-        rows[-1].insert(1, f"{ours(errors):.1e}")
-    return table(["size", "mvfreq", "FFTW", "OpenCV", "kissfft"], rows)
+        others = [first_with(errors, p) for p in ("fftw-debian", "ffmpeg", "opencv", "kissfft")]
+        rows.append([size_text(width, height), f"{ours(errors):.1e}"] +
+                    [f"{e:.1e}" if e is not None else "" for e in others])
+    return table(["size", "mvfreq", "FFTW", "FFmpeg", "OpenCV", "kissfft"], rows)
 
 
 def path_table(results, work):
     rows = []
     for (_, width, height), times in results.group("path", work).items():
-        path = {p.removeprefix("mvfreq-"): t for p, t in times.items() if p.startswith("mvfreq")}
-        debian, sse2 = times["fftw-debian-measure"], times.get("fftw-sse2-measure")
-        rows.append([size_text(width, height)] + [micro(path[p]) if p in path else "" for p in
-                                                  ("avx512", "avx2", "baseline", "plain")]
-                    + [micro(debian), micro(sse2) if sse2 else "",
-                       ratio(path["avx2"], debian) if "avx2" in path else "",
-                       ratio(path["baseline"], sse2) if sse2 else "",
-                       ratio(path["plain"], path["baseline"])])
+        path = {p: times.get(f"mvfreq-{p}") for p in ("avx512", "avx2", "baseline", "plain")}
+        debian, sse2 = first_with(times, "fftw-debian"), first_with(times, "fftw-sse2")
+        rows.append([size_text(width, height)] + [micro(t) for t in path.values()]
+                    + [micro(debian), micro(sse2), ratio(path["avx2"], debian),
+                       ratio(path["baseline"], sse2), ratio(path["plain"], path["baseline"])])
     return table(["size", "avx512, us", "avx2, us", "baseline, us", "plain, us",
                   "Debian's FFTW, us", "FFTW with SSE2, us", "avx2 / Debian's FFTW",
                   "baseline / FFTW with SSE2", "plain / baseline"], rows)
@@ -161,13 +113,18 @@ def band_table(results):
 
 def pipeline_table(results, group):
     rows = []
-    for (work, width, height), times in sorted(results.group(group).items()):
-        mine, (best, who) = ours(times), best_fftw(times, lambda p: True)
-        rows.append([f"{work}, {size_text(width, height)}", micro(mine), micro(best), who,
-                     f"**{ratio(mine, best)}**", micro(times.get("opencv", 0)),
-                     ratio(mine, times["opencv"]) if "opencv" in times else ""])
-    return table(["work", "mvfreq, us", "best FFTW, us", "which", "ratio", "OpenCV, us",
-                  "to OpenCV"], rows)
+    for (work, width, height), times in results.group(group).items():
+        mine, three, (whole, who) = one_call(times), three_calls(times), best_fftw(times)
+        pruned, pruned_who = best_fftw(times, is_pruned) or (None, "")
+        rows.append([f"{work}, {size_text(width, height)}", micro(mine), micro(three),
+                     micro(whole), who, micro(pruned), pruned_who, ratio(mine, three),
+                     f"**{ratio(mine, whole)}**", f"**{ratio(mine, pruned)}**" if pruned else "",
+                     ratio(mine, fftw_time(times, is_planning)), ratio(mine, times.get("opencv")),
+                     ratio(three, whole)])
+    return table(["work", "one call, us", "three calls, us", "best FFTW, us", "which",
+                  "best FFTW pruned, us", "which", "one call / three calls", "one call / FFTW",
+                  "one call / FFTW pruned", "one call / FFTW with planning", "one call / OpenCV",
+                  "three calls / FFTW"], rows)
 
 
 def operation_table(results):
@@ -187,60 +144,17 @@ def process_table(results):
     for (_, width, height), times in results.group("first").items():
         first, later = times["first call"], times["later calls"]
         rows.append([size_text(width, height), micro(first), micro(later), ratio(first, later)])
-    (extra,) = results.group("memory").values()
-    return (table(["size", "first call, us", "later calls, us", "ratio"], rows) +
-            f"\n\nPeak memory of the in-place 8-bit band-pass pipeline at 2048 x 2048 beyond the "
-            f"plane (32 MiB) and the two images: {ours(extra) / 2**20:.2f} MiB.")
+    return table(["size", "first call, us", "later calls, us", "ratio"], rows)
 
 
-def draw_transforms(results):
-    figure, sides = plt.subplots(1, 2, figsize=(11, 4), sharey=True)
-    for axes, group in zip(sides, ("c2c", "real")):
-        squares = {k[1]: v for k, v in results.group(group).items() if k[1] == k[2]}
-        sides_of = sorted(squares)
-        curves = {"best FFTW": lambda t: best_fftw(t)[0],
-                  "Debian's FFTW": lambda t: best_fftw(
-                      t, lambda p: p.startswith("fftw-debian") and p.endswith(PLANNED))[0]}
-        for name in ("opencv", "kissfft"):
-            if all(name in t for t in squares.values()):
-                curves[name] = lambda t, name=name: t[name]
-        for label, of in curves.items():
-            axes.plot(sides_of, [of(squares[n]) / ours(squares[n]) for n in sides_of],
-                      marker="o", label=label)
-        axes.axhline(1, color="black", linewidth=1)
-        axes.set(xscale="log", yscale="log", xlabel="side, pels", xticks=sides_of,
-                 title="complex, in place" if group == "c2c" else "real forward")
-        axes.set_xticklabels(sides_of)
-        axes.minorticks_off()
-        axes.set_yticks([1, 2, 5, 10, 20])
-        axes.set_yticklabels(["1", "2", "5", "10", "20"])
-        axes.grid(alpha=0.3)
-    sides[0].set_ylabel("time of the peer / time of mvfreq")
-    sides[0].legend()
-    save(figure, "performance-transforms.png")
-
-
-def draw_bars(results, group, name):
-    works = sorted(results.group(group).items())
-    figure, axes = plt.subplots(figsize=(11, 4))
-    for shift, label, of in ((-0.25, "mvfreq", ours),
-                             (0, "best FFTW", lambda t: best_fftw(t, lambda p: True)[0]),
-                             (0.25, "OpenCV", lambda t: t.get("opencv", 0))):
-        axes.bar([i + shift for i in range(len(works))], [of(t) / 1e6 for _, t in works], 0.25,
-                 label=label)
-    axes.set(yscale="log", ylabel="ms")
-    axes.set_xticks(range(len(works)))
-    axes.set_xticklabels([f"{w}\n{x} x {y}" for (w, x, y), _ in works], fontsize=7)
-    axes.grid(axis="y", alpha=0.3)
-    axes.legend()
-    save(figure, name)
-
-
-def save(figure, name):
-    IMAGES.mkdir(parents=True, exist_ok=True)
-    figure.tight_layout()
-    figure.savefig(IMAGES / name, dpi=110, metadata={"Software": None})
-    plt.close(figure)
+def memory_table(results):
+    rows = []
+    for (work, width, height), sizes in results.group("memory").items():
+        way, plane, threads = re.fullmatch(r"(.*) by planes of (\d+) on (\d+)", work).groups()
+        rows.append([f"{way}, {size_text(width, height)}", size_text(plane, plane), threads,
+                     f"{ours(sizes) / 2**20:.1f}"])
+    return table(["pipeline", "plane of the filter", "threads", "MiB beyond image and result"],
+                 rows)
 
 
 def fill(page, name, text):
@@ -251,30 +165,54 @@ def fill(page, name, text):
     return page
 
 
-def main():
-    results = Results()
-    tables = {
-        "machine": machine_table(results),
-        "c2c": transform_table(results, "c2c"),
-        "real": transform_table(results, "real"),
-        "accuracy": accuracy_table(results),
-        "c2c floors": floor_table(results, "c2c"),
-        "real floors": floor_table(results, "real"),
-        "c2c paths": path_table(results, "c2c"),
-        "real paths": path_table(results, "real"),
-        "band": band_table(results),
-        "pipeline8": pipeline_table(results, "pipeline8"),
-        "pipeline16": pipeline_table(results, "pipeline16"),
-        "operations": operation_table(results),
-        "process": process_table(results),
-    }
+TABLES = {
+    "machine": machine_table,
+    "aims": aims_table,
+    "c2c": lambda results: transform_table(results, "c2c"),
+    "copy": lambda results: transform_table(results, "copy"),
+    "real": lambda results: transform_table(results, "real"),
+    "c2c others": lambda results: others_table(results, "c2c"),
+    "copy others": lambda results: others_table(results, "copy"),
+    "real others": lambda results: others_table(results, "real"),
+    "accuracy": accuracy_table,
+    "c2c floors": lambda results: floor_table(results, "c2c"),
+    "real floors": lambda results: floor_table(results, "real"),
+    "c2c paths": lambda results: path_table(results, "c2c"),
+    "real paths": lambda results: path_table(results, "real"),
+    "band": band_table,
+    "pipeline8": lambda results: pipeline_table(results, "pipeline8"),
+    "everywhere": lambda results: pipeline_table(results, "everywhere"),
+    "pipeline16": lambda results: pipeline_table(results, "pipeline16"),
+    "tiles": lambda results: pipeline_table(results, "tiles"),
+    "operations": operation_table,
+    "process": process_table,
+    "memory": memory_table,
+}
+HEAD_LINES = 2
+
+
+def print_tables(results):
+    for name, table_of in TABLES.items():
+        text = table_of(results)
+        if len(text.splitlines()) > HEAD_LINES:
+            print(f"{name}\n\n{text}\n")
+
+
+def rewrite_page(results):
     page = PAGE.read_text()
-    for name, text in tables.items():
-        page = fill(page, name, text)
+    for name, table_of in TABLES.items():
+        page = fill(page, name, table_of(results))
     PAGE.write_text(page)
-    draw_transforms(results)
-    draw_bars(results, "pipeline8", "performance-pipelines-8.png")
-    draw_bars(results, "pipeline16", "performance-pipelines-16.png")
+
+
+def main():
+    if sys.argv[1:2] == ["--print"]:
+        print_tables(Results(sys.argv[2]))
+        return
+    import plots  # needs matplotlib, which the tables do not
+    results = Results()
+    rewrite_page(results)
+    plots.draw_all(results)
 
 
 if __name__ == "__main__":
