@@ -7,6 +7,7 @@
 #include <fstream>
 #include <limits>
 #include <numeric>
+#include <optional>
 #include <random>
 #include <stdexcept>
 
@@ -15,7 +16,7 @@
 namespace bench {
 namespace {
 
-constexpr int kFewestRounds = 7;
+constexpr std::size_t kFewestRuns = 7;
 constexpr int kMostRounds = 300;
 
 // A short run is repeated within its turn, so that the clock's own time does not matter.
@@ -26,11 +27,15 @@ double quantile(const std::vector<double>& sorted, double q) {
     return sorted[static_cast<std::size_t>(q * static_cast<double>(sorted.size() - 1) + 0.5)];
 }
 
-double timedRun(Peer& peer, const Values& input) {
+// Nothing where somebody else had the core meanwhile.
+std::optional<double> timedRun(Peer& peer, const Values& input) {
     peer.load(input);
+    const long before = interruptions();
     const auto begin = Clock::now();
     peer.run();
-    return nanosecondsSince(begin);
+    const double time = nanosecondsSince(begin);
+    if (interruptions() != before) return std::nullopt;
+    return time;
 }
 
 // The answer's error; 0 where there is none to compare.
@@ -51,9 +56,23 @@ double errorOf(Peer& peer, const Contest& contest) {
 
 // The first run of a turn finds the caches full of another peer's data and is not counted.
 void turn(Peer& peer, const Values& input, std::vector<double>& times) {
-    const double first = timedRun(peer, input);
+    const double first = timedRun(peer, input).value_or(kTurn);
     const int runs = static_cast<int>(std::clamp(kTurn / first, 1.0, double{kMostRunsPerTurn}));
-    for (int i = 0; i < runs; ++i) times.push_back(timedRun(peer, input));
+    for (int i = 0; i < runs; ++i) {
+        if (const auto time = timedRun(peer, input)) times.push_back(*time);
+    }
+}
+
+bool areEnough(const std::vector<std::vector<double>>& times) {
+    return std::ranges::all_of(times, [](const auto& t) { return t.size() >= kFewestRuns; });
+}
+
+void expectEnough(const Contest& contest, const std::vector<std::vector<double>>& times) {
+    if (!areEnough(times)) {
+        throw std::runtime_error(contest.work +
+                                 ": others had the core in nearly every run; "
+                                 "measure at real-time priority or when the machine is calm");
+    }
 }
 
 std::vector<std::vector<double>> timesOf(Contest& contest, const Settings& settings) {
@@ -64,12 +83,12 @@ std::vector<std::vector<double>> timesOf(Contest& contest, const Settings& setti
     const RealTime realTime(settings.realTime);
     const auto begin = Clock::now();
     for (int round = 0; round < kMostRounds; ++round) {
-        if (round >= kFewestRounds && nanosecondsSince(begin) > settings.secondsPerContest * 1e9) {
-            break;
-        }
+        const bool isTimeUp = nanosecondsSince(begin) > settings.secondsPerContest * 1e9;
+        if (isTimeUp && areEnough(times)) break;
         std::shuffle(order.begin(), order.end(), generator);
         for (const std::size_t i : order) turn(*contest.peers[i], contest.input, times[i]);
     }
+    expectEnough(contest, times);
     return times;
 }
 

@@ -3,6 +3,7 @@
 
 #include <immintrin.h>
 #include <sched.h>
+#include <sys/resource.h>
 
 #include <algorithm>
 #include <cstddef>
@@ -86,6 +87,12 @@ RealTime::RealTime(bool wanted) : wanted_(wanted) {
 RealTime::~RealTime() {
     const sched_param priority{};
     if (wanted_) sched_setscheduler(0, SCHED_OTHER, &priority);
+}
+
+long interruptions() {
+    rusage usage{};
+    getrusage(RUSAGE_SELF, &usage);
+    return usage.ru_nivcsw;
 }
 
 std::string processorName() {

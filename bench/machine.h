@@ -43,6 +43,9 @@ class RealTime {
     bool wanted_;
 };
 
+/// How often the system took a core from this process while it had work to do.
+long interruptions();
+
 std::string processorName();
 
 /// Cycles in a nanosecond, by a chain of dependent integer additions.
