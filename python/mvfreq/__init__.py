@@ -9,12 +9,23 @@ the C++ library without their prefix, functions in snake case: mfForwardFFT is f
 >>> spectrum = forward_fft(image)
 >>> spectrum
 <FrequencyBuffer 256 x 128>
->>> FrequencyFilterBandPass(0.012, 0.0, 0.03, spectrum.size, 1).apply(spectrum)
+>>> ring = FrequencyFilterBandPass(
+...     sigma=0.012, plateau=0.0, frequency=0.03, size=spectrum.size, dc_removal_radius=1)
+>>> ring.apply(spectrum)
 >>> inverse_fft(spectrum, np.uint8, rescale=True).shape
+(100, 200)
+
+Picture in, picture out, for pictures of any size:
+
+>>> filter_image(image, ring, rescale=True).shape
 (100, 200)
 """
 
-from ._core import (
+from . import _calls, _core
+
+_calls.improve(_core)
+
+from ._core import (  # noqa: E402
     FrequencyBuffer,
     FrequencyFilter,
     FrequencyFilterBandPass,

@@ -7,7 +7,7 @@ import inspect
 import operator
 import re
 
-_REFUSED = "incompatible function arguments"
+_REFUSED = re.compile(r"incompatible (function|constructor) arguments")
 
 
 def _is_number(value):
@@ -122,10 +122,13 @@ def _bad_argument(signature, args, kwargs):
 
 
 def _complaint(name, signatures, args, kwargs):
-    """About the overload that the call seems to have meant: the first with room for its arguments."""
+    """About the overload that the call seems to have meant: one that has room for its arguments, or
+    one that asks for more."""
     faults = [_bad_argument(signature, args, kwargs) for signature in signatures]
-    meant = [fault for fault in faults if fault and " must be " in fault]
-    return f"{name}: {(meant or faults)[0]}" if all(faults) else None
+    if not all(faults):
+        return None
+    of_a_kind = [fault for kind in (" must be ", "missing") for fault in faults if kind in fault]
+    return f"{name}: {(of_a_kind or faults)[0]}"
 
 
 def named(function, name, qualname, shown):
@@ -141,7 +144,7 @@ def named(function, name, qualname, shown):
         try:
             return function(*args, **kwargs)
         except TypeError as error:
-            if _REFUSED not in str(error):
+            if not _REFUSED.search(str(error)):
                 raise
             complaint = _complaint(name, signatures, args, kwargs)
             if complaint is None:
@@ -155,9 +158,16 @@ def named(function, name, qualname, shown):
     call.__doc__ = overloads[0][1]
     if len(overloads) > 1:
         call.__doc__ = "\n\n".join(
-            f"{name}{plain}\n{text}".strip() for plain, (_, text) in zip(call.overloads, overloads)
+            f"{name}{_without_self(plain)}\n{text}".strip()
+            for plain, (_, text) in zip(call.overloads, overloads)
         )
     return call
+
+
+def _without_self(signature):
+    return signature.replace(
+        parameters=[each for each in signature.parameters.values() if each.name != "self"]
+    )
 
 
 def _first_with_arguments(overloads):
@@ -181,9 +191,9 @@ def _setter(function, name):
             function(self, value)
             return
         except TypeError as error:
-            if _REFUSED not in str(error):
+            if not _REFUSED.search(str(error)):
                 raise
-            match = re.search(r"arg0: (.*?)\) -> None", str(error))
+            match = re.search(r"arg1: (.*?)\) -> None", str(error))
             kind = _kind(match[1]) if match else None
             if kind is None:
                 raise

@@ -19,7 +19,7 @@ void bindOperation(py::module_& module, py::object buffer, const char* function,
     module.def(
         function,
         [](const Buffer& a, const Buffer& b, const py::object& result) {
-            const Destination out(result);
+            const Destination out(result, "result");
             const Uses uses({&out.buffer().usage}, {&a.usage, &b.usage});
             unlocked([&] { combine(a.spectrum, b.spectrum, out.spectrum()); });
             return out.result();

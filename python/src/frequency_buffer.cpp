@@ -40,15 +40,15 @@ std::unique_ptr<Buffer> reducedCopy(const Buffer& buffer, long width, long heigh
 }
 
 std::unique_ptr<Buffer> fromImages(const py::object& real, const py::object& imaginary) {
-    const Image re = inputImage(real), im = inputImage(imaginary);
-    const auto& reals = requirePels<double>(re);
-    const auto& imaginaries = requirePels<double>(im);
+    const Image re = inputImage(real, "real"), im = inputImage(imaginary, "imaginary");
+    const auto& reals = requirePels<double>(re, "real");
+    const auto& imaginaries = requirePels<double>(im, "imaginary");
     return unlocked(
         [&] { return std::make_unique<Buffer>(mvFrequencyBuffer(reals, imaginaries)); });
 }
 
 void assign(Buffer& buffer, const Buffer& src) {
-    buffer.usage.requireNoViews();
+    buffer.requireNoViews();
     const Uses uses({&buffer.usage}, {&src.usage});
     unlocked([&] { buffer.spectrum = src.spectrum; });
 }
@@ -61,14 +61,17 @@ bool equal(const Buffer& a, const Buffer& b) {
 // Counts as a view of its buffer, which it keeps alive.
 class Lease {
   public:
-    explicit Lease(py::object buffer) : buffer_(std::move(buffer)) { ++usage().views; }
-    ~Lease() { --usage().views; }
+    explicit Lease(py::object buffer)
+        : buffer_(std::move(buffer)), views_(buffer_.cast<Buffer&>().views) {
+        ++views_->held;
+    }
+    ~Lease() { --views_->held; }
     Lease(const Lease&) = delete;
     Lease& operator=(const Lease&) = delete;
 
   private:
-    Usage& usage() const { return buffer_.cast<Buffer&>().usage; }
     py::object buffer_;
+    std::shared_ptr<Views> views_;
 };
 
 py::array spectrumView(const py::object& self) {
@@ -80,6 +83,17 @@ py::array spectrumView(const py::object& self) {
     lease.release();
     const float* const plane = PlaneAccess::getFrequencyBufferData(buffer.spectrum);
     return py::array(py::dtype::of<std::complex<float>>(), {height, width}, plane, owner);
+}
+
+// The views keep the plane that they show, and the buffer goes on with a copy of it.
+void releaseViews(Buffer& buffer) {
+    if (buffer.views->held == 0) return;
+    const Uses uses({&buffer.usage}, {});
+    auto fresh = std::make_shared<Views>();
+    mvFrequencyBuffer copy = unlocked([&] { return mvFrequencyBuffer(buffer.spectrum); });
+    buffer.views->plane = std::move(buffer.spectrum);
+    buffer.spectrum = std::move(copy);
+    buffer.views = std::move(fresh);
 }
 
 template <class Component>
@@ -197,7 +211,8 @@ void bindBand(Class& buffer) {
             "the rows outside of it. A sum has the band of one operand: clear it before the\n"
             "inverse.\n"
             "\n"
-            ">>> lobe = FrequencyFilterGabor((0.02, 0.02), (0, 0), 0.0, 0.25, (64, 64), 0)\n"
+            ">>> lobe = FrequencyFilterGabor(sigma=(0.02, 0.02), plateau=(0, 0), angle=0.0,\n"
+            "...                             frequency=0.25, size=(64, 64), dc_removal_radius=0)\n"
             ">>> buffer = FrequencyBuffer(64, 64)\n"
             ">>> lobe.apply(buffer)\n"
             ">>> buffer.band\n"
@@ -285,9 +300,9 @@ void bindComponents(Class& buffer) {
         "are the component planes.\n"
         "\n"
         "The view keeps the buffer alive. While it or any array made of its memory exists, calls\n"
-        "that fill the buffer raise BufferError; calls that work in place go on and show in the\n"
-        "view. After an in-place inverse it holds the unscaled complex image. Raises\n"
-        "Uninitialized without data.\n"
+        "that fill the buffer raise BufferError, until release_views(); calls that work in place\n"
+        "go on and show in the view. After an in-place inverse it holds the unscaled complex\n"
+        "image. numpy.asarray(buffer) is the same. Raises Uninitialized without data.\n"
         "\n"
         ">>> import numpy as np\n"
         ">>> buffer = forward_fft(np.ones((4, 4)))\n"
@@ -299,23 +314,54 @@ void bindComponents(Class& buffer) {
         "0j\n"
         ">>> forward_fft(np.ones((8, 8)), dst=buffer)\n"
         "Traceback (most recent call last):\n"
-        "BufferError: A view of the buffer's spectrum is held; release it before the buffer is "
-        "filled again.\n"
+        "BufferError: A view of the buffer's spectrum is held; release it, or call "
+        "release_views(), before the buffer is filled again.\n"
         ">>> del view\n"
         ">>> forward_fft(np.ones((8, 8)), dst=buffer)\n"
         "<FrequencyBuffer 8 x 8>\n");
+    buffer
+        .def(
+            "__array__",
+            [](const py::object& self, const py::object& dtype, const py::object& copy) {
+                return asNumpyAsks(spectrumView(self), dtype, copy);
+            },
+            "dtype"_a = py::none(), "copy"_a = py::none(),
+            "The plane as an array: spectrum_view(), copied for another dtype or when copy is\n"
+            "True.")
+        .def(
+            "release_views", &releaseViews,
+            "Parts the buffer from all views of its plane, wherever they are kept, so that it can\n"
+            "be filled again. The views keep the values that they had and no longer follow the\n"
+            "buffer. This costs a copy of the plane when there are views. Raises RuntimeError\n"
+            "while a call is at work on the buffer.\n"
+            "\n"
+            ">>> import numpy as np\n"
+            ">>> buffer = forward_fft(np.ones((4, 4)))\n"
+            ">>> kept = [buffer.spectrum_view()]\n"
+            ">>> buffer.release_views()\n"
+            ">>> forward_fft(np.ones((8, 8)), dst=buffer)\n"
+            "<FrequencyBuffer 8 x 8>\n"
+            ">>> kept[0][0, 0]\n"
+            "(16+0j)\n");
 }
 
 }  // namespace
 
-Destination::Destination(const py::object& given)
+void Buffer::requireNoViews() const {
+    if (views->held == 0) return;
+    throw py::buffer_error(
+        "A view of the buffer's spectrum is held; release it, or call release_views(), before the "
+        "buffer is filled again.");
+}
+
+Destination::Destination(const py::object& given, const std::string& name)
     : object_(given.is_none() ? py::cast(std::make_unique<Buffer>()) : given) {
     if (!py::isinstance<Buffer>(object_)) {
-        throw py::type_error("A spectrum goes into a FrequencyBuffer, not " +
+        throw py::type_error(name + ": A spectrum goes into a FrequencyBuffer, not " +
                              std::string(py::str(py::type::of(object_).attr("__name__"))));
     }
     buffer_ = &object_.cast<Buffer&>();
-    buffer_->usage.requireNoViews();
+    buffer_->requireNoViews();
 }
 
 void bindFrequencyBuffer(py::module_& module) {

@@ -6,8 +6,15 @@
 #include <pybind11/pybind11.h>
 
 #include <memory>
+#include <string>
 
 #include "usage.h"
+
+/// The views of a plane: how many there are, and the plane itself once its buffer has let go of it.
+struct Views {
+    int held = 0;
+    mvFrequencyBuffer plane;
+};
 
 /// What Python knows as a FrequencyBuffer.
 struct Buffer {
@@ -16,6 +23,10 @@ struct Buffer {
 
     mvFrequencyBuffer spectrum;
     mutable Usage usage;
+    std::shared_ptr<Views> views = std::make_shared<Views>();
+
+    /// Throws pybind11::buffer_error (BufferError) while a view of the plane is held.
+    void requireNoViews() const;
 
     /// For short calls, which keep the interpreter lock.
     const mvFrequencyBuffer& read() const {
@@ -32,7 +43,7 @@ struct Buffer {
 /// new one for None.
 class Destination {
   public:
-    explicit Destination(const pybind11::object& given);
+    explicit Destination(const pybind11::object& given, const std::string& name = "dst");
 
     Buffer& buffer() const { return *buffer_; }
     mvFrequencyBuffer& spectrum() const { return buffer_->spectrum; }

@@ -5,9 +5,21 @@ namespace py = pybind11;
 
 namespace {
 
-[[noreturn]] void throwPelType(const py::object& dtype) {
-    throw py::type_error("Pels must be uint8, uint16 or float64, not " +
+[[noreturn]] void throwPelType(const std::string& name, const py::object& dtype) {
+    throw py::type_error(name + ": Pels must be uint8, uint16 or float64, not " +
                          std::string(py::str(dtype)));
+}
+
+std::string typeName(const py::object& object) {
+    return py::str(py::type::handle_of(object).attr("__name__"));
+}
+
+// What a mask hides has no value that a transform could take.
+void requireUnmasked(const py::array& array, const std::string& name) {
+    if (!py::isinstance(array, py::module_::import("numpy").attr("ma").attr("MaskedArray"))) return;
+    throw py::type_error(name +
+                         ": An image must not be a masked array; fill it before, as by "
+                         "filled(0)");
 }
 
 // Calls `use` with a value of each pel type until it answers true.
@@ -50,9 +62,10 @@ mvPelBuffer<T> bound(const py::array& array, long step) {
 
 enum class Layout { required, copied };
 
-Image imageOf(py::array array, Layout layout) {
+Image imageOf(py::array array, Layout layout, const std::string& name) {
+    requireUnmasked(array, name);
     if (array.ndim() != 2) {
-        throw py::type_error("An image must have two dimensions, rows and columns, not " +
+        throw py::type_error(name + ": An image must have two dimensions, rows and columns, not " +
                              std::to_string(array.ndim()));
     }
     Image image;
@@ -63,7 +76,7 @@ Image imageOf(py::array array, Layout layout) {
         if (rowStep<T>(array) == 0 && array.size() != 0) {
             if (layout == Layout::required) {
                 throw py::value_error(
-                    "The array's memory is not laid out in rows of adjacent pels");
+                    name + ": The array's memory is not laid out in rows of adjacent pels");
             }
             array = py::array_t<T, py::array::c_style>(array.attr("copy")());
             image.writable = false;
@@ -71,7 +84,28 @@ Image imageOf(py::array array, Layout layout) {
         image.pels = bound<T>(array, rowStep<T>(array));
         return true;
     });
-    if (!found) throwPelType(array.dtype());
+    if (!found) throwPelType(name, array.dtype());
+    return image;
+}
+
+// An unbound image of a dtype, or of what numpy makes one of.
+Image unboundImage(const py::object& type, const std::string& name) {
+    py::dtype dtype;
+    try {
+        dtype = py::dtype::from_args(type);
+    } catch (const py::error_already_set&) {
+        throw py::type_error(name +
+                             ": An image must be a numpy array, a PelBuffer or a dtype, not " +
+                             typeName(type));
+    }
+    Image image;
+    const bool found = anyPelType([&](auto pel) {
+        using T = decltype(pel);
+        if (!dtype.equal(py::dtype::of<T>())) return false;
+        image.pels = mvPelBuffer<T>();
+        return true;
+    });
+    if (!found) throwPelType(name, dtype);
     return image;
 }
 
@@ -102,40 +136,33 @@ py::array arrayOf(const Image& image) {
     return std::visit([&](const auto& pels) { return arrayOf(pels, image.writable); }, image.pels);
 }
 
-Image unboundImage(const py::dtype& dtype) {
-    Image image;
-    const bool found = anyPelType([&](auto pel) {
-        using T = decltype(pel);
-        if (!dtype.equal(py::dtype::of<T>())) return false;
-        image.pels = mvPelBuffer<T>();
-        return true;
-    });
-    if (!found) throwPelType(dtype);
-    return image;
+py::object asNumpyAsks(const py::array& view, const py::object& dtype, const py::object& copy) {
+    const bool copies = !copy.is_none() && py::bool_(copy);
+    const py::object wanted = dtype.is_none() ? py::object(view.dtype()) : dtype;
+    return view.attr("astype")(wanted, py::arg("copy") = copies);
 }
 
-Image viewOfArray(const py::array& array) {
-    return imageOf(array, Layout::required);
+Image viewOrUnbound(const py::object& pels, const std::string& name) {
+    if (py::isinstance<py::array>(pels)) return imageOf(pels, Layout::required, name);
+    return unboundImage(pels, name);
 }
 
-Image inputImage(const py::object& source) {
+Image inputImage(const py::object& source, const std::string& name) {
     if (isImage(source)) return source.cast<Image&>();
-    if (py::isinstance<py::array>(source)) return imageOf(source, Layout::copied);
-    throw py::type_error("An image must be a numpy array or a PelBuffer, not " +
-                         std::string(py::str(py::type::handle_of(source).attr("__name__"))));
+    if (py::isinstance<py::array>(source)) return imageOf(source, Layout::copied, name);
+    throw py::type_error(name + ": An image must be a numpy array or a PelBuffer, not " +
+                         typeName(source));
 }
 
-Output::Output(const py::object& out) {
+Output::Output(const py::object& out, const std::string& name) {
     if (isImage(out)) {
         image_ = out.cast<Image&>();
         given_ = out;
-    } else if (py::isinstance<py::array>(out)) {
-        image_ = viewOfArray(out);
-        given_ = out;
     } else {
-        image_ = unboundImage(py::dtype::from_args(out));
+        image_ = viewOrUnbound(out, name);
+        if (py::isinstance<py::array>(out)) given_ = out;
     }
-    if (!image_.writable) throw py::value_error("The output's pels are read-only");
+    if (!image_.writable) throw py::value_error(name + ": The output's pels are read-only");
 }
 
 py::object Output::result() const {

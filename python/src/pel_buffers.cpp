@@ -38,8 +38,7 @@ MaybeXform xformOf(const Image& image) {
 }
 
 Image make(const py::object& pels, Point offset, const MaybeXform& xform) {
-    Image image = py::isinstance<py::array>(pels) ? viewOfArray(pels)
-                                                  : unboundImage(py::dtype::from_args(pels));
+    Image image = viewOrUnbound(pels, "pels");
     setOffset(image, offset);
     setXform(image, xform);
     return image;
@@ -69,22 +68,22 @@ Image window(const Image& image, long x, long y, long width, long height) {
 }
 
 void copyPels(const py::object& source, const py::object& destination) {
-    const Image image = inputImage(source);
-    Output output(destination);
+    const Image image = inputImage(source, "src");
+    Output output(destination, "dst");
     std::visit(
         [&]<class T>(mvPelBuffer<T>& dst) {
-            const auto& src = requirePels<T>(image);
+            const auto& src = requirePels<T>(image, "src");
             unlocked([&] { mfPelCopy(src, dst); });
         },
         output.pels());
 }
 
 Image clonePels(const py::object& source) {
-    return deepCopy(inputImage(source));
+    return deepCopy(inputImage(source, "src"));
 }
 
 void setPels(const py::object& destination, double value) {
-    Output output(destination);
+    Output output(destination, "dst");
     std::visit([&]<class T>(mvPelBuffer<T>& dst) { mfPelSet(dst, static_cast<T>(value)); },
                output.pels());
 }
@@ -123,12 +122,11 @@ void bindPels(Class& type) {
                                "pels.")
         .def(
             "__array__",
-            [](const Image& self, const py::object& dtype) -> py::object {
-                py::array pels = boundPels(self);
-                if (dtype.is_none()) return pels;
-                return pels.attr("astype")(dtype, "copy"_a = false);
+            [](const Image& self, const py::object& dtype, const py::object& copy) {
+                return asNumpyAsks(boundPels(self), dtype, copy);
             },
-            "dtype"_a = py::none(), "The pels as an array.")
+            "dtype"_a = py::none(), "copy"_a = py::none(),
+            "The pels as an array, copied for another dtype or when copy is True.")
         .def("window", &window, "x"_a, "y"_a, "width"_a, "height"_a,
              "A view of a part, at this one's offset plus (x, y). Raises mvExceptionWithString\n"
              "when it reaches outside.");

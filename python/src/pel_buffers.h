@@ -35,26 +35,31 @@ template <class T>
 pybind11::array arrayOf(const mvPelBuffer<T>& pels, bool writable = true);
 pybind11::array arrayOf(const Image& image);
 
-/// An unbound image of a dtype. Throws pybind11::type_error for other than the three pel types.
-Image unboundImage(const pybind11::dtype& dtype);
+/// What an `__array__` gives for a view: the view itself, or a copy for another dtype or when
+/// `copy` is True.
+pybind11::object asNumpyAsks(const pybind11::array& view, const pybind11::object& dtype,
+                             const pybind11::object& copy);
 
-/// A view of an array. Throws pybind11::type_error for an array that is not two-dimensional or of
-/// another dtype, pybind11::value_error for one whose memory is not laid out in rows.
-Image viewOfArray(const pybind11::array& array);
+/// What follows names the argument that it takes when it refuses it.
+
+/// A view of an array, or an unbound image of a dtype. Throws pybind11::type_error for what is
+/// neither, for other than the three pel types, and for an array that is not two-dimensional or is
+/// masked; pybind11::value_error for one whose memory is not laid out in rows.
+Image viewOrUnbound(const pybind11::object& pels, const std::string& name);
 
 /// A PelBuffer or an array as input; an array whose memory is not laid out in rows is copied.
-Image inputImage(const pybind11::object& source);
+Image inputImage(const pybind11::object& source, const std::string& name);
 
 /// Where pels go to: a new image, an array or a PelBuffer.
 class Output {
   public:
-    /// `out` is an array, a PelBuffer or a dtype. Throws what viewOfArray and unboundImage throw
-    /// and pybind11::value_error for pels that are read-only.
-    explicit Output(const pybind11::object& out);
+    /// `out` is an array, a PelBuffer or a dtype. Throws what viewOrUnbound throws, and
+    /// pybind11::value_error for pels that are read-only.
+    Output(const pybind11::object& out, const std::string& name);
 
     /// The same; None is a new image of pels T, other pels throw pybind11::type_error.
     template <class T>
-    static Output of(const pybind11::object& out);
+    static Output of(const pybind11::object& out, const std::string& name);
 
     AnyPelBuffer& pels() { return image_.pels; }
     template <class T>
@@ -73,17 +78,17 @@ class Output {
 
 /// Throws pybind11::type_error unless the pels are T.
 template <class T>
-const mvPelBuffer<T>& requirePels(const Image& image) {
+const mvPelBuffer<T>& requirePels(const Image& image, const std::string& name) {
     if (const auto* pels = std::get_if<mvPelBuffer<T>>(&image.pels)) return *pels;
-    throw pybind11::type_error("Pels must be " +
+    throw pybind11::type_error(name + ": Pels must be " +
                                std::string(pybind11::str(pybind11::dtype::of<T>())) + ", not " +
                                std::string(pybind11::str(dtypeOf(image))));
 }
 
 template <class T>
-Output Output::of(const pybind11::object& out) {
-    Output output(out.is_none() ? pybind11::object(pybind11::dtype::of<T>()) : out);
-    requirePels<T>(output.image_);
+Output Output::of(const pybind11::object& out, const std::string& name) {
+    Output output(out.is_none() ? pybind11::object(pybind11::dtype::of<T>()) : out, name);
+    requirePels<T>(output.image_, name);
     return output;
 }
 

@@ -18,8 +18,8 @@ namespace {
 
 // Singles become doubles, which hold them all.
 Image pictureOf(const py::object& image) {
-    if (!py::isinstance<py::array_t<float>>(image)) return inputImage(image);
-    return inputImage(image.attr("astype")(py::dtype::of<double>()));
+    if (!py::isinstance<py::array_t<float>>(image)) return inputImage(image, "image");
+    return inputImage(image.attr("astype")(py::dtype::of<double>()), "image");
 }
 
 template <class Value>
@@ -34,19 +34,24 @@ Value chosen(const std::string& name, const char* parameter, const char* first, 
 // None is the filter's reach; one number counts for both axes.
 mvPair<long> marginOf(const py::object& margin) {
     if (margin.is_none()) return {-1, -1};
-    if (PyIndex_Check(margin.ptr()) != 0) {
-        const auto both = margin.cast<long>();
-        return {both, both};
+    try {
+        if (PyIndex_Check(margin.ptr()) != 0) {
+            const auto both = margin.cast<long>();
+            return {both, both};
+        }
+        const auto [x, y] = margin.cast<std::pair<long, long>>();
+        return {x, y};
+    } catch (const py::cast_error&) {
+        throw py::type_error("margin must be None, a whole number or two of them, not " +
+                             std::string(py::repr(margin)));
     }
-    const auto [x, y] = margin.cast<std::pair<long, long>>();
-    return {x, y};
 }
 
 py::object filterImage(const py::object& source, AnyFilter& filter, const py::object& out,
                        const std::string& border, const std::string& result, bool rescale,
                        const py::object& margin, int threads) {
     const Image image = pictureOf(source);
-    Output target(out);
+    Output target(out, "out");
     const mvFilterImageOptions options{
         chosen(border, "border", "zero", mvBorder::zero, "mirror", mvBorder::mirror),
         chosen(result, "result", "magnitude", mvFilterResult::magnitude, "real",
@@ -77,9 +82,9 @@ py::tuple reachOf(AnyFilter& filter) {
 
 void bindPictures(py::module_& module) {
     module.def(
-        "filter_image", &filterImage, "image"_a, "filter"_a,
-        "out"_a = py::dtype::of<unsigned char>(), py::kw_only(), "border"_a = "mirror",
-        "result"_a = "magnitude", "rescale"_a = false, "margin"_a = py::none(), "threads"_a = 1,
+        "filter_image", &filterImage, "image"_a, "filter"_a, "out"_a = "uint8", py::kw_only(),
+        "border"_a = "mirror", "result"_a = "magnitude", "rescale"_a = false,
+        "margin"_a = py::none(), "threads"_a = 1,
         "The filtered image: forward transform, filter and inverse transform in one call, for\n"
         "images of any size. A uint8, uint16, float32 or float64 array or a PelBuffer.\n"
         "\n"
@@ -100,7 +105,8 @@ void bindPictures(py::module_& module) {
         "another size.\n"
         "\n"
         ">>> import numpy as np\n"
-        ">>> smooth = FrequencyFilterBandPass(0.1, 0, 0, (16, 16), 0)\n"
+        ">>> smooth = FrequencyFilterBandPass(sigma=0.1, plateau=0, frequency=0, size=(16, 16),\n"
+        "...                                  dc_removal_radius=0)\n"
         ">>> filter_image(np.full((3, 50), 7, np.uint8), smooth)[1, 20:25]\n"
         "array([7, 7, 7, 7, 7], dtype=uint8)\n");
     module.def("filter_plane", &planeOf, "filter"_a,

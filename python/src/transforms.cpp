@@ -2,6 +2,8 @@
 #include <pybind11/numpy.h>
 
 #include <string>
+#include <type_traits>
+#include <variant>
 
 #include "attention.h"
 #include "frequency_buffer.h"
@@ -20,7 +22,7 @@ py::object forwardPlane(Buffer& src, const py::object& dst) {
 }
 
 py::object forwardImage(const py::object& source, const py::object& dst) {
-    const Image image = inputImage(source);
+    const Image image = inputImage(source, "image");
     const Destination out(dst);
     const Uses uses({&out.buffer().usage}, {});
     std::visit([&](const auto& pels) { unlocked([&] { mf_ForwardFFT(pels, out.spectrum()); }); },
@@ -30,16 +32,22 @@ py::object forwardImage(const py::object& source, const py::object& dst) {
 
 py::object forwardComplex(const py::object& real, const py::object& imaginary,
                           const py::object& dst) {
-    const Image re = inputImage(real), im = inputImage(imaginary);
+    const Image re = inputImage(real, "real"), im = inputImage(imaginary, "imaginary");
     const Destination out(dst);
     const Uses uses({&out.buffer().usage}, {});
     std::visit(
         [&]<class T>(const mvPelBuffer<T>& reals) {
-            const auto& imaginaries = requirePels<T>(im);
+            const auto& imaginaries = requirePels<T>(im, "imaginary");
             unlocked([&] { mf_ForwardFFT(reals, imaginaries, out.spectrum()); });
         },
         re.pels);
     return out.result();
+}
+
+py::object forward(const py::object& image, const py::object& imaginary, const py::object& dst) {
+    if (!imaginary.is_none()) return forwardComplex(image, imaginary, dst);
+    if (py::isinstance<Buffer>(image)) return forwardPlane(image.cast<Buffer&>(), dst);
+    return forwardImage(image, dst);
 }
 
 py::object inversePlane(Buffer& src, const py::object& dst, bool destroy) {
@@ -62,8 +70,15 @@ void inverseToPels(Buffer& src, bool destroy, Operation operation) {
     }
 }
 
+// What a whole range is spread over must have one.
+void requireIntegers(bool rescale, Output& out) {
+    if (!rescale || !std::holds_alternative<mvPelBuffer<double>>(out.pels())) return;
+    throw mvFrequencyDefs::InvalidArgument("Rescaling needs an output of integers.");
+}
+
 py::object inverseMagnitude(Buffer& src, const py::object& out, bool rescale, bool destroy) {
-    Output target(out);
+    Output target(out, "out");
+    requireIntegers(rescale, target);
     std::visit(
         [&]<class T>(mvPelBuffer<T>& pels) {
             inverseToPels(src, destroy, [&] {
@@ -76,13 +91,14 @@ py::object inverseMagnitude(Buffer& src, const py::object& out, bool rescale, bo
 }
 
 py::object inverse(Buffer& src, const py::object& out, bool rescale, bool destroy) {
-    if (py::isinstance<Buffer>(out)) return inversePlane(src, out, destroy);
-    return inverseMagnitude(src, out, rescale, destroy);
+    if (!py::isinstance<Buffer>(out)) return inverseMagnitude(src, out, rescale, destroy);
+    if (rescale) throw mvFrequencyDefs::InvalidArgument("Rescaling needs an output of integers.");
+    return inversePlane(src, out, destroy);
 }
 
 py::tuple inverseComplex(Buffer& src, const py::object& real, const py::object& imaginary,
                          bool destroy) {
-    Output re = Output::of<double>(real), im = Output::of<double>(imaginary);
+    Output re = Output::of<double>(real, "real"), im = Output::of<double>(imaginary, "imaginary");
     inverseToPels(src, destroy,
                   [&] { mfInverseFFT(src.spectrum, re.as<double>(), im.as<double>(), destroy); });
     return py::make_tuple(re.result(), im.result());
@@ -90,7 +106,8 @@ py::tuple inverseComplex(Buffer& src, const py::object& real, const py::object& 
 
 py::tuple inverseAngle(Buffer& src, const py::object& out, const py::object& angle, bool rescale,
                        bool destroy) {
-    Output magnitudes(out), angles = Output::of<double>(angle);
+    Output magnitudes(out, "out"), angles = Output::of<double>(angle, "angle");
+    requireIntegers(rescale, magnitudes);
     std::visit(
         [&](auto& pels) {
             inverseToPels(src, destroy, [&] {
@@ -104,7 +121,8 @@ py::tuple inverseAngle(Buffer& src, const py::object& out, const py::object& ang
 py::tuple inverseQuadrant(Buffer& src, const py::object& out, const py::object& quadrant,
                           bool rescale, bool destroy) {
     using Byte = unsigned char;
-    Output magnitudes(out), quadrants = Output::of<Byte>(quadrant);
+    Output magnitudes(out, "out"), quadrants = Output::of<Byte>(quadrant, "quadrant");
+    requireIntegers(rescale, magnitudes);
     std::visit(
         [&](auto& pels) {
             inverseToPels(src, destroy, [&] {
@@ -118,7 +136,7 @@ py::tuple inverseQuadrant(Buffer& src, const py::object& out, const py::object& 
 // One of the two phase images of a plane.
 template <class T, void (*compute)(const mvFrequencyBuffer&, mvPelBuffer<T>&)>
 py::object phaseImage(const Buffer& buffer, const py::object& out) {
-    Output target = Output::of<T>(out);
+    Output target = Output::of<T>(out, std::is_same_v<T, double> ? "angle" : "quadrant");
     const Uses uses({}, {&buffer.usage});
     unlocked([&] { compute(buffer.spectrum, target.as<T>()); });
     return target.result();
@@ -130,24 +148,19 @@ py::array mapImage(const py::object& source, long mapping, double low, double hi
         throw py::value_error(std::to_string(mapping) + " is no FrequencyMapping");
     }
     const auto kind = static_cast<Defs::FrequencyMapping>(mapping);
-    const Image image = inputImage(source);
-    const auto& pels = requirePels<double>(image);
+    const Image image = inputImage(source, "src");
+    const auto& pels = requirePels<double>(image, "src");
     return arrayOf(unlocked([&] { return mfFrequencyMapImage(pels, kind, low, high); }));
 }
 
 void bindForward(py::module_& module) {
-    module.def("forward_fft", &forwardPlane, "src"_a, py::kw_only(), "dst"_a = py::none(),
-               "The spectrum of the complex plane that a buffer holds, into dst or a new buffer;\n"
-               "dst may be src.");
     module.def(
-        "forward_fft", &forwardComplex, "real"_a, "imaginary"_a, py::kw_only(),
+        "forward_fft", &forward, "image"_a, "imaginary"_a = py::none(), py::kw_only(),
         "dst"_a = py::none(),
-        "The spectrum of a complex image given as two images of one dtype, size and offset.");
-    module.def(
-        "forward_fft", &forwardImage, "image"_a, py::kw_only(), "dst"_a = py::none(),
         "The spectrum of an image, numpy.fft.fft2 of the image padded with zeros to powers of\n"
         "two; a uint8, uint16 or float64 array or a PelBuffer. The result keeps size, offset and\n"
-        "client transform.\n"
+        "client transform. A complex image comes as two images of one dtype, size and offset; the\n"
+        "complex plane that a FrequencyBuffer holds is taken as well.\n"
         "\n"
         "dst is filled, with the memory it has where the size allows; without it a new buffer is\n"
         "made. Raises UnboundWindow for a PelBuffer without pels, InvalidSize for a side above\n"
@@ -156,10 +169,17 @@ void bindForward(py::module_& module) {
         ">>> import numpy as np\n"
         ">>> forward_fft(np.ones((3, 5), np.uint8)).get(0, 0)\n"
         "(15+0j)\n");
+    module.def("forward_fft", &forwardPlane, "src"_a, py::kw_only(), "dst"_a = py::none(),
+               "The spectrum of the complex plane that a buffer holds, into dst or a new buffer;\n"
+               "dst may be src.");
+    module.def(
+        "forward_fft", &forwardComplex, "real"_a, "imaginary"_a, py::kw_only(),
+        "dst"_a = py::none(),
+        "The spectrum of a complex image given as two images of one dtype, size and offset.");
 }
 
 void bindInverse(py::module_& module) {
-    const py::object float64 = py::dtype::of<double>();
+    const py::str float64("float64");
     module.def(
         "inverse_fft", &inverse, "src"_a, "out"_a = float64, py::kw_only(), "rescale"_a = false,
         "destroy"_a = false,
@@ -172,7 +192,8 @@ void bindInverse(py::module_& module) {
         "and is returned, or a FrequencyBuffer for the unscaled complex plane. rescale spreads "
         "the\n"
         "magnitudes over the whole range of integer pels, of which 1e10 / (width * height) and\n"
-        "darker becomes 0 when all are brighter. destroy transforms within src, which is faster;\n"
+        "darker becomes 0 when all are brighter; for others it raises InvalidArgument. destroy "
+        "transforms within src, which is faster;\n"
         "its frequencies are gone then. Raises Uninitialized without data.\n"
         "\n"
         ">>> import numpy as np\n"

@@ -13,12 +13,6 @@ void Usage::requireUnused() const {
     if (readers != 0) throw std::runtime_error("The object is in use by another call.");
 }
 
-void Usage::requireNoViews() const {
-    if (views == 0) return;
-    throw pybind11::buffer_error(
-        "A view of the buffer's spectrum is held; release it before the buffer is filled again.");
-}
-
 namespace {
 bool contains(const std::vector<Usage*>& usages, const Usage* usage) {
     return std::find(usages.begin(), usages.end(), usage) != usages.end();

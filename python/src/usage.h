@@ -9,16 +9,12 @@
 /// How an object is in use. It changes only with the interpreter lock held.
 struct Usage {
     int readers = 0;
-    int views = 0;
     bool changing = false;
 
     /// For short calls, which keep the lock. Throws std::runtime_error (RuntimeError) while another
     /// thread's call changes the object; requireUnused also while one reads it.
     void requireUnchanging() const;
     void requireUnused() const;
-
-    /// Throws pybind11::buffer_error (BufferError) while a view of the memory is held.
-    void requireNoViews() const;
 };
 
 /// The uses of one long call, noted from construction to destruction. Throws what the checks of

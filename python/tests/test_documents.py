@@ -40,7 +40,7 @@ def documented():
 def without_signatures(text):
     return [
         line for line in (text or "").splitlines()
-        if line.strip() and not re.match(r"(\d+\. )?\w+\(.*\)|Overloaded function", line)
+        if line.strip() and not re.match(r"\w+\(.*\)$", line)
     ]
 
 
@@ -109,18 +109,10 @@ def stub_names(body):
 
 
 def signatures(function):
-    """The parameters of each overload, as pybind11 writes them into the docstring."""
-    found = set()
-    for line in (function.__doc__ or "").splitlines():
-        match = re.match(r"(?:\d+\. )?\w+\((.*)\) -> ", line)
-        if not match:
-            continue
-        flat = match.group(1)
-        while (inner := re.sub(r"\[[^\[\]]*\]|\([^()]*\)", "", flat)) != flat:
-            flat = inner
-        names = [part.split(":")[0].split("=")[0].strip() for part in flat.split(",")]
-        found.add(tuple(name for name in names if name not in ("", "*")))
-    return found or {None}
+    """The parameters of each overload."""
+    if hasattr(function, "overloads"):
+        return {tuple(overload.parameters) for overload in function.overloads}
+    return {None}
 
 
 CLASSES = {node.name: node for node in STUB.body if isinstance(node, ast.ClassDef)}

@@ -130,3 +130,74 @@ def test_copies_have_no_views():
     other = copy.copy(buffer)
     mvfreq.forward_fft(np.ones((4, 4)), dst=other)
     assert other.size == (4, 4) and view.shape == (8, 16)
+
+
+def test_released_views_keep_their_values_and_block_nothing():
+    buffer = spectrum()
+    view = buffer.spectrum_view()
+    part = view[2:5].imag
+    before, expected = view.copy(), copy.copy(buffer)
+    buffer.release_views()
+    assert buffer == expected and address(buffer.spectrum_view()) != address(view)
+    mvfreq.forward_fft(np.ones((64, 64)), dst=buffer)
+    buffer.put(1, 1, 5)
+    del buffer
+    gc.collect()
+    np.testing.assert_array_equal(view, before)
+    np.testing.assert_array_equal(part, before[2:5].imag)
+    view[:] = 1
+
+
+@pytest.mark.parametrize("name", REFILLS)
+def test_refills_go_on_once_views_are_released(name):
+    buffer = spectrum()
+    kept = [buffer.spectrum_view(), np.asarray(buffer)]
+    pytest.raises(BufferError, REFILLS[name], buffer)
+    buffer.release_views()
+    REFILLS[name](buffer)
+    assert len(kept) == 2
+
+
+def test_views_made_after_a_release_count_again():
+    buffer = spectrum()
+    old = buffer.spectrum_view()
+    buffer.release_views()
+    new = buffer.spectrum_view()
+    del old
+    pytest.raises(BufferError, buffer.assign, OTHER)
+    del new
+    buffer.assign(OTHER)
+
+
+def test_releasing_keeps_the_whole_state_of_a_buffer():
+    image = mvfreq.PelBuffer(IMAGE, offset=(3, 4), xform=mvfreq.Xform([[2, 0], [0, 1]], (1, 1)))
+    buffer = mvfreq.forward_fft(image)
+    mvfreq.FrequencyFilterGabor((0.1, 0.1), (0, 0), 0, 0.1, (16, 8), 1).apply(buffer)
+    state = buffer.band, buffer.offset, buffer.xform, buffer.image_size
+    view = buffer.spectrum_view()
+    buffer.release_views()
+    assert (buffer.band, buffer.offset, buffer.xform, buffer.image_size) == state
+    assert view.any()
+
+
+def test_releasing_without_views_costs_and_changes_nothing():
+    buffer = spectrum()
+    place = address(buffer.spectrum_view())
+    buffer.release_views()
+    assert address(buffer.spectrum_view()) == place
+    mvfreq.FrequencyBuffer().release_views()
+
+
+def test_an_array_of_a_buffer_is_its_view():
+    buffer = spectrum()
+    array = np.asarray(buffer)
+    assert (array.dtype, array.shape) == (np.complex64, (8, 16))
+    assert address(array) == address(buffer.spectrum_view())
+    np.testing.assert_allclose(array, np.fft.fft2(IMAGE), atol=1e-5)
+    np.testing.assert_array_equal(np.abs(buffer), np.abs(array))
+    assert address(np.array(buffer)) != address(array)
+    assert address(buffer.__array__(copy=True)) != address(array)
+    wide = np.asarray(buffer, np.complex128)
+    assert wide.dtype == np.complex128
+    np.testing.assert_array_equal(wide, array)
+    pytest.raises(mvfreq.Uninitialized, np.asarray, mvfreq.FrequencyBuffer())
