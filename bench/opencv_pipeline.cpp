@@ -73,8 +73,8 @@ class LobeFilter : public Pipelined<T> {
         this->pels_.convertTo(this->inside_, CV_32F);
         cv::dft(this->padded_, this->spectrum_, cv::DFT_COMPLEX_OUTPUT, this->pels_.rows);
         cv::mulSpectrums(this->spectrum_, response_, this->spectrum_, 0);
-        cv::dft(this->spectrum_, this->spectrum_, cv::DFT_INVERSE | cv::DFT_SCALE,
-                this->pels_.rows);
+        // A number of rows would count those of the spectrum here, not those of the image.
+        cv::dft(this->spectrum_, this->spectrum_, cv::DFT_INVERSE | cv::DFT_SCALE);
         cv::split(this->spectrum_(cv::Rect(cv::Point(), this->pels_.size())), parts_);
         cv::magnitude(parts_[0], parts_[1], magnitude_);
         magnitude_.convertTo(this->out_, this->kType);
