@@ -4,7 +4,7 @@
 #include <filt/fft/internal/pel_map.h>
 #include <filt/fft/internal/spatial_plane.h>
 #include <filt/freqfilt/filter_image.h>
-#include <filt/freqfilt/internal/filter_gains.h>
+#include <filt/freqfilt/internal/half_filters.h>
 #include <filt/freqfilt/internal/known_filters.h>
 #include <filt/freqfilt/internal/planeless_tile.h>
 #include <filt/freqfilt/internal/shared_pels.h>
@@ -131,7 +131,9 @@ class PictureWork : public mvi::TileWork {
                 const mvi::TilePlan& plan, mvi::TileResult result, P* first, std::ptrdiff_t step)
         : image_(image),
           filter_(filter),
-          gains_(result == mvi::TileResult::realParts ? std::nullopt : mvi::gainsOf(filter)),
+          half_(result == mvi::TileResult::realParts
+                    ? nullptr
+                    : mvi::halfFilterOf(filter, std::is_same_v<P, double>)),
           plan_(plan),
           result_(result),
           first_(first),
@@ -139,8 +141,8 @@ class PictureWork : public mvi::TileWork {
 
     void run(mvi::TileQueue& queue, long number) override {
         if (number == queue.end()) return;
-        if (gains_) {
-            runTiles(mvi::PlanelessTile<T>(*gains_), queue, number);
+        if (half_) {
+            runTiles(mvi::PlanelessTile<T>(*half_), queue, number);
         } else {
             runTiles(mvi::ThreeCalls(filter_, plan_.plane()), queue, number);
         }
@@ -168,7 +170,7 @@ class PictureWork : public mvi::TileWork {
 
     const mvPelBuffer_const<T>& image_;
     const mvFrequencyFilter& filter_;
-    std::optional<mvi::SpectrumGains> gains_;
+    std::unique_ptr<const mvi::SpectrumFilter> half_;
     const mvi::TilePlan& plan_;
     mvi::TileResult result_;
     P* first_;

@@ -13,10 +13,10 @@ namespace mvi {
 template <class T>
 class PlanelessTile {
   public:
-    /// `gains` outlive the object.
-    explicit PlanelessTile(const SpectrumGains& gains)
-        : size_(gains.size()),
-          plane_(gains, bestKernelPath()),
+    /// `filter` outlives the object.
+    explicit PlanelessTile(const SpectrumFilter& filter)
+        : size_(filter.size()),
+          plane_(filter, bestKernelPath()),
           rows_(static_cast<std::size_t>(kMostLanes * size_.x)) {}
 
     /// Filters the image of a tile and writes the part of it that `out` asks for. All rows are read

@@ -28,6 +28,12 @@ struct Panels {
     long begin, end;
 };
 
+/// Neighbouring columns in several blocks of panels.
+struct PanelBlocks {
+    const Panels* first;
+    long count;
+};
+
 /// The gains of a panel's columns, by row: those of row k begin at `first` + row[k], rows with a
 /// negative entry are dropped. A NaN clears.
 struct ColumnGains {
@@ -136,7 +142,13 @@ struct KernelPath : PelRuns<unsigned char>, PelRuns<unsigned short>, PelRuns<dou
     /// The inverse row pass over `count` rows of a spectrum, at most as many as there are lanes, by
     /// their numbers, without the last conjugation. The columns of `to` go to its rows y ..
     void (*panelsToRows)(const HalfSpectrum& from, const std::int32_t* rows, long count,
-                         const Panels& to, long y, float* scratch);
+                         const PanelBlocks& to, long y, float* scratch);
+
+    /// The same of products: each frequency is multiplied by its factor, the complex element of a
+    /// plane of height rows of width. `from` holds all columns.
+    void (*panelsToProductRows)(const HalfSpectrum& from, const float* factors,
+                                const std::int32_t* rows, long count, const PanelBlocks& to, long y,
+                                float* scratch);
 
     /// The column pass of an inverse without the first conjugation, of a panel whose row y begins
     /// at panel + rows[y]: the magnitudes of row y, or their squares, go to magnitudes + lanes * y.

@@ -9,9 +9,6 @@
 namespace mvi {
 
 /// Room for up to `rows` rows of `rowFloats` floats.
-///
-/// Blocks stay below 32 MiB, where common allocators begin to map each block anew: its pages would
-/// then be cleared again for every transform.
 class RowStore {
   public:
     RowStore(long rowFloats, long rows)
@@ -29,8 +26,6 @@ class RowStore {
     }
 
   private:
-    static constexpr std::size_t kLargestBlock = std::size_t{24} << 20;
-
     std::size_t rowFloats_, rows_, rowsPerBlock_;
     std::vector<Floats> blocks_;
 };

@@ -18,9 +18,8 @@ bool isLeft(float gain) {
 }  // namespace
 
 SpectrumGains::SpectrumGains(mvPair<long> size, long columns)
-    : size_(size),
+    : SpectrumFilter(size, columns, 0),
       columns_(columns),
-      begin_(columns),
       direct_(static_cast<std::size_t>(size.y), kNone) {
     gains_.reserve(static_cast<std::size_t>((columns + kMostLanes) * (size.y / 2 + 2)));
 }
@@ -62,6 +61,17 @@ void SpectrumGains::finish() {
         }
         if (direct_[y] != kNone) rows_.push_back(static_cast<std::int32_t>(y));
     }
+}
+
+void SpectrumGains::passColumns(const KernelPath& path, long x, float* panel, long filled,
+                                float* mirroredPanel, float* scratch) const {
+    path.gainColumns(panel, filled, size_.y, direct(x), mirroredPanel, mirrored(x), scratch);
+}
+
+void SpectrumGains::passRows(const KernelPath& path, const HalfSpectrum& from,
+                             const std::int32_t* rows, long count, const PanelBlocks& to, long y,
+                             float* scratch) const {
+    path.panelsToRows(from, rows, count, to, y, scratch);
 }
 
 }  // namespace mvi

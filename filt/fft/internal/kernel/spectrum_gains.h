@@ -1,7 +1,7 @@
 // The gains of a filter on half a plane, as far as it leaves anything.
 #pragma once
 
-#include <filt/platform.h>
+#include <filt/fft/internal/kernel/spectrum_filter.h>
 
 #include <cstdint>
 #include <limits>
@@ -12,13 +12,9 @@ namespace mvi {
 /// The gain that clears, also what is infinite.
 inline constexpr float kClearedGain = std::numeric_limits<float>::quiet_NaN();
 
-/// Real gains of the frequencies of a plane, kept for the columns 0 to W/2 only: what a real image
-/// has opposite of them are the conjugates.
-///
-/// The element (x, y) of the plane has the direct gain of column x and row y. The element opposite
-/// of it, (W - x, H - y), 0 < x < W/2, has the mirrored gain of x and y; gains without mirrored
-/// ones are the same on both sides.
-class SpectrumGains {
+/// Real gains of the frequencies of a plane. Gains without mirrored ones are the same on both
+/// sides.
+class SpectrumGains : public SpectrumFilter {
   public:
     /// For a plane of `size`; all gains are cleared, and those from column `columns` on, at most
     /// W/2 + 1, stay so.
@@ -36,33 +32,24 @@ class SpectrumGains {
     /// True when nothing is left.
     bool isEmpty() const { return rows_.empty(); }
 
-    /// The plane's columns and rows.
-    mvPair<long> size() const { return size_; }
+    /// The gains of the panel of column x; behind the last gain of a row there is room for a
+    /// vector.
+    ColumnGains direct(long x) const { return {gains_.data() + x, direct_.data()}; }
+    ColumnGains mirrored(long x) const { return {gains_.data() + x, mirrored_.data()}; }
 
-    /// The columns begin() .. end() - 1 of 0 to W/2 hold all that is left, directly or mirrored.
-    long begin() const { return begin_; }
-    long end() const { return end_; }
+    bool hasMirrored() const override { return !mirrored_.empty(); }
 
-    /// The rows of the plane that hold anything after the filter, in ascending order.
-    const std::vector<std::int32_t>& rows() const { return rows_; }
-
-    /// The gains of column x, to be indexed by the entry of a row; behind the last column there is
-    /// room for a vector.
-    const float* gains(long x) const { return gains_.data() + x; }
-
-    /// By rows of the plane: where the row's gains are; negative where all are cleared.
-    const std::int32_t* direct() const { return direct_.data(); }
-    const std::int32_t* mirrored() const { return mirrored_.data(); }
-    bool hasMirrored() const { return !mirrored_.empty(); }
+    void passColumns(const KernelPath& path, long x, float* panel, long filled,
+                     float* mirroredPanel, float* scratch) const override;
+    void passRows(const KernelPath& path, const HalfSpectrum& from, const std::int32_t* rows,
+                  long count, const PanelBlocks& to, long y, float* scratch) const override;
 
   private:
     std::int32_t add(const std::vector<float>& row);
     std::size_t opposite(std::size_t y) const { return y == 0 ? 0 : direct_.size() - y; }
 
-    mvPair<long> size_;
     long columns_;
-    long begin_, end_ = 0;
-    std::vector<std::int32_t> rows_, direct_, mirrored_;
+    std::vector<std::int32_t> direct_, mirrored_;
     std::vector<float> gains_;
 };
 

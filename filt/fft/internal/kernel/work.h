@@ -27,6 +27,10 @@ inline constexpr long kColumnsPerStep = 64;
 /// apart compete for the same places in the caches.
 inline constexpr long kPitchPadding = 16;
 
+/// The most bytes that are taken at once. Common allocators map blocks of 32 MiB and more anew each
+/// time: their pages would be cleared again for every transform.
+inline constexpr std::size_t kLargestBlock = std::size_t{31} << 20;
+
 struct AlignedDelete {
     void operator()(float* floats) const;
 };

@@ -48,26 +48,21 @@ class PanelPasses {
 
     /// As KernelPath::panelsToRows.
     static void panelsToRows(const HalfSpectrum& from, const std::int32_t* rows, long count,
-                             const Panels& to, long y, float* scratch) {
+                             const PanelBlocks& to, long y, float* scratch) {
         const Panels direct = from.direct, mirrored = from.mirrored;
         const long width = from.width;
         Z* const lines = reinterpret_cast<Z*>(scratch);
         Z* const first = lines + width;
         Z* const second = first + wholeVectors(direct.end - direct.begin);
-        long opposite[kLanes], numbers[kLanes];
-        for (long r = 0; r < kLanes; ++r) {
-            numbers[r] = rows[r < count ? r : 0];
-            opposite[r] = numbers[r] == 0 ? 0 : from.height - numbers[r];
-        }
-        loadRows(direct, numbers, first);
-        loadRows(mirrored, opposite, second);
+        const RowNumbers numbers(rows, count, from.height);
+        loadRows(direct, numbers.direct, first);
+        loadRows(mirrored, numbers.opposite, second);
         // An inverse is the conjugate of the transform of the conjugate. What is mirrored is stored
         // conjugated; the last conjugation meets the first one of the columns, and both are left
         // out.
         const auto load = [=](long x) {
             if (x >= direct.begin && x < direct.end) {
-                const Z z = first[x - direct.begin];
-                return Z{z.re, -z.im};
+                return conjugated(first[x - direct.begin]);
             }
             const long opposed = width - x;
             const bool isMirrored = opposed >= mirrored.begin && opposed < mirrored.end;
@@ -75,7 +70,29 @@ class PanelPasses {
         };
         Z* const result = first;
         LineTransform<V>::transform(width, lines, load, [result](long k, Z z) { result[k] = z; });
-        RowLanes<V>::storeToPanels(result, width, to, y, count);
+        storeRows(result, width, to, y, count);
+    }
+
+    /// As KernelPath::panelsToProductRows.
+    static void panelsToProductRows(const HalfSpectrum& from, const float* factors,
+                                    const std::int32_t* rows, long count, const PanelBlocks& to,
+                                    long y, float* scratch) {
+        const long width = from.width, half = width / 2;
+        Z* const lines = reinterpret_cast<Z*>(scratch);
+        Z* const first = lines + width;
+        Z* const second = first + wholeVectors(half + 1);
+        const RowNumbers numbers(rows, count, from.height);
+        loadRows(from.direct, numbers.direct, first);
+        loadRows(from.mirrored, numbers.opposite, second);
+        const float* factorRows[kLanes];
+        for (long r = 0; r < kLanes; ++r) factorRows[r] = factors + 2 * width * numbers.direct[r];
+        RowLanes<V>::template load<false>(factorRows, kLanes, lines, width);
+        for (long x = 0; x <= half; ++x) lines[x] = conjugated(product(lines[x], first[x]));
+        for (long x = half + 1; x < width; ++x) {
+            lines[x] = conjugated(product(lines[x], conjugated(second[width - x])));
+        }
+        LineTransform<V>::between(lines, first, width);
+        storeRows(first, width, to, y, count);
     }
 
     /// As KernelPath::columnsToMagnitudes.
@@ -98,6 +115,18 @@ class PanelPasses {
     // Pels of a row that are converted at a time.
     static constexpr long kRun = 128;
 
+    // The rows of a spectrum that the lanes hold, and the opposite ones. Lanes without a row do
+    // once more what the first one does.
+    struct RowNumbers {
+        RowNumbers(const std::int32_t* rows, long count, long height) {
+            for (long r = 0; r < kLanes; ++r) {
+                direct[r] = rows[r < count ? r : 0];
+                opposite[r] = direct[r] == 0 ? 0 : height - direct[r];
+            }
+        }
+        long direct[kLanes], opposite[kLanes];
+    };
+
     static Z zeros() { return {V::filled(0.0f), V::filled(0.0f)}; }
 
     static long wholeVectors(long columns) { return (columns + kLanes - 1) / kLanes * kLanes; }
@@ -106,6 +135,11 @@ class PanelPasses {
         const V gain = V::load(gains);
         return {z.re.gained(gain), z.im.gained(gain)};
     }
+
+    static Z conjugated(Z z) { return {z.re, -z.im}; }
+
+    // The four real products as they stand, as mfFrequencyMultiply has them.
+    static Z product(Z a, Z b) { return {a.re * b.re - a.im * b.im, a.re * b.im + a.im * b.re}; }
 
     static float* rowOf(const Panels& panels, long x, long y) {
         return panels.first + panels.pitch * ((x - panels.begin) / kLanes) + kRow * y;
@@ -129,6 +163,12 @@ class PanelPasses {
             for (long k = 0; k < kBlock && k < pairs; ++k) {
                 lines[first + k] = {block[2 * k], block[2 * k + 1]};
             }
+        }
+    }
+
+    static void storeRows(const Z* lines, long width, const PanelBlocks& to, long y, long count) {
+        for (long i = 0; i < to.count; ++i) {
+            RowLanes<V>::storeToPanels(lines, width, to.first[i], y, count);
         }
     }
 

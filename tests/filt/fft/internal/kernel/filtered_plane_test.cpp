@@ -1,7 +1,9 @@
-// A picture filtered without a plane has the magnitudes that forward transform, gains and inverse
+// A picture filtered without a plane has the magnitudes that forward transform, filter and inverse
 // transform of a whole plane give, bit by bit, on every path.
 #include <filt/fft/internal/kernel.h>
 #include <filt/fft/internal/kernel/filtered_plane.h>
+#include <filt/fft/internal/kernel/spectrum_factors.h>
+#include <filt/fft/internal/kernel/spectrum_gains.h>
 
 #include <gtest/gtest.h>
 
@@ -89,10 +91,10 @@ std::vector<T> randomPels(long count, unsigned seed) {
     return pels;
 }
 
-// The magnitudes of a whole plane that is transformed, multiplied and transformed back.
-template <class T>
-std::vector<float> magnitudesOfPlane(const std::vector<T>& pels, Size image, const Gains& gains) {
-    const Size size = gains.half.size();
+// The magnitudes of a whole plane that is transformed, filtered and transformed back.
+template <class T, class Filter>
+std::vector<float> magnitudesOfPlane(const std::vector<T>& pels, Size image, Size size,
+                                     Filter filter) {
     std::vector<float> plane(index(2 * size.x * size.y), 0.0f);
     for (long y = 0; y < image.y; ++y) {
         for (long x = 0; x < image.x; ++x) {
@@ -101,13 +103,9 @@ std::vector<float> magnitudesOfPlane(const std::vector<T>& pels, Size image, con
     }
     const int height = static_cast<int>(size.y);
     mf_RealFFT2D(plane.data(), size, 1, 0, height);
-    for (std::size_t i = 0; i < gains.plane.size(); ++i) {
-        const float gain = gains.plane[i];
-        plane[2 * i] = std::isnan(gain) ? 0.0f : plane[2 * i] * gain;
-        plane[2 * i + 1] = std::isnan(gain) ? 0.0f : plane[2 * i + 1] * gain;
-    }
+    filter(plane);
     mf_FFT2D(plane.data(), size, -1, 0, height);
-    std::vector<float> magnitudes(gains.plane.size());
+    std::vector<float> magnitudes(plane.size() / 2);
     for (std::size_t i = 0; i < magnitudes.size(); ++i) {
         const float square = plane[2 * i] * plane[2 * i];
         const float other = plane[2 * i + 1] * plane[2 * i + 1];
@@ -121,16 +119,15 @@ bool isSameOrNan(float a, float b) {
 }
 
 template <class T>
-void expectBitsOfThePlane(const std::vector<T>& pels, Size image, const Gains& gains,
-                          mvPair<long> columns) {
-    const Size size = gains.half.size();
-    const std::vector<float> expected = magnitudesOfPlane(pels, image, gains);
+void expectBitsOf(const std::vector<float>& expected, const std::vector<T>& pels, Size image,
+                  const mvi::SpectrumFilter& filter, mvPair<long> columns) {
+    const Size size = filter.size();
     for (const mvi::KernelPath* path : mvi::KernelPathList()) {
         if (!path->isSupported()) continue;
         SCOPED_TRACE(std::string(path->name) + ' ' + std::to_string(image.x) + " x " +
                      std::to_string(image.y) + " in " + std::to_string(size.x) + " x " +
                      std::to_string(size.y));
-        mvi::FilteredPlane plane(gains.half, *path);
+        mvi::FilteredPlane plane(filter, *path);
         plane.forward<T>(image.y, image.x, [&](long y) { return pels.data() + image.x * y; });
         std::vector<float> result(expected.size(), -1.0f);
         plane.inverse(columns, false, [&](long x, long count, const float* magnitudes) {
@@ -144,6 +141,44 @@ void expectBitsOfThePlane(const std::vector<T>& pels, Size image, const Gains& g
             ASSERT_TRUE(isSameOrNan(isAsked ? expected[i] : -1.0f, result[i])) << i;
         }
     }
+}
+
+template <class T>
+void expectBitsOfThePlane(const std::vector<T>& pels, Size image, const Gains& gains,
+                          mvPair<long> columns) {
+    const auto expected =
+        magnitudesOfPlane(pels, image, gains.half.size(), [&](std::vector<float>& plane) {
+            for (std::size_t i = 0; i < gains.plane.size(); ++i) {
+                const float gain = gains.plane[i];
+                plane[2 * i] = std::isnan(gain) ? 0.0f : plane[2 * i] * gain;
+                plane[2 * i + 1] = std::isnan(gain) ? 0.0f : plane[2 * i + 1] * gain;
+            }
+        });
+    expectBitsOf(expected, pels, image, gains.half, columns);
+}
+
+// Complex factors without any symmetry.
+std::vector<float> randomFactors(Size size, unsigned seed) {
+    std::mt19937 random(seed);
+    std::vector<float> factors(index(2 * size.x * size.y));
+    for (float& part : factors) part = static_cast<float>(random() % 2001) / 700.0f - 1.4f;
+    return factors;
+}
+
+template <class T>
+void expectBitsOfTheProduct(const std::vector<T>& pels, Size image, Size size,
+                            const std::vector<float>& factors) {
+    const auto expected = magnitudesOfPlane(pels, image, size, [&](std::vector<float>& plane) {
+        for (std::size_t i = 0; i < plane.size(); i += 2) {
+            const float re = factors[i] * plane[i], im = factors[i] * plane[i + 1];
+            const float crossRe = factors[i + 1] * plane[i + 1],
+                        crossIm = factors[i + 1] * plane[i];
+            plane[i] = re - crossRe;
+            plane[i + 1] = im + crossIm;
+        }
+    });
+    const mvi::SpectrumFactors filter(factors.data(), size);
+    expectBitsOf(expected, pels, image, filter, {0, image.x});
 }
 
 const std::vector<Size> kSizes = {{4, 2},   {8, 8},   {16, 4},    {32, 32},  {64, 16},   {16, 128},
@@ -169,6 +204,34 @@ TEST(FilteredPlane, HasTheBitsOfTheTransformsWithGainsWithoutSymmetry) {
             expectBitsOfThePlane(pels, size, gains, {0, size.x});
         }
     }
+}
+
+TEST(FilteredPlane, HasTheBitsOfTheTransformsWithComplexFactors) {
+    for (const Size& size : kSizes) {
+        if (size.x < 16) continue;
+        const auto factors = randomFactors(size, 47);
+        for (const Size& image : {size, Size(size.x - 3, 1), Size(1, size.y)}) {
+            expectBitsOfTheProduct(randomPels<unsigned char>(image.x * image.y, 53), image, size,
+                                   factors);
+        }
+    }
+}
+
+TEST(FilteredPlane, TakesItsColumnsInSeveralBlocksWhereOneWouldBeTooLarge) {
+    const Size size(2048, 2048), image(2047, 3);
+    expectBitsOfTheProduct(randomPels<unsigned char>(image.x * image.y, 67), image, size,
+                           randomFactors(size, 71));
+}
+
+TEST(FilteredPlane, MultipliesWhatIsInfiniteOrNoNumber) {
+    auto factors = randomFactors({32, 32}, 59);
+    auto pels = randomPels<double>(32 * 32, 61);
+    pels[100] = std::numeric_limits<double>::infinity();
+    expectBitsOfTheProduct(pels, {32, 32}, {32, 32}, factors);
+    pels[100] = 0;
+    factors[77] = std::numeric_limits<float>::infinity();
+    factors[200] = std::numeric_limits<float>::quiet_NaN();
+    expectBitsOfTheProduct(pels, {32, 32}, {32, 32}, factors);
 }
 
 TEST(FilteredPlane, ComputesOnlyTheColumnsThatAreAskedFor) {

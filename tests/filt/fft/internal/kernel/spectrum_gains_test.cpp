@@ -26,9 +26,9 @@ TEST(SpectrumGains, SpanTheColumnsThatAnyRowLeaves) {
     EXPECT_EQ(1, gains.begin());
     EXPECT_EQ(3, gains.end());
     EXPECT_EQ((Rows{0, 1, 3}), gains.rows());
-    EXPECT_EQ(1.0f, gains.gains(2)[gains.direct()[0]]);
-    EXPECT_EQ(0.0f, gains.gains(1)[gains.direct()[3]]);
-    EXPECT_LT(gains.direct()[2], 0);
+    EXPECT_EQ(1.0f, gains.direct(2).first[gains.direct(2).row[0]]);
+    EXPECT_EQ(0.0f, gains.direct(1).first[gains.direct(1).row[3]]);
+    EXPECT_LT(gains.direct(0).row[2], 0);
     EXPECT_FALSE(gains.hasMirrored());
 }
 
@@ -42,10 +42,11 @@ TEST(SpectrumGains, ClearTheHalfOfARowThatNothingIsLeftOf) {
     gains.finish();
     // What row 1 mirrors is left of row 3.
     EXPECT_EQ((Rows{3}), gains.rows());
-    ASSERT_GE(gains.direct()[3], 0);
-    for (long x = 0; x < 3; ++x) EXPECT_TRUE(std::isnan(gains.gains(x)[gains.direct()[3]]));
-    EXPECT_EQ(0.5f, gains.gains(1)[gains.mirrored()[1]]);
-    EXPECT_LT(gains.direct()[1], 0);
+    ASSERT_GE(gains.direct(0).row[3], 0);
+    for (long x = 0; x < 3; ++x)
+        EXPECT_TRUE(std::isnan(gains.direct(x).first[gains.direct(x).row[3]]));
+    EXPECT_EQ(0.5f, gains.mirrored(1).first[gains.mirrored(1).row[1]]);
+    EXPECT_LT(gains.direct(0).row[1], 0);
 }
 
 }  // namespace
