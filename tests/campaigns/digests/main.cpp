@@ -20,24 +20,30 @@ std::string lineOf(const std::string& name, const digest::Section& section) {
     return text;
 }
 
-// Every path must give the one line of the kernel: whichever of them a processor has.
-std::string kernelLines() {
+using digest::Section;
+
+// Every path must give the one line of them all: whichever of them a processor has.
+std::string oneLine(const std::string& name, const std::vector<Section>& paths) {
     std::set<std::string> lines;
-    for (const digest::Section& path : digest::kernelSections()) {
+    for (const Section& path : paths) {
         std::cerr << lineOf(path.name, path);
-        lines.insert(lineOf("kernel", path));
+        lines.insert(lineOf(name, path));
     }
     std::string text;
     for (const std::string& line : lines) text += line;
     return text;
 }
 
-std::string allLines() {
-    std::string text = kernelLines();
-    for (const digest::Section& section : digest::librarySections()) {
-        text += lineOf(section.name, section);
-    }
+std::string lines(const std::vector<Section>& sections) {
+    std::string text;
+    for (const Section& section : sections) text += lineOf(section.name, section);
     return text;
+}
+
+std::string allLines() {
+    return oneLine("kernel", digest::kernelSections()) + lines(digest::librarySections()) +
+           oneLine("pictures without a plane", digest::planelessSections()) +
+           lines(digest::pictureSections());
 }
 
 }  // namespace

@@ -20,4 +20,11 @@ std::vector<Section> kernelSections();
 /// component images; maps without the logarithm; archived filters.
 std::vector<Section> librarySections();
 
+/// One section for each path that this processor has, of pictures that are filtered without a
+/// plane; their digests are equal.
+std::vector<Section> planelessSections();
+
+/// The picture call.
+std::vector<Section> pictureSections();
+
 }  // namespace digest

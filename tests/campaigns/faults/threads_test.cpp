@@ -91,6 +91,37 @@ TEST(Threads, FilterBuffersOfTheirOwnWithSharedFilters) {
     });
 }
 
+// Every call has threads of its own, too; all share the filters and the picture.
+TEST(Threads, FilterPicturesOnThreadsOfTheCall) {
+    const SharedFilters filters;
+    const mvPelBuffer<Byte> picture = support::pelBufferOf(support::randomImage<Byte>(200, 90, 1));
+    expectTheSameOnManyThreads([&](unsigned seed) {
+        mvFilterImageOptions options{.margin = {4, 3}, .threads = 1 + static_cast<int>(seed % 4)};
+        options.rescale = seed % 2 == 0;
+        std::string seen;
+        for (const mvFrequencyFilter* filter : filters.all()) {
+            mvPelBuffer<Byte> out;
+            mfFilterImage(picture, *filter, out, options);
+            const auto image = support::imageOf(out);
+            seen.append(image.pels.begin(), image.pels.end());
+        }
+        return seen;
+    });
+}
+
+// Stopped on the way by the handler of each calling thread, also while others work on.
+TEST(Threads, StopTheirOwnPicturesAlone) {
+    const SharedFilters filters;
+    expectTheSameOnManyThreads([&](unsigned seed) {
+        const support::AttentionCounter attention(seed % 2 == 0 ? 0 : seed);
+        mvPelBuffer<Byte> picture(200, 90), out;
+        const std::string thrown = support::thrownBy([&] {
+            mfFilterImage(picture, filters.bandPass, out, {.margin = {4, 3}, .threads = 3});
+        });
+        return thrown + (out.isBound() ? ", bound" : ", unbound");
+    });
+}
+
 TEST(Threads, StoreAndLoadInArchivesOfTheirOwn) {
     expectTheSameOnManyThreads([](unsigned seed) {
         mvFrequencyFilterBandPass filter(0.05, 0.02, 0.05 * seed, mvPair<long>(16, 16), 1);
