@@ -10,9 +10,9 @@ pictures=examples/pictures
 images=docs/images
 mkdir -p $images
 
-"$build/tools/mvfreq" bandpass --frequency 0.03 --sigma 0.012 --dc-radius 1 --rescale \
+"$build/tools/mvfreq" bandpass --force --frequency 0.03 --sigma 0.012 --dc-radius 1 --rescale \
     $pictures/woven.png $images/woven-defects.png
-"$build/tools/mvfreq" bandreject --frequency 0.24 --sigma 0.02 --plateau 0.05 \
+"$build/tools/mvfreq" bandreject --force --frequency 0.24 --sigma 0.02 --plateau 0.05 \
     $pictures/printed.png $images/printed-descreened.png
 
 example() { local name=$1; shift; "$build/examples/$name" "$@" >/dev/null; }

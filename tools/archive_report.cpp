@@ -10,14 +10,16 @@
 
 #include "failure.h"
 #include "input_file.h"
+#include "png_picture.h"
+#include "printable.h"
 #include "size_text.h"
 
 namespace {
 
 void line(std::ostream& out, const char* name, const auto&... values) {
-    out << "  " << name << ": ";
-    ((out << values), ...);
-    out << '\n';
+    std::ostringstream text;
+    (text << ... << values);
+    out << "  " << name << ": " << printable(text.str()) << '\n';
 }
 
 void alongAcross(std::ostream& out, const char* name, mvPair<double> value) {
@@ -98,21 +100,32 @@ void report(mvPersistent& object, std::ostream& out) {
 
 #undef NAMED
 
+void reportArchive(std::istream& file, std::ostream& out) {
+    mvArchive archive(file);
+    do {
+        const auto object = mfLoad<mvPersistent>(archive);
+        if (object) {
+            report(*object, out);
+        } else {
+            out << "null\n";
+        }
+    } while (file.peek() != std::istream::traits_type::eof());
+}
+
+// No archive begins with it.
+constexpr int kFirstOfPng = 0x89;
+
 }  // namespace
 
-void reportArchive(const std::string& path, std::ostream& out) {
+void reportFile(const std::string& path, std::ostream& out) {
     std::ifstream file = openInput(path);
+    if (!isStandard(path) && file.peek() == kFirstOfPng) {
+        out << pictureReport(path);
+        return;
+    }
     try {
-        mvArchive archive(file);
-        do {
-            const auto object = mfLoad<mvPersistent>(archive);
-            if (object) {
-                report(*object, out);
-            } else {
-                out << "null\n";
-            }
-        } while (file.peek() != std::ifstream::traits_type::eof());
+        reportArchive(file, out);
     } catch (const mvException& error) {
-        throw Failure(path + ": " + textOf(error));
+        throw Failure(inputName(path) + ": " + textOf(error));
     }
 }

@@ -3,8 +3,9 @@
 
 #include <CLI/CLI.hpp>
 
-#include <iostream>
+#include <algorithm>
 #include <memory>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -12,7 +13,9 @@
 #include "failure.h"
 #include "filter_commands.h"
 #include "filter_view.h"
+#include "numbers.h"
 #include "picture_run.h"
+#include "printable.h"
 #include "spectrum.h"
 
 namespace {
@@ -33,10 +36,14 @@ void addSpectrum(CLI::App& app, Work& work) {
         "spectrum", "Write the centred log magnitude of the spectrum as an 8-bit picture");
     addPictures(*command, run->pictures, "square 8-bit grey PNG, DC in the middle");
     addAxes(*command, run->options.axes);
-    command
-        ->add_option("--max-frequency", run->options.maxFrequency,
-                     "Show the middle up to that many cycles per pixel, enlarged")
-        ->check(CLI::Range(0.0, 0.5));
+    addNumber(
+        *command, "--max-frequency",
+        "Show the middle up to that many cycles per pixel, 0.5 at most, enlarged",
+        [run = run.get()](double most) {
+            if (most <= 0) throw CLI::ValidationError("--max-frequency", "nothing is below 0");
+            run->options.maxFrequency = most;
+        },
+        0, 0.5);
     command
         ->add_option("--border", run->border,
                      "Changes nothing any more: the edges fade out, so that none shows")
@@ -45,8 +52,10 @@ void addSpectrum(CLI::App& app, Work& work) {
         "Example:\n  mvfreq spectrum --axes examples/pictures/printed.png spectrum.png");
     command->callback([run, &work] {
         work = [run] {
+            requireFiles(run->pictures, {});
             return runPictures(run->pictures, [&](const PictureFiles& files, int) {
                 writeSpectrum(files, run->options);
+                return std::string();
             });
         };
     });
@@ -55,6 +64,7 @@ void addSpectrum(CLI::App& app, Work& work) {
 struct ViewCommand {
     std::string archive;
     std::string output;
+    Existing existing;
     bool axes = false;
 };
 
@@ -67,6 +77,7 @@ void addView(CLI::App& app, Work& work) {
                      "8-bit grey PNG, DC in the middle: black clears, white is the largest gain")
         ->required();
     addAxes(*command, run->axes);
+    addForce(*command, run->existing);
     command->footer(
         "Example:\n"
         "  mvfreq gabor --frequency 0.2 --angle 45 --sigma 0.02 --save filter.mva \\\n"
@@ -74,6 +85,8 @@ void addView(CLI::App& app, Work& work) {
         "  mvfreq view --axes filter.mva response.png");
     command->callback([run, &work] {
         work = [run] {
+            requireInputs({run->archive});
+            requireFreeOutputs({run->archive}, {{run->output, Role::picture}}, run->existing);
             viewFilter(run->archive, run->output, run->axes);
             return exitGood;
         };
@@ -81,14 +94,21 @@ void addView(CLI::App& app, Work& work) {
 }
 
 void printReport(const std::string& path) {
-    reportArchive(path, std::cout);
-    if (!std::cout.flush()) throw Failure("standard output could not be written");
+    requireInputs({path});
+    std::ostringstream text;
+    try {
+        reportFile(path, text);
+    } catch (...) {
+        printOut(text.str());
+        throw;
+    }
+    printOut(text.str());
 }
 
 void addInfo(CLI::App& app, Work& work) {
     const auto path = std::make_shared<std::string>();
     CLI::App* command = app.add_subcommand("info", "Tell what an archive holds");
-    command->add_option("archive", *path, "Archive of filters or errors")->required();
+    command->add_option("archive", *path, "Archive of filters or errors; or a PNG")->required();
     command->footer(
         "Example:\n"
         "  mvfreq bandpass --frequency 0.03 --sigma 0.012 --save filter.mva \\\n"
@@ -117,7 +137,23 @@ void printOrReject(const CLI::App& app, const CLI::ParseError& outcome) {
     if (outcome.get_exit_code() != 0) {
         throw BadArgument(complaintOf(app, outcome) + " (mvfreq --help tells more)");
     }
-    app.exit(outcome);
+    std::ostringstream text;
+    app.exit(outcome, text, text);
+    printOut(text.str());
+}
+
+// --rescale may have a number behind it, or none: it gets one.
+std::vector<std::string> withPercentage(int argc, char** argv) {
+    std::vector<std::string> words;
+    bool isAfterDashes = false;  // what follows "--" is no option
+    for (int at = 1; at < argc; ++at) {
+        const std::string word = argv[at];
+        const bool isBare = word == "--rescale" && !isAfterDashes;
+        isAfterDashes = isAfterDashes || word == "--";
+        const bool hasNumber = isBare && at + 1 < argc && numberIn(argv[at + 1]);
+        words.push_back(isBare ? word + "=" + (hasNumber ? argv[++at] : "100") : word);
+    }
+    return words;
 }
 
 }  // namespace
@@ -138,7 +174,9 @@ Work readCommandLine(int argc, char** argv) {
     addView(app, work);
     addInfo(app, work);
     try {
-        app.parse(argc, argv);
+        std::vector<std::string> words = withPercentage(argc, argv);
+        std::reverse(words.begin(), words.end());  // CLI11 takes them from the end
+        app.parse(words);
     } catch (const CLI::ParseError& outcome) {
         printOrReject(app, outcome);
     }

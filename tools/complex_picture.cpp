@@ -86,9 +86,3 @@ mvPelBuffer<unsigned char> quadrantPels(const mvPelBuffer_const<double>& real,
         return 85 * (real.pel(x, y) < 0) + 170 * (imaginary.pel(x, y) < 0);
     });
 }
-
-mvPelBuffer<unsigned short> signedPels(const mvPelBuffer_const<double>& real) {
-    return pelsLike<unsigned short>(real, [&](long x, long y) {
-        return std::lround(std::clamp(real.pel(x, y), -32768.0, 32767.0)) + 32768;
-    });
-}

@@ -20,7 +20,3 @@ mvPelBuffer<unsigned char> anglePels(const mvPelBuffer_const<double>& real,
 /// 0, 85, 170 and 255 for the signs ++, -+, +- and -- of real and imaginary part.
 mvPelBuffer<unsigned char> quadrantPels(const mvPelBuffer_const<double>& real,
                                         const mvPelBuffer_const<double>& imaginary);
-
-/// Real parts in grey levels as pels of 16 bits: 32768 is zero, what is beyond the range is
-/// clamped.
-mvPelBuffer<unsigned short> signedPels(const mvPelBuffer_const<double>& real);

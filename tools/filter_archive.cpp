@@ -26,8 +26,8 @@ std::unique_ptr<mvFrequencyFilter> loadFilter(const std::string& path) {
         mvArchive archive(file);
         filter = mfLoad<mvFrequencyFilter>(archive);
     } catch (const mvException& error) {
-        throw Failure(path + ": holds no filter: " + textOf(error));
+        throw Failure(inputName(path) + ": holds no filter: " + textOf(error));
     }
-    if (!filter) throw Failure(path + ": holds no filter");
+    if (!filter) throw Failure(inputName(path) + ": holds no filter");
     return filter;
 }

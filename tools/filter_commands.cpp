@@ -7,11 +7,13 @@
 #include <optional>
 #include <string>
 #include <type_traits>
+#include <vector>
 
 #include "failure.h"
 #include "filter_archive.h"
-#include "filter_picture.h"
+#include "filter_options.h"
 #include "kernel_filter.h"
+#include "numbers.h"
 #include "picture_run.h"
 #include "size_text.h"
 
@@ -24,6 +26,9 @@ struct FilterCommand {
     virtual ~FilterCommand() = default;
     virtual void addOptions(CLI::App& command) = 0;
     virtual FilterRecipe recipe() const = 0;
+
+    // What is read besides the pictures.
+    virtual std::vector<std::string> inputs() const { return {}; }
 };
 
 // The square around DC: pass filters clear it, reject filters keep it.
@@ -31,7 +36,7 @@ struct Radius {
     long value = 0;
 
     void addTo(CLI::App& command, const char* help) {
-        command.add_option("--dc-radius", value, help);
+        addWhole(command, "--dc-radius", help, [this](long radius) { value = radius; });
     }
 
     // The square reaches value - 1 bins to either side.
@@ -68,9 +73,9 @@ struct RingCommand : FilterCommand {
     Radius radius;
 
     void addOptions(CLI::App& command) override {
-        command.add_option("--frequency", frequency, "Radius of the ring, 0 to 0.5")->required();
-        command.add_option("--sigma", sigma, "Width of its Gaussian flanks")->required();
-        command.add_option("--plateau", plateau, "Half-width of its flat top");
+        addNumber(command, "--frequency", frequency, "Radius of the ring, 0 to 0.5")->required();
+        addNumber(command, "--sigma", sigma, "Width of its Gaussian flanks")->required();
+        addNumber(command, "--plateau", plateau, "Half-width of its flat top");
         radius.addTo(command, kRadiusHelp<Filter>);
     }
 
@@ -88,14 +93,14 @@ struct LobeCommand : FilterCommand {
     Radius radius;
 
     void addOptions(CLI::App& command) override {
-        command.add_option("--frequency", frequency, "Distance of the lobe from DC, 0 to 0.5")
+        addNumber(command, "--frequency", frequency, "Distance of the lobe from DC, 0 to 0.5")
             ->required();
-        command.add_option("--angle", degrees,
-                           "Its direction in degrees: 0 for vertical stripes, 90 for horizontal");
-        command.add_option("--sigma", sigma, "Its Gaussian width along that direction")->required();
-        command.add_option("--sigma-across", sigmaAcross, "Across it; else the same");
-        command.add_option("--plateau", plateau, "Half-size of its flat top along the direction");
-        command.add_option("--plateau-across", plateauAcross, "Across it; else the same");
+        addNumber(command, "--angle", degrees,
+                  "Its direction in degrees: 0 for vertical stripes, 90 for horizontal");
+        addNumber(command, "--sigma", sigma, "Its Gaussian width along that direction")->required();
+        addNumber(command, "--sigma-across", sigmaAcross, "Across it; else the same");
+        addNumber(command, "--plateau", plateau, "Half-size of its flat top along the direction");
+        addNumber(command, "--plateau-across", plateauAcross, "Across it; else the same");
         radius.addTo(command, kRadiusHelp<Filter>);
     }
 
@@ -119,6 +124,8 @@ struct ConvolveCommand : FilterCommand {
             ->required();
     }
 
+    std::vector<std::string> inputs() const override { return {kernel}; }
+
     FilterRecipe recipe() const override {
         const Kernel read(kernel);
         const mvPair<long> least = read.leastPlane();
@@ -134,6 +141,8 @@ struct ApplyCommand : FilterCommand {
         command.add_option("archive", archive, "Filter that --save wrote")->required();
     }
 
+    std::vector<std::string> inputs() const override { return {archive}; }
+
     FilterRecipe recipe() const override {
         const std::shared_ptr<const mvFrequencyFilter> loaded = loadFilter(archive);
         return {
@@ -143,20 +152,6 @@ struct ApplyCommand : FilterCommand {
             mfFilterPlane(*loaded)};
     }
 };
-
-// Adds what is written besides the picture. Each is a single file, so none goes with --out-dir.
-void addOutputs(CLI::App& command, FilterOptions& options, CLI::Option* outDir, bool canSave) {
-    const auto add = [&](const char* name, std::string& path, const char* help) {
-        command.add_option(name, path, help)->excludes(outDir);
-    };
-    add("--angle-image", options.angleImage,
-        "Also write the angles of the complex result: 0 to 255 for a full turn");
-    add("--quadrant-image", options.quadrantImage,
-        "Also write its quadrants: 0, 85, 170, 255 for the signs ++, -+, +-, --");
-    if (canSave) {
-        add("--save", options.save, "Also write the filter to an archive, for mvfreq apply");
-    }
-}
 
 // A filter from an archive has its plane, and is saved.
 template <class Command>
@@ -170,26 +165,16 @@ void addCommand(CLI::App& app, Work& work, const char* name, const char* purpose
     command->addOptions(options);
     CLI::Option* outDir =
         addPictures(options, command->pictures, "grey PNG of the same depth, the magnitudes");
-    CLI::Option* rescale = options.add_flag(
-        "--rescale", command->options.rescale,
-        "Spread the magnitudes over the whole grey range (else they stay grey levels). A 16-bit "
-        "result that is bright all over does not reach down to 0: on a plane of 1024 x 1024, 9537 "
-        "and darker becomes 0");
-    options
-        .add_flag(
-            "--signed", command->options.withSign,
-            "Write the real part with its sign instead, as 16 bits: 32768 is zero, and a grey "
-            "level of the picture is a level")
-        ->excludes(rescale);
-    addPlaneOptions(options, command->options.plane, kBuildsFilter<Command>);
-    addOutputs(options, command->options, outDir, kBuildsFilter<Command>);
+    addFilterOptions(options, command->options, outDir, kBuildsFilter<Command>);
     options.footer(std::string("Example:\n  ") + example);
     options.callback([command, &work] {
         work = [command] {
+            requireFiles(command->pictures, {command->inputs(), otherOutputs(command->options)});
             SharedFilters filters(command->recipe());
-            return runPictures(command->pictures, [&](const PictureFiles& files, int threads) {
-                filterPicture(files, command->options, filters, threads);
-            });
+            const auto filter = [&](const PictureFiles& files, int threads) {
+                return filterPicture(files, command->options, filters, threads);
+            };
+            return runPictures(command->pictures, filter);
         };
     });
 }

@@ -6,8 +6,11 @@
 #include "attention.h"
 #include "complex_picture.h"
 #include "filter_archive.h"
+#include "grey_levels.h"
 #include "output_file.h"
+#include "picture_output.h"
 #include "png_picture.h"
+#include "standard_names.h"
 
 namespace {
 
@@ -23,15 +26,16 @@ class FilterRun {
           filter_(filters.get(choice_.plane)),
           image_(imageOptions(options.plane, threads)) {}
 
-    void write(const std::string& output) {
+    std::string write(const std::string& output) {
         filter(output);
         OutputFiles outputs;
         for (const Result& result : results_) {
             std::visit([&](const auto& pels) { writePicture(outputs.add(result.path), pels); },
                        result.pels);
         }
-        if (!options_.save.empty()) saveFilter(outputs.add(options_.save), filter_);
+        if (options_.save) saveFilter(outputs.add(*options_.save), filter_);
         outputs.publish();
+        return hint(output);
     }
 
   private:
@@ -41,30 +45,49 @@ class FilterRun {
     };
 
     void filter(const std::string& output) {
-        const bool hasPhases = !options_.angleImage.empty() || !options_.quadrantImage.empty();
+        const bool hasPhases = options_.angleImage || options_.quadrantImage;
         const int calls = (hasPhases ? 2 : 0) + (options_.withSign && hasPhases ? 0 : 1);
         beginStage("filtering", calls * expectedPolls(choice_, image_.threads));
         mvPelBuffer<double> real;
         if (hasPhases || options_.withSign) real = realPart(picture_, filter_, image_);
-        results_.push_back({output, options_.withSign ? Picture(signedPels(real)) : magnitudes()});
+        results_.push_back({output, options_.withSign ? withSign(real) : magnitudes()});
         if (hasPhases) addPhases(real, imaginaryPart(picture_, filter_, image_));
     }
 
+    Picture withSign(const mvPelBuffer<double>& real) const {
+        return options_.rescale ? spreadSigned(real, *options_.rescale) : signedPels(real);
+    }
+
     Picture magnitudes() const {
-        mvPelBuffer<T> result;
+        const double percent = options_.rescale.value_or(100);
+        if (percent < 100) return spreadMagnitudes<T>(filtered<double>(image_), percent);
         mvFilterImageOptions image = image_;
-        image.rescale = options_.rescale;
+        image.rescale = options_.rescale.has_value();
+        return filtered<T>(image);
+    }
+
+    template <class U>
+    mvPelBuffer<U> filtered(const mvFilterImageOptions& image) const {
+        mvPelBuffer<U> result;
         mfFilterImage(picture_, filter_, result, image);
         return result;
     }
 
     void addPhases(const mvPelBuffer<double>& real, const mvPelBuffer<double>& imaginary) {
-        if (!options_.angleImage.empty()) {
-            results_.push_back({options_.angleImage, anglePels(real, imaginary)});
+        if (options_.angleImage) {
+            results_.push_back({*options_.angleImage, anglePels(real, imaginary)});
         }
-        if (!options_.quadrantImage.empty()) {
-            results_.push_back({options_.quadrantImage, quadrantPels(real, imaginary)});
+        if (options_.quadrantImage) {
+            results_.push_back({*options_.quadrantImage, quadrantPels(real, imaginary)});
         }
+    }
+
+    // What swings around zero by a few grey levels looks black.
+    std::string hint(const std::string& output) const {
+        if (options_.rescale || options_.withSign || hasFewLevels(picture_)) return "";
+        const auto few = [](const auto& pels) { return hasFewLevels(pels); };
+        if (!std::visit(few, results_.front().pels)) return "";
+        return outputName(output) + ": has fewer than 10 grey levels (--rescale spreads them)";
     }
 
     const mvPelBuffer<T>& picture_;
@@ -77,11 +100,11 @@ class FilterRun {
 
 }  // namespace
 
-void filterPicture(const PictureFiles& files, const FilterOptions& options, SharedFilters& filters,
-                   int threads) {
-    std::visit(
+std::string filterPicture(const PictureFiles& files, const FilterOptions& options,
+                          SharedFilters& filters, int threads) {
+    return std::visit(
         [&](const auto& picture) {
-            FilterRun(picture, options, filters, threads).write(files.output);
+            return FilterRun(picture, options, filters, threads).write(files.output);
         },
         readPicture(files.input));
 }

@@ -1,23 +1,25 @@
 // A picture through a filter and back.
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "picture_arguments.h"
 #include "plane_choice.h"
 #include "shared_filters.h"
 
-/// What a filter run writes besides the picture, and how; an empty name writes nothing.
+/// What a filter run writes besides the picture, and how.
 struct FilterOptions {
-    std::string save;
-    std::string angleImage;
-    std::string quadrantImage;
-    bool rescale = false;
+    std::optional<std::string> save;
+    std::optional<std::string> angleImage;
+    std::optional<std::string> quadrantImage;
+    std::optional<double> rescale;  // the percentage of pels that is spread over the range
     bool withSign = false;
     PlaneOptions plane;
 };
 
 /// Filters the input picture on up to `threads` threads and writes all outputs, or none of them
-/// when anything fails.
-void filterPicture(const PictureFiles& files, const FilterOptions& options, SharedFilters& filters,
-                   int threads);
+/// when anything fails. Gives a hint when hardly a grey level is left of the picture, or an empty
+/// text.
+std::string filterPicture(const PictureFiles& files, const FilterOptions& options,
+                          SharedFilters& filters, int threads);

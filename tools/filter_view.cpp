@@ -9,7 +9,7 @@
 #include "axes.h"
 #include "filter_archive.h"
 #include "output_file.h"
-#include "png_picture.h"
+#include "picture_output.h"
 
 namespace {
 

@@ -7,11 +7,15 @@
 #include <string>
 
 #include "failure.h"
+#include "standard_names.h"
 
-/// Opens a file of bytes. Throws a Failure when there is none to be read.
-inline std::ifstream openInput(const std::string& path) {
+/// Opens a file of bytes, or standard input. Throws a Failure when there is none to be read.
+inline std::ifstream openInput(const std::string& name) {
+    const std::string path = isStandard(name) ? "/dev/stdin" : name;
     std::ifstream file(path, std::ios::binary);
-    if (!file) throw Failure(path + ": " + systemText(errno));
-    if (std::filesystem::is_directory(path)) throw Failure(path + ": " + systemText(EISDIR));
+    if (!file) throw Failure(inputName(name) + ": " + systemText(errno));
+    if (std::filesystem::is_directory(path)) {
+        throw Failure(inputName(name) + ": " + systemText(EISDIR));
+    }
     return file;
 }

@@ -4,12 +4,13 @@
 #include "attention.h"
 #include "command_line.h"
 #include "failure.h"
+#include "printable.h"
 #include "progress_line.h"
 
 namespace {
 
 int say(const Report& report) {
-    std::fprintf(stderr, "mvfreq: %s\n", report.text.c_str());
+    std::fprintf(stderr, "mvfreq: %s\n", printable(report.text).c_str());
     return report.exitCode;
 }
 

@@ -3,19 +3,22 @@
 
 #include <unistd.h>
 
+#include <atomic>
 #include <cerrno>
 #include <system_error>
 #include <utility>
 
 #include "attention.h"
 #include "failure.h"
+#include "printable.h"
+#include "standard_names.h"
 
 namespace fs = std::filesystem;
 
 namespace {
 
-[[noreturn]] void fail(const fs::path& path, const std::string& reason) {
-    throw Failure(path.string() + ": " + reason);
+[[noreturn]] void fail(const std::string& name, const std::string& reason) {
+    throw Failure(outputName(name) + ": " + reason);
 }
 
 fs::path resolved(const std::string& path) {
@@ -24,18 +27,33 @@ fs::path resolved(const std::string& path) {
     return error ? fs::path(path) : target;
 }
 
+// Short, since the target's name may be as long as names can be.
+fs::path temporaryBeside(const fs::path& target) {
+    static std::atomic<unsigned> number = 0;
+    return target.parent_path() /
+           (".mvfreq-" + std::to_string(getpid()) + "-" + std::to_string(number++) + ".tmp");
+}
+
 }  // namespace
 
-OutputFile::OutputFile(const std::string& path) : target_(resolved(path)) {
-    std::error_code ignored;
-    const fs::file_status status = fs::status(target_, ignored);
+OutputFile::OutputFile(const std::string& path) : name_(path) {
+    if (isStandard(path)) return;
+    target_ = resolved(path);
+    std::error_code error;
+    const fs::file_status status = fs::status(target_, error);
     if (fs::exists(status) && !fs::is_regular_file(status)) fail(path, "is not a regular file");
+    openTemporary();
+    if (fs::exists(status)) fs::permissions(temporary_, status.permissions(), error);
+}
 
-    temporary_ = target_;
-    temporary_.concat(".").concat(std::to_string(getpid())).concat(".tmp");
-    stream_ = std::fopen(temporary_.c_str(), "wbx");
-    if (!stream_) fail(path, systemText(errno));
-    if (fs::exists(status)) fs::permissions(temporary_, status.permissions(), ignored);
+// A file of that name is left over from a run of another machine on the same disk.
+void OutputFile::openTemporary() {
+    do {
+        const fs::path temporary = temporaryBeside(target_);
+        stream_ = std::fopen(temporary.c_str(), "wbx");
+        if (stream_) temporary_ = temporary;
+    } while (!stream_ && errno == EEXIST);
+    if (!stream_) fail(name_, systemText(errno));
 }
 
 OutputFile::~OutputFile() {
@@ -43,27 +61,45 @@ OutputFile::~OutputFile() {
     if (!temporary_.empty()) std::remove(temporary_.c_str());
 }
 
-void OutputFile::write(const std::string& bytes) {
-    std::fwrite(bytes.data(), 1, bytes.size(), stream_);
+bool OutputFile::store(const void* bytes, std::size_t count) noexcept {
+    if (error_ != 0) return false;
+    if (stream_) {
+        if (std::fwrite(bytes, 1, count, stream_) != count) error_ = errno != 0 ? errno : EIO;
+        return error_ == 0;
+    }
+    try {
+        bytes_.append(static_cast<const char*>(bytes), count);
+    } catch (const std::exception&) {
+        error_ = ENOMEM;
+    }
+    return error_ == 0;
+}
+
+void OutputFile::requireStored() const {
+    if (error_ != 0) fail(name_, systemText(error_));
 }
 
 void OutputFile::finish() {
-    const bool stored = !std::ferror(stream_);
-    const bool closed = std::fclose(std::exchange(stream_, nullptr)) == 0;
-    if (!stored || !closed) fail(target_, "could not be written");
+    if (stream_ && std::fclose(std::exchange(stream_, nullptr)) != 0 && error_ == 0) {
+        error_ = errno;
+    }
+    requireStored();
 }
 
 void OutputFile::publish() {
+    if (isStandardOutput()) return printOut(bytes_);
     std::error_code error;
     fs::rename(temporary_, target_, error);
-    if (error) fail(target_, error.message());
+    if (error) fail(name_, error.message());
     temporary_.clear();
 }
 
 OutputFile& OutputFiles::add(const std::string& path) {
-    const fs::path target = resolved(path);
+    const fs::path target = isStandard(path) ? fs::path() : resolved(path);
     for (const OutputFile& file : files_) {
-        if (file.target() == target) throw BadArgument(path + ": two outputs have this name");
+        if (file.target() == target) {
+            throw BadArgument(outputName(path) + ": two outputs have this name");
+        }
     }
     return files_.emplace_back(path);
 }
@@ -71,5 +107,9 @@ OutputFile& OutputFiles::add(const std::string& path) {
 void OutputFiles::publish() {
     for (OutputFile& file : files_) file.finish();
     checkInterrupted();
-    for (OutputFile& file : files_) file.publish();
+    for (const bool standard : {true, false}) {
+        for (OutputFile& file : files_) {
+            if (file.isStandardOutput() == standard) file.publish();
+        }
+    }
 }

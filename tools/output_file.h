@@ -6,7 +6,8 @@
 #include <filesystem>
 #include <string>
 
-/// A file that is written beside its target and takes the target's name when it is complete.
+/// A file that is written beside its target and takes the target's name when it is complete; or
+/// bytes for standard output, which are kept until then.
 ///
 /// A target that is a symbolic link stays one. One that exists and is no regular file (a device, a
 /// directory) is refused with a Failure. What is not published is removed again.
@@ -18,19 +19,30 @@ class OutputFile {
     OutputFile& operator=(const OutputFile&) = delete;
 
     const std::filesystem::path& target() const { return target_; }
-    std::FILE* stream() { return stream_; }
-    void write(const std::string& bytes);
+    bool isStandardOutput() const { return !stream_ && target_.empty(); }
+
+    /// False when the bytes cannot be stored; nothing is thrown.
+    bool store(const void* bytes, std::size_t count) noexcept;
+    void write(const std::string& bytes) { store(bytes.data(), bytes.size()); }
+
+    /// Throws a Failure, with its cause, when any bytes could not be stored.
+    void requireStored() const;
 
     /// Closes the file. Throws a Failure when not all bytes could be stored.
     void finish();
 
-    /// Puts the finished file in the target's place.
+    /// Puts the finished file in the target's place, or prints it.
     void publish();
 
   private:
+    void openTemporary();
+
+    std::string name_;
     std::filesystem::path target_;
     std::filesystem::path temporary_;
     std::FILE* stream_ = nullptr;
+    std::string bytes_;
+    int error_ = 0;
 };
 
 /// The files of one run. They are published together, after the last one is complete.
@@ -40,6 +52,7 @@ class OutputFiles {
     OutputFile& add(const std::string& path);
 
     /// Throws a Failure, or what a signal makes the attention poll throw, and then leaves nothing.
+    /// What goes to standard output goes first.
     void publish();
 
   private:

@@ -5,6 +5,8 @@
 #include <map>
 
 #include "failure.h"
+#include "numbers.h"
+#include "standard_names.h"
 
 namespace fs = std::filesystem;
 
@@ -29,9 +31,8 @@ std::string inFolder(const std::string& folder, const std::string& input) {
 void requireRoom(const std::vector<PictureFiles>& files) {
     std::map<std::string, std::string> inputs;
     for (const PictureFiles& file : files) {
-        std::error_code ignored;
-        if (fs::equivalent(file.input, file.output, ignored)) {
-            throw BadArgument(file.input + ": its result would replace it");
+        if (isStandard(file.input)) {
+            throw BadArgument("-: a picture from standard input has no name for --out-dir");
         }
         const auto [former, isNew] = inputs.emplace(file.output, file.input);
         if (!isNew) {
@@ -45,7 +46,9 @@ void requireRoom(const std::vector<PictureFiles>& files) {
 
 std::vector<PictureFiles> PictureArguments::files() const {
     if (!outDir) return {single(names)};
-    if (outDir->empty()) throw BadArgument("--out-dir: the name of a folder is missing");
+    if (outDir->empty() || isStandard(*outDir)) {
+        throw BadArgument("--out-dir: the name of a folder is missing");
+    }
     if (names.empty()) throw BadArgument(kNoInput);
     std::vector<PictureFiles> files;
     for (const std::string& name : names) files.push_back({name, inFolder(*outDir, name)});
@@ -62,11 +65,15 @@ CLI::Option* addPictures(CLI::App& command, PictureArguments& pictures, const ch
     CLI::Option* outDir = command.add_option(
         "--out-dir", pictures.outDir,
         "Filter any number of pictures; the results go there, each under its input's name");
+    addWhole(
+        command, "--jobs",
+        "Pictures, or tiles of one picture, that are worked on at once; as many as there are "
+        "processors if not given",
+        [&pictures](long jobs) { pictures.jobs = jobs; }, 1, 1024);
+    CLI::Option* force = addForce(command, pictures.existing);
     command
-        .add_option(
-            "--jobs", pictures.jobs,
-            "Pictures, or tiles of one picture, that are worked on at once; as many as there "
-            "are processors if not given")
-        ->check(CLI::Range(1u, 1024u));
+        .add_flag("--skip-existing", pictures.existing.skip,
+                  "Leave out pictures whose result exists, as a stopped run left it")
+        ->excludes(force);
     return outDir;
 }

@@ -7,6 +7,8 @@
 #include <string>
 #include <vector>
 
+#include "call_files.h"
+
 /// One picture: where it comes from and where its result goes.
 struct PictureFiles {
     std::string input;
@@ -17,12 +19,14 @@ struct PictureFiles {
 struct PictureArguments {
     std::vector<std::string> names;
     std::optional<std::string> outDir;
-    unsigned jobs = 0;
+    long jobs = 0;
+    Existing existing;
 
     /// The pictures in the order of the command line. Throws BadArgument for names that are missing
-    /// or too many, for two results of one name, and for a result that would replace its input.
+    /// or too many, for two results of one name, and for results of standard input in a folder.
     std::vector<PictureFiles> files() const;
 };
 
-/// Adds the names, --out-dir and --jobs. Returns --out-dir, for what does not go with it.
+/// Adds the names, --out-dir, --jobs, --force and --skip-existing. Returns --out-dir, for what does
+/// not go with it.
 CLI::Option* addPictures(CLI::App& command, PictureArguments& pictures, const char* outputHelp);

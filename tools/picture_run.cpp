@@ -16,7 +16,9 @@
 #include <utility>
 
 #include "attention.h"
+#include "printable.h"
 #include "progress_line.h"
+#include "standard_names.h"
 
 namespace {
 
@@ -26,11 +28,11 @@ std::string pictureCount(std::size_t count) {
 
 class Batch {
   public:
-    Batch(std::vector<PictureFiles> files, const PictureWork& work)
-        : files_(std::move(files)), work_(work) {}
+    Batch(std::vector<PictureFiles> files, std::size_t skipped, const PictureWork& work)
+        : files_(std::move(files)), skipped_(skipped), work_(work) {}
 
     ExitCode run(std::size_t jobs) {
-        const std::size_t pictures = std::min(jobs, files_.size());
+        const std::size_t pictures = std::clamp<std::size_t>(files_.size(), 1, jobs);
         threadsEach_ = static_cast<int>(jobs / pictures);
         workWith(pictures);
         if (hopeless_) std::rethrow_exception(hopeless_);
@@ -63,8 +65,9 @@ class Batch {
 
     void take(const PictureFiles& files) {
         try {
-            work_(files, threadsEach_);
+            const std::string remark = work_(files, threadsEach_);
             ++done_;
+            if (!remark.empty() && !hasRemarked_.exchange(true)) line_.say("mvfreq: " + remark);
         } catch (const mvFrequencyDefs::InvalidArgument&) {
             giveUp();
         } catch (const std::length_error&) {
@@ -72,7 +75,7 @@ class Batch {
         } catch (...) {
             if (interrupted()) return;
             ++failed_;
-            complain(files.input, reportOfException().text);
+            complain(files, reportOfException().text);
         }
     }
 
@@ -82,8 +85,9 @@ class Batch {
         hopeless_ = std::current_exception();
     }
 
-    void complain(const std::string& input, const std::string& text) {
-        line_.say("mvfreq: " + (text.starts_with(input) ? text : input + ": " + text));
+    void complain(const PictureFiles& files, const std::string& text) {
+        const bool namesFile = text.starts_with(files.input) || text.starts_with(files.output);
+        line_.say("mvfreq: " + (namesFile ? text : files.input + ": " + text));
     }
 
     ExitCode summary() {
@@ -93,19 +97,19 @@ class Batch {
             return exitStopped;
         }
         line_.hide();  // standard output may be the same terminal
-        if (failed_ == 0) {
-            std::printf("%s done\n", pictureCount(done_).c_str());
-        } else {
-            std::printf("%s done, %zu failed\n", done.c_str(), failed_.load());
-        }
-        if (std::fflush(stdout) != 0) throw Failure("standard output could not be written");
+        std::string text = failed_ == 0 ? pictureCount(done_) + " done" : done + " done";
+        if (failed_ != 0) text += ", " + std::to_string(failed_) + " failed";
+        if (skipped_ != 0) text += ", " + std::to_string(skipped_) + " skipped";
+        printOut(text + "\n");
         return failed_ == 0 ? exitGood : exitFailed;
     }
 
     const std::vector<PictureFiles> files_;
+    const std::size_t skipped_;
     const PictureWork& work_;
     int threadsEach_ = 1;
     std::atomic<std::size_t> next_ = 0, done_ = 0, failed_ = 0;
+    std::atomic<bool> hasRemarked_ = false;
     std::mutex mutex_;
     std::exception_ptr hopeless_;
     ProgressLine line_{
@@ -118,16 +122,54 @@ void makeFolder(const std::string& path) {
     if (error) throw Failure(path + ": " + error.message());
 }
 
+// What --skip-existing leaves to be done.
+std::vector<PictureFiles> unfinished(std::vector<PictureFiles> files) {
+    std::erase_if(files, [](const PictureFiles& file) {
+        std::error_code ignored;
+        return !isStandard(file.output) && std::filesystem::exists(file.output, ignored);
+    });
+    return files;
+}
+
+ExitCode runSingle(const std::vector<PictureFiles>& files, long jobs, const PictureWork& work) {
+    if (files.empty()) return exitGood;
+    const std::string remark = work(files.front(), static_cast<int>(jobs));
+    if (!remark.empty()) std::fprintf(stderr, "mvfreq: %s\n", printable(remark).c_str());
+    return exitGood;
+}
+
+// The pictures of a run, and how many it leaves out.
+struct Todo {
+    std::vector<PictureFiles> files;
+    std::size_t skipped;
+};
+
+Todo todo(const PictureArguments& pictures) {
+    const std::vector<PictureFiles> all = pictures.files();
+    if (!pictures.existing.skip) return {all, 0};
+    std::vector<PictureFiles> files = unfinished(all);
+    const std::size_t skipped = all.size() - files.size();
+    return {std::move(files), skipped};
+}
+
 }  // namespace
 
-ExitCode runPictures(const PictureArguments& pictures, const PictureWork& work) {
-    std::vector<PictureFiles> files = pictures.files();
-    const unsigned processors = std::max(std::thread::hardware_concurrency(), 1u);
-    const unsigned jobs = pictures.jobs != 0 ? pictures.jobs : processors;
-    if (!pictures.outDir) {
-        work(files.front(), static_cast<int>(jobs));
-        return exitGood;
+void requireFiles(const PictureArguments& pictures, const OtherFiles& others) {
+    std::vector<std::string> inputs = others.inputs;
+    std::vector<Output> outputs = others.outputs;
+    for (const PictureFiles& file : todo(pictures).files) {
+        inputs.push_back(file.input);
+        outputs.push_back({file.output, Role::picture, !pictures.outDir});
     }
+    requireInputs(inputs);
+    requireFreeOutputs(inputs, outputs, pictures.existing);
+}
+
+ExitCode runPictures(const PictureArguments& pictures, const PictureWork& work) {
+    auto [files, skipped] = todo(pictures);
+    const long processors = std::max(std::thread::hardware_concurrency(), 1u);
+    const long jobs = pictures.jobs != 0 ? pictures.jobs : processors;
+    if (!pictures.outDir) return runSingle(files, jobs, work);
     makeFolder(*pictures.outDir);
-    return Batch(std::move(files), work).run(jobs);
+    return Batch(std::move(files), skipped, work).run(static_cast<std::size_t>(jobs));
 }

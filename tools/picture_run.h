@@ -2,12 +2,24 @@
 #pragma once
 
 #include <functional>
+#include <string>
+#include <vector>
 
 #include "failure.h"
 #include "picture_arguments.h"
 
 /// What is done to one picture, on up to `threads` threads; called from several threads at once.
-using PictureWork = std::function<void(const PictureFiles& files, int threads)>;
+/// Gives what a user should know of the result, or an empty text.
+using PictureWork = std::function<std::string(const PictureFiles& files, int threads)>;
+
+/// The files of a run beside its pictures.
+struct OtherFiles {
+    std::vector<std::string> inputs;
+    std::vector<Output> outputs;
+};
+
+/// Throws BadArgument for files that a run may not have: before it begins.
+void requireFiles(const PictureArguments& pictures, const OtherFiles& others);
 
 /// Does the work on every picture, on as many threads as --jobs says. Where these are more than the
 /// pictures, each picture gets several.

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "failure.h"
+#include "numbers.h"
 
 namespace {
 
@@ -62,30 +63,30 @@ void addBorder(CLI::App& command, mvBorder& border) {
         ->check(CLI::IsMember({"mirror", "zero"}));
 }
 
-std::string complaintOfTile(const std::string& text) {
-    const bool isNumber = !text.empty() && text.size() < 5 &&
-                          text.find_first_not_of("0123456789") == std::string::npos;
-    const unsigned long side = isNumber ? std::stoul(text) : 0;
-    const bool isGood = std::has_single_bit(side) && side <= kLargestSide;
-    return isGood ? "" : "'" + text + "' is no power of two up to 2048";
+void addTile(CLI::App& command, std::optional<long>& tile) {
+    const auto take = [&tile](long side) {
+        if (!std::has_single_bit(static_cast<unsigned long>(side))) {
+            throw CLI::ValidationError("--tile", std::to_string(side) + " is no power of two");
+        }
+        tile = side;
+    };
+    addWhole(command, "--tile",
+             "Side of the tiles that a larger picture is cut into, a power of two up to 2048; 1024 "
+             "if not given, or 2048 where that is less work",
+             take, 1, kLargestSide);
 }
 
 }  // namespace
 
 void addPlaneOptions(CLI::App& command, PlaneOptions& options, bool canChoose) {
     addBorder(command, options.border);
-    if (canChoose) {
-        command
-            .add_option("--tile", options.tile,
-                        "Side of the tiles that a larger picture is cut into, a power of two up to "
-                        "2048; 1024 if not given, or 2048 where that is less work")
-            ->check(CLI::Validator(complaintOfTile, ""));
-    }
-    command
-        .add_option("--margin", options.margin,
-                    "Pels around the picture, or around each of its tiles, that are filtered with "
-                    "it; as far as the filter reaches, or a quarter of the plane, if not given")
-        ->check(CLI::Range(0l, kLargestSide / 2 - 1));
+    if (canChoose) addTile(command, options.tile);
+    addWhole(
+        command, "--margin",
+        "Pels around the picture, or around each of its tiles, that are filtered with it; as far "
+        "as "
+        "the filter reaches, or a quarter of the plane, if not given",
+        [&options](long margin) { options.margin = margin; }, 0, kLargestSide / 2 - 1);
 }
 
 PlaneChoice choosePlane(const mv_PelBuffer& picture, const FilterRecipe& recipe,

@@ -1,56 +1,21 @@
 // Grey pictures in PNG files, by libpng.
 #include "png_picture.h"
 
-#include <png.h>
 #include <sys/stat.h>
 
-#include <array>
 #include <bit>
 #include <cerrno>
-#include <csetjmp>
 #include <cstdio>
 #include <memory>
+#include <string_view>
 
 #include "attention.h"
 #include "failure.h"
-#include "output_file.h"
+#include "png_state.h"
+#include "size_text.h"
+#include "standard_names.h"
 
 namespace {
-
-using ErrorText = std::array<char, 256>;
-
-extern "C" void keepError(png_structp png, png_const_charp message) {
-    auto* text = static_cast<ErrorText*>(png_get_error_ptr(png));
-    std::snprintf(text->data(), text->size(), "%s", message);
-    png_longjmp(png, 1);
-}
-
-extern "C" void ignoreWarning(png_structp, png_const_charp) {}
-
-// libpng's state of one file, with the text of its last error.
-struct ReadState {
-    ErrorText error{};
-    png_structp png =
-        png_create_read_struct(PNG_LIBPNG_VER_STRING, &error, keepError, ignoreWarning);
-    png_infop info = png_create_info_struct(png);
-    ~ReadState() { png_destroy_read_struct(&png, &info, nullptr); }
-};
-
-struct WriteState {
-    ErrorText error{};
-    png_structp png =
-        png_create_write_struct(PNG_LIBPNG_VER_STRING, &error, keepError, ignoreWarning);
-    png_infop info = png_create_info_struct(png);
-    ~WriteState() { png_destroy_write_struct(&png, &info); }
-};
-
-// libpng reports errors by longjmp: `steps` must not own anything that has a destructor.
-template <class State, class Steps>
-void guarded(State& state, Steps steps) {
-    if (!state.info) throw std::bad_alloc();
-    if (setjmp(png_jmpbuf(state.png))) throw Failure(state.error.data());
-    steps(state.png, state.info);
-}
 
 class Reader {
   public:
@@ -64,6 +29,25 @@ class Reader {
     long width() const { return static_cast<long>(png_get_image_width(state_.png, state_.info)); }
     long height() const { return static_cast<long>(png_get_image_height(state_.png, state_.info)); }
     int depth() const { return png_get_bit_depth(state_.png, state_.info); }
+
+    // Whether the file bears the program's name.
+    bool isOwn() {
+        png_textp texts = nullptr;
+        const int count = png_get_text(state_.png, state_.info, &texts, nullptr);
+        for (int i = 0; i < count; ++i) {
+            if (std::string_view(texts[i].key) == kPngSoftware &&
+                std::string_view(texts[i].text) == kPngProgram) {
+                return true;
+            }
+        }
+        return false;
+    }
+
+    const char* colour() const {
+        const int type = png_get_color_type(state_.png, state_.info);
+        if (type == PNG_COLOR_TYPE_PALETTE) return "palette";
+        return (type & PNG_COLOR_MASK_COLOR) != 0 ? "colour" : "grey";
+    }
 
     // What the samples take before they are compressed.
     unsigned long long bytes() const {
@@ -102,7 +86,7 @@ class Reader {
         });
     }
 
-    ReadState state_;
+    PngReadState state_;
 };
 
 template <class T>
@@ -125,7 +109,12 @@ mvPelBuffer<T> readPels(Reader& reader) {
 
 using File = std::unique_ptr<std::FILE, int (*)(std::FILE*)>;
 
+int leaveOpen(std::FILE*) {
+    return 0;
+}
+
 File openPicture(const std::string& path) {
+    if (isStandard(path)) return {stdin, &leaveOpen};
     File file(std::fopen(path.c_str(), "rb"), &std::fclose);
     if (!file) throw Failure(systemText(errno));
     struct stat status {};
@@ -151,47 +140,46 @@ Picture decoded(std::FILE* file) {
     return readPels<unsigned char>(reader);
 }
 
-Picture readPng(const std::string& path) {
+template <class Use>
+auto usePng(const std::string& path, Use use) {
     const File file = openPicture(path);
     try {
-        return decoded(file.get());
+        return use(file.get());
     } catch (const Failure&) {
         if (std::feof(file.get())) throw Failure("The file ends early");
         throw;
     }
 }
 
+// Names the file that fails.
+template <class Use>
+auto useNamed(const std::string& path, Use use) {
+    try {
+        return usePng(path, use);
+    } catch (const Failure& failure) {
+        throw Failure(inputName(path) + ": " + failure.what());
+    }
+}
+
 }  // namespace
 
 Picture readPicture(const std::string& path) {
+    return useNamed(path, decoded);
+}
+
+bool isOwnPicture(const std::string& path) {
     try {
-        return readPng(path);
-    } catch (const Failure& failure) {
-        throw Failure(path + ": " + failure.what());
+        return usePng(path, [](std::FILE* file) { return Reader(file).isOwn(); });
+    } catch (const Failure&) {
+        return false;
     }
 }
 
-template <class T>
-void writePicture(OutputFile& file, const mvPelBuffer_const<T>& picture) {
-    WriteState state;
-    guarded(state, [&](png_structp png, png_infop info) {
-        png_init_io(png, file.stream());
-        png_set_IHDR(png, info, static_cast<png_uint_32>(picture.width()),
-                     static_cast<png_uint_32>(picture.height()), 8 * sizeof(T), PNG_COLOR_TYPE_GRAY,
-                     PNG_INTERLACE_NONE, PNG_COMPRESSION_TYPE_DEFAULT, PNG_FILTER_TYPE_DEFAULT);
-        png_write_info(png, info);
-        if (std::endian::native == std::endian::little) png_set_swap(png);
+std::string pictureReport(const std::string& path) {
+    return useNamed(path, [](std::FILE* file) {
+        Reader reader(file);
+        return "PNG picture\n  size: " + sizeText({reader.width(), reader.height()}) +
+               "\n  depth: " + std::to_string(reader.depth()) + " bits, " + reader.colour() +
+               (reader.isOwn() ? "\n  written by: mvfreq\n" : "\n");
     });
-    beginStage("writing", picture.height());
-    for (long y = 0; y < picture.height(); ++y) {
-        checkInterrupted();
-        const void* row = picture.pointToRow(y);
-        guarded(state, [row](png_structp png, png_infop) {
-            png_write_row(png, static_cast<png_const_bytep>(row));
-        });
-    }
-    guarded(state, [](png_structp png, png_infop) { png_write_end(png, nullptr); });
 }
-
-template void writePicture(OutputFile&, const mvPelBuffer_const<unsigned char>&);
-template void writePicture(OutputFile&, const mvPelBuffer_const<unsigned short>&);

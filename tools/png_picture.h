@@ -6,8 +6,6 @@
 #include <string>
 #include <variant>
 
-class OutputFile;
-
 /// A grey picture with as many bits a pel as its file has.
 using Picture = std::variant<mvPelBuffer<unsigned char>, mvPelBuffer<unsigned short>>;
 
@@ -19,6 +17,8 @@ using Picture = std::variant<mvPelBuffer<unsigned char>, mvPelBuffer<unsigned sh
 /// file: a size that so few bytes cannot hold is refused before any pel is decoded.
 Picture readPicture(const std::string& path);
 
-/// Writes a grey PNG of 8 or 16 bits a pel, by the pel type.
-template <class T>
-void writePicture(OutputFile& file, const mvPelBuffer_const<T>& picture);
+/// True for a PNG that this program wrote, by the text that it bears.
+bool isOwnPicture(const std::string& path);
+
+/// What `info` says of a picture, without decoding it. Throws a Failure for what is no PNG.
+std::string pictureReport(const std::string& path);

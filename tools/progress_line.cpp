@@ -6,6 +6,8 @@
 #include <cstdio>
 #include <utility>
 
+#include "printable.h"
+
 ProgressLine::ProgressLine(std::function<std::string()> state)
     : state_(std::move(state)), onTerminal_(isatty(STDERR_FILENO) == 1) {}
 
@@ -28,7 +30,7 @@ void ProgressLine::show() {
 void ProgressLine::say(const std::string& text) {
     const std::lock_guard lock(mutex_);
     clear();
-    std::fprintf(stderr, "%s\n", text.c_str());
+    std::fprintf(stderr, "%s\n", printable(text).c_str());
 }
 
 void ProgressLine::hide() {

@@ -7,6 +7,7 @@
 
 #include "axes.h"
 #include "output_file.h"
+#include "picture_output.h"
 #include "png_picture.h"
 #include "windowed_spectrum.h"
 
@@ -15,9 +16,9 @@ namespace {
 using Magnitudes = mvPelBuffer<double>;
 
 // The frequencies up to `most` on both axes, the zero one still in the middle.
-Magnitudes middle(const Magnitudes& plane, std::optional<double> most) {
+Magnitudes middle(const Magnitudes& plane, double most) {
     const long side = plane.width();
-    const long bins = std::max(std::lround(most.value_or(0.5) * static_cast<double>(side)), 1l);
+    const long bins = std::max(std::lround(most * static_cast<double>(side)), 1l);
     if (bins >= side / 2) return plane;
     return plane.window(side / 2 - bins, side / 2 - bins, 2 * bins + 1, 2 * bins + 1);
 }

@@ -1,13 +1,11 @@
 // The spectrum of a picture as a picture.
 #pragma once
 
-#include <optional>
-
 #include "picture_arguments.h"
 
 struct SpectrumOptions {
     bool axes = false;
-    std::optional<double> maxFrequency;
+    double maxFrequency = 0.5;
 };
 
 /// Writes the logarithm of the magnitudes as a square 8-bit picture, the zero frequency at column

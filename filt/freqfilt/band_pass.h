@@ -9,8 +9,8 @@ class Ring;
 }
 
 /// Keeps the frequencies on a ring around DC and clears the others: 1 on the flat top, falling as
-/// exp(-(distance - plateau)^2 / (2 sigma^2)) beyond it, 0 from about four sigmas on. A frequency
-/// of 0 makes a low-pass filter.
+/// exp(-(distance - plateau)^2 / (2 sigma^2)) beyond it, 0 from a distance of
+/// 4 sigma + plateau + 0.05 cycles per pixel on. A frequency of 0 makes a low-pass filter.
 ///
 /// Afterwards the square around DC is cleared, R being the DC removal radius. This square, the form
 /// between two buffers and `==` are those of mvResponseFilter.

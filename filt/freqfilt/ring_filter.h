@@ -22,7 +22,8 @@ extern template class mvResponseFilter<mvRingParameters>;
 ///
 /// The ring's radius is `frequency`; the response has a flat top of half-width `plateau` and
 /// Gaussian flanks of width `sigma`, all in cycles per pixel of the filter's width. It is stored as
-/// a radial profile, 32 gains per frequency bin, and ends about four sigmas from the ring.
+/// a radial profile, 32 gains per frequency bin, and ends 4 sigma + plateau + 0.05 from the
+/// ring.
 ///
 /// Getters and setters throw mvFrequencyDefs::Uninitialized while there is no response. A setter
 /// with the stored value does nothing; any other builds the filter anew and throws what `set`

@@ -67,8 +67,9 @@ INSTANTIATE_TEST_SUITE_P(
         Wrong{{"bandpass", "--sigma", "0.1", "in.png", "out.png"}, "--frequency is required"},
         Wrong{{"bandpass", "--frequency", "0.1", "in.png", "out.png"}, "--sigma is required"},
         Wrong{{"convolve", "--kernel", "in.png", "--tile", "0", "in.png", "out.png"},
-              "--tile: '0' is no power of two up to 2048"},
-        Wrong{{"convolve", "--kernel", "in.png", "--tile", "1000", "in.png", "out.png"}, "--tile"},
+              "--tile: 0 is not within 1 to 2048"},
+        Wrong{{"convolve", "--kernel", "in.png", "--tile", "1000", "in.png", "out.png"},
+              "--tile: 1000 is no power of two"},
         Wrong{{"convolve", "--kernel", "in.png", "--tile", "4096", "in.png", "out.png"}, "--tile"},
         Wrong{{"convolve", "--kernel", "in.png", "--tile", "-64", "in.png", "out.png"}, "--tile"},
         Wrong{{"convolve", "--kernel", "in.png", "--tile", "", "in.png", "out.png"}, "--tile"},
@@ -82,8 +83,13 @@ INSTANTIATE_TEST_SUITE_P(
         Wrong{{"convolve", "--kernel", "in.png", "--jobs", "0", "in.png", "out.png"}, "--jobs"},
         Wrong{{"apply", "--tile", "64", "filter.mva", "in.png", "out.png"},
               "--tile: there is no such option"},
-        Wrong{{"convolve", "--kernel", "in.png", "--signed", "--rescale", "in.png", "out.png"},
+        Wrong{{"convolve", "--kernel", "in.png", "--rescale", "101", "in.png", "out.png"},
+              "--rescale: 101 is not within 0 to 100"},
+        Wrong{{"convolve", "--kernel", "in.png", "--rescale", "0", "in.png", "out.png"},
               "--rescale"},
+        Wrong{{"convolve", "--kernel", "in.png", "--rescale=", "in.png", "out.png"},
+              "--rescale: 'in.png' is no number"},
+        Wrong{{"spectrum", "--force", "--skip-existing", "in.png", "out.png"}, "--force"},
         Wrong{{"bandpass", "--frequency", "low", "--sigma", "0.1", "in.png", "out.png"},
               "--frequency"},
         Wrong{{"convolve", "in.png", "out.png"}, "--kernel is required"},
@@ -94,7 +100,28 @@ INSTANTIATE_TEST_SUITE_P(
     ::testing::Values(
         ring("bandpass", "0.6", "0.1", "0", "0", "Frequency must be between 0.0 and 0.5."),
         ring("bandreject", "-0.1", "0.1", "0", "0", "Frequency must be between 0.0 and 0.5."),
-        ring("gabor", "nan", "0.1", "0", "0", "Frequency must be between 0.0 and 0.5."),
+        ring("gabor", "nan", "0.1", "0", "0", "--frequency: 'nan' is no number"),
+        ring("gabor", "", "0.1", "0", "0", "--frequency: '' is no number"),
+        ring("gabor", "0.1 ", "0.1", "0", "0", "--frequency: '0.1 ' is no number"),
+        ring("gabor", "0,1", "0.1", "0", "0", "--frequency: '0,1' is no number"),
+        ring("bandpass", "0.1", "inf", "0", "0", "--sigma: 'inf' is no number"),
+        ring("bandpass", "0.1", "", "0", "0", "--sigma: '' is no number"),
+        ring("bandpass", "0.1", "0.1", "", "0", "--plateau: '' is no number"),
+        ring("bandpass", "0.1", "0.1", "1e999", "0", "--plateau: '1e999' is no number"),
+        ring("bandpass", "0.1", "0.1", "0", "", "--dc-radius: '' is no whole number"),
+        ring("bandpass", "0.1", "0.1", "0", "1.5", "--dc-radius: '1.5' is no whole number"),
+        ring("bandpass", "0.1", "0.1", "0", "1e2", "--dc-radius: '1e2' is no whole number"),
+        Wrong{{"gabor", "--frequency", "0.1", "--sigma", "0.1", "--angle", "", "in.png", "out.png"},
+              "--angle: '' is no number"},
+        Wrong{{"gabor", "--frequency", "0.1", "--sigma", "0.1", "--sigma-across=", "in.png",
+               "out.png"},
+              "--sigma-across: 'in.png' is no number"},
+        Wrong{{"spectrum", "--max-frequency", "", "in.png", "out.png"},
+              "--max-frequency: '' is no number"},
+        Wrong{{"spectrum", "--max-frequency", "0", "in.png", "out.png"}, "--max-frequency"},
+        Wrong{{"spectrum", "--max-frequency", "0.6", "in.png", "out.png"},
+              "--max-frequency: 0.6 is not within 0 to 0.5"},
+        Wrong{{"spectrum", "--jobs", "", "in.png", "out.png"}, "--jobs: '' is no whole number"},
         ring("bandpass", "0.1", "0", "0", "0", "Sigma must be positive."),
         ring("gaborreject", "0.1", "-1", "0", "0", "Sigma values must be positive."),
         ring("bandreject", "0.1", "0.1", "-1", "0", "Plateau cannot be negative."),
@@ -113,6 +140,25 @@ TEST_F(CommandLine, TakesANegativeAngle) {
     writePng(path("in.png"), noisePng(16, 8, 8));
     succeed(
         {"gabor", "--frequency", "0.1", "--sigma", "0.1", "--angle", "-45", "in.png", "out.png"});
+}
+
+TEST_F(CommandLine, TakesPlusSignsAndExponents) {
+    writePng(path("in.png"), noisePng(16, 8, 8));
+    const auto result = [&](const char* frequency, const char* sigma) {
+        succeed({"bandreject", "--frequency", frequency, "--sigma", sigma, "in.png", "out.png"});
+        return contents("out.png");
+    };
+    EXPECT_EQ(result("+0.1", "5e-2"), result("0.1", "0.05"));
+}
+
+TEST_F(CommandLine, FailsWhenItsHelpCannotBeWritten) {
+    if (!std::filesystem::exists("/dev/full")) GTEST_SKIP() << "no /dev/full here";
+    for (const char* command : {"--help", "--version", "bandpass --help"}) {
+        const std::string run =
+            std::string("'" MVFREQ_PROGRAM "' ") + command + " >/dev/full 2>'" + path("err") + "'";
+        EXPECT_EQ(WEXITSTATUS(std::system(run.c_str())), 1) << command;
+        EXPECT_EQ(contents("err"), "mvfreq: standard output: No space left on device\n");
+    }
 }
 
 // The indented lines below "Example:", as they are pasted into a shell.

@@ -9,8 +9,8 @@ class View : public ProgramTest {
     void SetUp() override { writePng(path("in.png"), noisePng(64, 32, 8)); }
 
     PngFile of(Arguments command, const Arguments& options = {}) {
-        command.insert(command.end(),
-                       {"--border", "zero", "--save", "filter.mva", "in.png", "out.png"});
+        command.insert(command.end(), {"--border", "zero", "--rescale", "--save", "filter.mva",
+                                       "in.png", "out.png"});
         succeed(command);
         Arguments view{"view", "filter.mva", "response.png"};
         view.insert(view.end(), options.begin(), options.end());

@@ -138,7 +138,11 @@ TEST_F(ManyPictures, AreRefusedWhenTheirResultsWouldMeet) {
     } cases[] = {
         {{"8-8.png", "more/8-8.png", "--out-dir", "results"},
          "mvfreq: results/8-8.png: the results of 8-8.png and more/8-8.png have this name\n"},
-        {{"8-8.png", "--out-dir", "."}, "mvfreq: 8-8.png: its result would replace it\n"},
+        {{"8-8.png", "--out-dir", "."},
+         "mvfreq: ./8-8.png: is an input of this call (--force replaces it)\n"},
+        {{"8-8.png", "--out-dir", "-"}, "mvfreq: --out-dir: the name of a folder is missing\n"},
+        {{"-", "--out-dir", "results"},
+         "mvfreq: -: a picture from standard input has no name for --out-dir\n"},
         {{"8-8.png", "20-8.png", "--out-dir", ""},
          "mvfreq: --out-dir: the name of a folder is missing\n"},
         {{"8-8.png", "20-8.png", "33-8.png"},
@@ -162,6 +166,32 @@ TEST_F(ManyPictures, HaveNoOutputsThatThereIsOneNameFor) {
         EXPECT_NE(outcome.err.find("--out-dir"), std::string::npos) << outcome.err;
         EXPECT_FALSE(fs::exists(path("one.file")));
     }
+}
+
+TEST_F(ManyPictures, GoOnWhereAStoppedRunEnded) {
+    succeed(all(all(bandPass_, {"8-8.png", "20-8.png"}), toResults_));
+    const auto before = fs::last_write_time(path("results/8-8.png"));
+    const Outcome outcome =
+        succeed(all(all(all(bandPass_, inputs_), toResults_), {"--skip-existing"}));
+    EXPECT_EQ(outcome.out, "6 pictures done, 2 skipped\n");
+    EXPECT_EQ(fs::last_write_time(path("results/8-8.png")), before);
+    EXPECT_EQ(succeed(all(all(all(bandPass_, inputs_), toResults_), {"--skip-existing"})).out,
+              "0 pictures done, 8 skipped\n");
+    EXPECT_EQ(succeed(all(all(bandPass_, inputs_), toResults_)).out, "8 pictures done\n");
+}
+
+TEST_F(ManyPictures, AreNotTriedWhenAResultWouldReplaceAnothersFile) {
+    fs::create_directory(path("results"));
+    fs::copy(path("8-8.png"), path("results/20-8.png"));
+    const Outcome outcome = run(all(all(bandPass_, inputs_), toResults_));
+    EXPECT_EQ(outcome.exitCode, 2);
+    EXPECT_EQ(
+        outcome.err.rfind("mvfreq: results/20-8.png: exists, and is no picture that mvfreq", 0), 0u)
+        << outcome.err;
+    EXPECT_EQ(std::distance(fs::directory_iterator(path("results")), {}), 1);
+    EXPECT_EQ(contents("results/20-8.png"), contents("8-8.png"));
+    EXPECT_EQ(run(all(all(all(bandPass_, inputs_), toResults_), {"--force"})).out,
+              "8 pictures done\n");
 }
 
 // The second picture is a pipe in which nothing comes, so the test knows what is done by then.

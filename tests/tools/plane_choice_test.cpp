@@ -44,7 +44,7 @@ TEST_P(PlaneChoice, IsThatOfTheLibrarysCall) {
     const Size size = GetParam().picture;
     const PngFile picture = noisePng(size.x, size.y, 8);
     writePng(path("in.png"), picture);
-    succeed(arguments());
+    ASSERT_EQ(run(arguments()).exitCode, 0);
     const std::string report = succeed({"info", "filter.mva"}).out;
     EXPECT_NE(report.find("size: " + std::to_string(GetParam().plane.x) + " x " +
                           std::to_string(GetParam().plane.y) + "\n"),
@@ -143,7 +143,9 @@ TEST_F(Pictures, OfAPowerOfTwoShowNoEdges) {
     for (const long side : {256, 512, 1024}) {
         writePng(path("in.png"),
                  greyPng(side, side, 8, [=](long x, long) { return 255 * x / side; }));
-        succeed({"bandpass", "--frequency", "0.1", "--sigma", "0.03", "in.png", "out.png"});
+        ASSERT_EQ(run({"bandpass", "--frequency", "0.1", "--sigma", "0.03", "in.png", "out.png"})
+                      .exitCode,
+                  0);
         const PngFile result = readPng(path("out.png"));
         EXPECT_LE(*std::max_element(result.samples.begin(), result.samples.end()), 2u) << side;
     }

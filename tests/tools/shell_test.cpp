@@ -32,9 +32,10 @@ TEST_F(Shell, CompletesCommands) {
 }
 
 TEST_F(Shell, CompletesTheOptionsOfACommand) {
-    EXPECT_EQ(completions("mvfreq gabor --s"), "--sigma --sigma-across --signed --save\n");
+    EXPECT_EQ(completions("mvfreq gabor --s"),
+              "--sigma --sigma-across --skip-existing --signed --save\n");
     EXPECT_EQ(completions("mvfreq spectrum in.png --"),
-              "--help --out-dir --jobs --axes --max-frequency --border\n");
+              "--help --out-dir --jobs --force --skip-existing --axes --max-frequency --border\n");
     EXPECT_EQ(completions("mvfreq bandpass --o"), "--out-dir\n");
 }
 

@@ -51,7 +51,8 @@ for command in $("$program" --help | sed -n '/^Subcommands:/,/^$/s/^  \([a-z]*\)
 done
 cat <<'TAIL'
 .SH FILES
-Output files appear whole or not at all. One that exists is replaced.
+Output files appear whole or not at all. One that exists is replaced when mvfreq wrote it, and any
+other one, an input too, by \-\-force. The name \- is standard input, or standard output.
 The pictures of the examples come with the sources; Debian has them in
 .IR /usr/share/doc/mvfreq\-doc .
 .SH "EXIT STATUS"

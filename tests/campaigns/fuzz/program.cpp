@@ -6,6 +6,7 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -19,6 +20,7 @@
 #include "tools/command_line.h"
 #include "tools/failure.h"
 #include "tools/output_file.h"
+#include "tools/picture_output.h"
 #include "tools/png_picture.h"
 
 namespace {
@@ -132,11 +134,18 @@ void tolerate(Call call) {
     }
 }
 
+// What the fuzzer itself was given to read is none of its inputs.
+bool usesStandardStreams(const std::vector<std::string>& arguments) {
+    return std::any_of(arguments.begin(), arguments.end(), [](const std::string& argument) {
+        return argument == "-" || argument.ends_with("=-");
+    });
+}
+
 void run(std::string_view lines) {
     const std::vector<std::string> arguments = argumentsOf(lines);
     const Work work = readArguments(arguments);
     const bool staysHere = lines.find('/') == std::string_view::npos;
-    if (staysHere && !asksForMuch(arguments)) work();
+    if (staysHere && !asksForMuch(arguments) && !usesStandardStreams(arguments)) work();
 }
 
 }  // namespace

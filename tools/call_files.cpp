@@ -1,0 +1,159 @@
+// The files of one call, and what it may replace.
+#include "call_files.h"
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <cctype>
+#include <cerrno>
+#include <filesystem>
+#include <set>
+#include <string_view>
+#include <utility>
+
+#include "failure.h"
+#include "filter_archive.h"
+#include "png_picture.h"
+#include "standard_names.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+// What a file is, whatever name it is given.
+using Identity = std::pair<dev_t, ino_t>;
+
+std::optional<Identity> identityOf(const std::string& path) {
+    struct stat status {};
+    if (stat(path.c_str(), &status) != 0) return std::nullopt;
+    return Identity(status.st_dev, status.st_ino);
+}
+
+std::set<Identity> identitiesOf(const std::vector<std::string>& paths) {
+    std::set<Identity> identities;
+    for (const std::string& path : paths) {
+        if (const auto identity = identityOf(path)) identities.insert(*identity);
+    }
+    return identities;
+}
+
+std::string endingOf(const std::string& path) {
+    std::string ending = fs::path(path).extension();
+    std::transform(ending.begin(), ending.end(), ending.begin(),
+                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+    return ending;
+}
+
+bool namesOtherPicture(const std::string& path) {
+    constexpr std::array<std::string_view, 13> endings = {".jpg", ".jpeg", ".jpe",  ".tif", ".tiff",
+                                                          ".bmp", ".gif",  ".webp", ".pgm", ".pnm",
+                                                          ".ppm", ".heic", ".avif"};
+    return std::find(endings.begin(), endings.end(), endingOf(path)) != endings.end();
+}
+
+void requireName(const Output& output) {
+    if (output.path.empty()) throw BadArgument("output: the name of a file is missing");
+    if (!output.isGiven) return;
+    const bool isOther = namesOtherPicture(output.path);
+    if (output.role == Role::picture && isOther) {
+        throw BadArgument(output.path + ": pictures are written as PNG; call it " +
+                          fs::path(output.path).replace_extension(".png").string());
+    }
+    if (output.role == Role::archive && (isOther || endingOf(output.path) == ".png")) {
+        throw BadArgument(output.path + ": a filter is written as an archive, not as a picture");
+    }
+}
+
+bool isArchive(const std::string& path) {
+    try {
+        return loadFilter(path) != nullptr;
+    } catch (const Failure&) {
+        return false;
+    }
+}
+
+// What this program has written it may write again.
+void requireOwn(const Output& output) {
+    if (output.role == Role::picture && !isOwnPicture(output.path)) {
+        throw BadArgument(output.path +
+                          ": exists, and is no picture that mvfreq wrote (--force replaces it; "
+                          "several inputs need --out-dir)");
+    }
+    if (output.role == Role::archive && !isArchive(output.path)) {
+        throw BadArgument(output.path + ": exists, and is no filter (--force replaces it)");
+    }
+}
+
+void requireFree(const Output& output, const std::set<Identity>& inputs) {
+    const std::optional<Identity> identity = identityOf(output.path);
+    if (!identity) return;
+    if (inputs.contains(*identity)) {
+        throw BadArgument(output.path + ": is an input of this call (--force replaces it)");
+    }
+    std::error_code ignored;
+    if (!fs::is_regular_file(output.path, ignored) || fs::file_size(output.path, ignored) == 0) {
+        return;
+    }
+    requireOwn(output);
+}
+
+void requireNoTerminal() {
+    if (isatty(STDOUT_FILENO) == 1) {
+        throw BadArgument("-: standard output is a terminal, which shows no files");
+    }
+}
+
+void requirePossibleName(const Output& output) {
+    struct stat ignored {};
+    if (stat(output.path.c_str(), &ignored) != 0 && errno == ENAMETOOLONG) {
+        throw BadArgument(output.path + ": " + systemText(ENAMETOOLONG));
+    }
+}
+
+void requireNoFolder(const Output& output) {
+    std::error_code ignored;
+    if (!fs::is_directory(output.path, ignored)) return;
+    throw BadArgument(output.path + ": is a folder (--out-dir writes pictures into one)");
+}
+
+}  // namespace
+
+CLI::Option* addForce(CLI::App& command, Existing& existing) {
+    return command.add_flag("--force", existing.force,
+                            "Replace inputs, and files that mvfreq did not write");
+}
+
+CLI::Option* addOutput(CLI::App& command, const char* name, std::optional<std::string>& path,
+                       const char* help) {
+    const auto take = [name, &path](const std::string& text) {
+        if (text.empty()) throw CLI::ValidationError(name, "the name of a file is missing");
+        path = text;
+    };
+    return command.add_option_function<std::string>(name, take, help);
+}
+
+void requireFreeOutputs(const std::vector<std::string>& inputs, const std::vector<Output>& outputs,
+                        const Existing& existing) {
+    const std::set<Identity> identities = identitiesOf(inputs);
+    for (const Output& output : outputs) {
+        requireName(output);
+        if (isStandard(output.path)) {
+            requireNoTerminal();
+            continue;
+        }
+        requirePossibleName(output);
+        requireNoFolder(output);
+        if (!existing.force) requireFree(output, identities);
+    }
+}
+
+void requireInputs(const std::vector<std::string>& inputs) {
+    if (std::find(inputs.begin(), inputs.end(), "") != inputs.end()) {
+        throw BadArgument("input: the name of a file is missing");
+    }
+    if (std::count_if(inputs.begin(), inputs.end(), isStandard) > 1) {
+        throw BadArgument("-: standard input can be read only once");
+    }
+}
