@@ -2,6 +2,7 @@
 #include <filt/fft/internal/buffer_access.h>
 #include <filt/fft/internal/kernel/spectrum_factors.h>
 #include <filt/fft/internal/kernel/spectrum_gains.h>
+#include <filt/fft/internal/kernel/spectrum_row_gains.h>
 #include <filt/freqfilt/band_pass.h>
 #include <filt/freqfilt/band_reject.h>
 #include <filt/freqfilt/gabor.h>
@@ -39,8 +40,8 @@ SpectrumGains gains(const mvRingParameters& parameters, const mvFilterResponse& 
     return spectrumGains(ring, keepsOutside, parameters.dcRadius);
 }
 
-SpectrumGains gains(const mvLobeParameters& parameters, const mvFilterResponse& patch,
-                    bool keepsOutside) {
+SpectrumRowGains gains(const mvLobeParameters& parameters, const mvFilterResponse& patch,
+                       bool keepsOutside) {
     return spectrumGains(PatchPlacement(parameters, patch), patch, keepsOutside,
                          parameters.dcRadius);
 }
@@ -50,8 +51,9 @@ HalfFilter halfOf(const mvResponseFilter<P>& filter, bool keepsOutside) {
     const auto& parameters = FilterAccess::parameters(filter);
     const mvFilterResponse& response = FilterAccess::response(filter);
     if (!fits(parameters, response)) return nullptr;
-    auto result = std::make_unique<SpectrumGains>(gains(parameters, response, keepsOutside));
-    return result->isEmpty() ? nullptr : std::move(result);
+    auto half = gains(parameters, response, keepsOutside);
+    if (half.isEmpty()) return nullptr;
+    return std::make_unique<decltype(half)>(std::move(half));
 }
 
 HalfFilter halfOf(const mvFrequencyFilterImage& filter) {
@@ -70,12 +72,12 @@ const Filter* exactly(const mvFrequencyFilter& filter) {
 }  // namespace
 
 HalfFilter halfFilterOf(const mvFrequencyFilter& filter, bool forDoubles) {
-    if (const auto* ring = exactly<mvFrequencyFilterBandPass>(filter)) return halfOf(*ring, false);
+    if (const auto* pass = exactly<mvFrequencyFilterBandPass>(filter)) return halfOf(*pass, false);
+    if (const auto* pass = exactly<mvFrequencyFilterGabor>(filter)) return halfOf(*pass, false);
     if (const auto* ring = exactly<mvFrequencyFilterBandReject>(filter)) return halfOf(*ring, true);
-    if (const auto* lobe = exactly<mvFrequencyFilterGabor>(filter)) return halfOf(*lobe, false);
-    if (const auto* lobe = exactly<mvFrequencyFilterGaborReject>(filter))
-        return halfOf(*lobe, true);
-    const auto* image = exactly<mvFrequencyFilterImage>(filter);
+    const auto* const lobe = exactly<mvFrequencyFilterGaborReject>(filter);
+    if (lobe != nullptr) return halfOf(*lobe, true);
+    const auto* const image = exactly<mvFrequencyFilterImage>(filter);
     return image != nullptr && !forDoubles ? halfOf(*image) : nullptr;
 }
 

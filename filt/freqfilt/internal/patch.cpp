@@ -5,6 +5,7 @@
 #include <internal/product.h>
 
 #include <cmath>
+#include <utility>
 #include <vector>
 
 namespace mvi {
@@ -89,92 +90,81 @@ PatchPlacement::PatchPlacement(const mvLobeParameters& lobe, const mvFilterRespo
 
 namespace {
 
-// The gains of a lobe on half a plane, row by row.
-class HalfPlaneOfLobe {
+// The gains of a lobe in rows of a plane, where DC is column 0.
+class LobeRows {
   public:
-    HalfPlaneOfLobe(const PatchPlacement& at, const mvFilterResponse& patch, bool keepsOutside,
-                    long dcRadius)
+    LobeRows(const PatchPlacement& at, const mvFilterResponse& patch, float outside, long dcRadius)
         : at_(at),
           patch_(patch),
-          outside_(keepsOutside ? 1.0f : kClearedGain),
+          outside_(outside),
           dcRadius_(dcRadius),
-          middle_(at.width / 2),
           begin_(std::max(at.colMin, 0L)),
           end_(std::max(at.colEnd(patch), begin_)) {}
 
-    // How many columns from 0 on have a gain, directly or mirrored.
-    long columns() const {
-        if (outside_ == outside_ || begin_ == 0) return middle_ + 1;
-        if (begin_ == end_) return 1;
-        return std::max(end_ - 1 - middle_, middle_ - begin_) + 1;
+    // The first of the columns 0 to W/2 that has a gain, directly or opposite of it, and the end.
+    mvPair<long> columns() const {
+        const long middle = at_.width / 2, first = begin_ - middle, last = end_ - 1 - middle;
+        if (begin_ == end_) return {0, 0};
+        const long least = first > 0 ? first : last < 0 ? -last : 0;
+        return {least, std::max(std::abs(first), std::abs(last)) + 1};
     }
 
-    // The gains of row y of the plane: column x stands at middle + x, and column W/2 at 0.
-    void direct(long y, std::vector<float>& gains) const {
-        const float* const patch = clearAndFind(y, gains);
-        if (patch != nullptr) {
-            for (long c = std::max(begin_, middle_); c < end_; ++c) {
-                at(gains, c - middle_) = patch[c - at_.colMin];
-            }
-            if (begin_ == 0 && end_ > 0) gains.back() = patch[-at_.colMin];
-        }
-        protect(y, gains, 0);
-    }
+    bool reaches(long y) const { return rowOfPatch(y) != nullptr; }
 
-    // Those of the elements (W - x, H - y), which stand at middle - x.
-    void mirrored(long y, std::vector<float>& gains) const {
-        const float* const patch = clearAndFind(y == 0 ? 0 : at_.height - y, gains);
-        if (patch != nullptr) {
-            const long last = std::min(end_, middle_);
-            for (long c = std::max(begin_, 1L); c < last; ++c) {
-                at(gains, middle_ - c) = patch[c - at_.colMin];
-            }
+    // Whether all gains of row y are those outside.
+    bool isPlain(long y) const { return !reaches(y) && !isInSquare(y); }
+
+    void fill(long y, std::vector<float>& gains) const {
+        std::fill(gains.begin(), gains.end(), outside_);
+        if (const float* const patch = rowOfPatch(y)) {
+            // What stands left of the middle comes behind the rest of the row.
+            const long half = at_.width / 2, middle = std::clamp(half, begin_, end_);
+            const float* const first = patch + (begin_ - at_.colMin);
+            const float* const second = first + (middle - begin_);
+            std::copy(first, second, gains.data() + begin_ + half);
+            std::copy(second, first + (end_ - begin_), gains.data() + middle - half);
         }
-        protect(y, gains, 1);
-        if (outside_ == outside_) return;
-        gains.front() = kClearedGain;
-        if (static_cast<long>(gains.size()) > middle_) gains.back() = kClearedGain;
+        // The square around DC is cleared by a filter that keeps the lobe, and kept by the other.
+        if (!isInSquare(y)) return;
+        std::fill_n(gains.begin(), dcRadius_, outside_);
+        std::fill_n(gains.rbegin(), std::max(dcRadius_ - 1, 0L), outside_);
     }
 
   private:
-    static float& at(std::vector<float>& gains, long i) {
-        return gains[static_cast<std::size_t>(i)];
-    }
+    bool isInSquare(long y) const { return std::min(y, at_.height - y) < dcRadius_; }
 
-    // The row of the patch that lies on row y of the plane; null outside of it.
-    const float* clearAndFind(long y, std::vector<float>& gains) const {
-        std::fill(gains.begin(), gains.end(), outside_);
+    // Null outside of the patch.
+    const float* rowOfPatch(long y) const {
         const long row = (y + at_.height / 2) % at_.height;
         if (row < at_.rowMin || row >= at_.rowEnd(patch_)) return nullptr;
         return patch_.data() + (row - at_.rowMin) * patch_.width();
     }
 
-    // The square around DC is cleared by a filter that keeps the lobe, and kept by the other one.
-    void protect(long y, std::vector<float>& gains, long first) const {
-        if (std::min(y, at_.height - y) >= dcRadius_) return;
-        const long end = std::min(dcRadius_, static_cast<long>(gains.size()));
-        for (long x = first; x < end; ++x) at(gains, x) = outside_;
-    }
-
     const PatchPlacement& at_;
     const mvFilterResponse& patch_;
     float outside_;
-    long dcRadius_, middle_, begin_, end_;
+    long dcRadius_, begin_, end_;
 };
 
 }  // namespace
 
-SpectrumGains spectrumGains(const PatchPlacement& at, const mvFilterResponse& patch,
-                            bool keepsOutside, long dcRadius) {
-    const HalfPlaneOfLobe lobe(at, patch, keepsOutside, dcRadius);
-    SpectrumGains result({at.width, at.height}, lobe.columns());
-    std::vector<float> direct(static_cast<std::size_t>(lobe.columns())), mirrored(direct);
-    for (long y = 0; y < at.height; ++y) {
-        lobe.direct(y, direct);
-        lobe.mirrored(y, mirrored);
-        result.enterBoth(y, direct, mirrored);
+SpectrumRowGains spectrumGains(const PatchPlacement& at, const mvFilterResponse& patch,
+                               bool keepsOutside, long dcRadius) {
+    const LobeRows lobe(at, patch, keepsOutside ? 1.0f : kClearedGain, dcRadius);
+    const mvPair<long> columns = keepsOutside ? mvPair<long>(0, at.width / 2 + 1) : lobe.columns();
+    SpectrumRowGains result({at.width, at.height}, columns.x, columns.y);
+    std::vector<float> gains(static_cast<std::size_t>(at.width));
+    bool isPlain = false;
+    for (long y = 0; y < at.height && columns.x < columns.y; ++y) {
+        if (!keepsOutside && !lobe.reaches(y)) continue;
+        const bool wasPlain = std::exchange(isPlain, lobe.isPlain(y));
+        if (wasPlain && isPlain) {
+            result.repeat(y);
+        } else {
+            lobe.fill(y, gains);
+            result.enter(y, gains);
+        }
     }
-    result.finish();
     return result;
 }
 

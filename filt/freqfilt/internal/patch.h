@@ -1,7 +1,7 @@
 // The patch: a lobe's stored gains and the walk over the plane that applies them.
 #pragma once
 
-#include <filt/fft/internal/kernel/spectrum_gains.h>
+#include <filt/fft/internal/kernel/spectrum_row_gains.h>
 #include <filt/freqfilt/internal/outside.h>
 #include <filt/freqfilt/lobe_filter.h>
 #include <filt/freqfilt/response.h>
@@ -38,10 +38,10 @@ struct PatchPlacement {
     long rowMin, rowMax;  // inclusive
 };
 
-/// The patch's gains on half a plane and, mirrored, on the other half, cleared or 1 outside, and
-/// cleared or 1 on the square of 2 `dcRadius` - 1 frequencies a side around DC.
-SpectrumGains spectrumGains(const PatchPlacement& at, const mvFilterResponse& patch,
-                            bool keepsOutside, long dcRadius);
+/// The patch's gains row by row, cleared or 1 outside, and cleared or 1 on the square of
+/// 2 `dcRadius` - 1 frequencies a side around DC.
+SpectrumRowGains spectrumGains(const PatchPlacement& at, const mvFilterResponse& patch,
+                               bool keepsOutside, long dcRadius);
 
 /// Writes src times the patch's gains to dst, which may be src; outside the patch goes through
 /// `outside`. Gains outside the plane are dropped, elements without a gain are outside.

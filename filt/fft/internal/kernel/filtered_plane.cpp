@@ -31,14 +31,11 @@ FilteredPlane::FilteredPlane(const SpectrumFilter& filter, const KernelPath& pat
     const auto scratch = static_cast<long>(panelScratchFloats(size.x, size.y));
     const long magnitudes = path.lanes * size.y;
     const long half = floatsOf(path, filter.end() - filter.begin(), size.y);
-    const long mirrored = filter.hasMirrored() ? half : 0;
-    memory_ = makeFloats(static_cast<std::size_t>(scratch + magnitudes + half + mirrored));
+    memory_ = makeFloats(static_cast<std::size_t>(scratch + magnitudes + half));
     scratch_ = memory_.get();
     magnitudes_ = scratch_ + scratch;
     float* const spectrum = magnitudes_ + magnitudes;
     spectrum_ = {spectrum, panelPitch(path, size.y), filter.begin(), filter.end()};
-    mirrored_ = spectrum_;
-    mirrored_.first += mirrored;
     makeColumns();
     fillColumnRows();
 }
@@ -78,9 +75,7 @@ void FilteredPlane::passColumns(long filled) {
     for (long x = spectrum_.begin; x < spectrum_.end; x += path_.lanes) {
         const long column = x - spectrum_.begin, panel = column / path_.lanes;
         pollLines(column, column + path_.lanes);
-        filter_.passColumns(
-            path_, x, spectrum_.first + spectrum_.pitch * panel, filled,
-            filter_.hasMirrored() ? mirrored_.first + mirrored_.pitch * panel : nullptr, scratch_);
+        filter_.passColumns(path_, x, spectrum_.first + spectrum_.pitch * panel, filled, scratch_);
     }
     // The polls of the columns that the filter does not leave, of two transpositions and of the
     // mirrored half.
@@ -97,7 +92,7 @@ void FilteredPlane::prepareColumns(long begin, long end) {
     }
     const long rows = rowsLeft(filter_);
     const PanelBlocks to{columns_.data(), static_cast<long>(columns_.size())};
-    const HalfSpectrum half{spectrum_, mirrored_, filter_.size().x, filter_.size().y};
+    const HalfSpectrum half{spectrum_, filter_.size().x, filter_.size().y};
     for (long i = 0; i < rows; i += path_.lanes) {
         const long count = std::min(path_.lanes, rows - i);
         pollLines(i, i + count);

@@ -57,13 +57,13 @@ class FilteredPlane {
     void makeColumns();
     void prepareColumns(long begin, long end);
     void finishColumns(long index, bool squared);
-    void pollLines(long begin, long end);
+    static void pollLines(long begin, long end);
 
     const SpectrumFilter& filter_;
     const KernelPath& path_;
     Floats memory_;
     float *scratch_, *magnitudes_;
-    Panels spectrum_, mirrored_;
+    Panels spectrum_;
     // The columns of the inverse: panels in a few blocks, each of as many panels.
     std::vector<Floats> columnBlocks_;
     std::vector<Panels> columns_;

@@ -41,11 +41,17 @@ struct ColumnGains {
     const std::int32_t* row;
 };
 
-/// A spectrum of width x height frequencies of which only some columns hold data: `direct` holds
-/// columns from 0 to width / 2, `mirrored` the conjugates of those opposite: element (x, y) is that
-/// of column width - x and row -y.
+/// The gains of whole rows of a plane: those of row y begin at `first` + row[y]. A NaN clears.
+struct RowGains {
+    const float* first;
+    const std::int32_t* row;
+};
+
+/// The spectrum of width x height frequencies of a real image, of which only some columns of 0 to
+/// width / 2 hold data, and those opposite: element (width - x, height - y) is the conjugate of
+/// (x, y).
 struct HalfSpectrum {
-    Panels direct, mirrored;
+    Panels columns;
     long width, height;
 };
 
@@ -134,15 +140,19 @@ struct KernelPath : PelRuns<unsigned char>, PelRuns<unsigned short>, PelRuns<dou
                         float* gains);
 
     /// The forward column pass over a panel of `height` rows, in place: those from `filled` on
-    /// count as zeros. Each value is multiplied by its gain before it is stored; a second set of
-    /// gains goes to `mirroredPanel`, unless this is null.
-    void (*gainColumns)(float* panel, long filled, long height, const ColumnGains& direct,
-                        float* mirroredPanel, const ColumnGains& mirrored, float* scratch);
+    /// count as zeros. Each value is multiplied by its gain before it is stored.
+    void (*gainColumns)(float* panel, long filled, long height, const ColumnGains& gains,
+                        float* scratch);
 
     /// The inverse row pass over `count` rows of a spectrum, at most as many as there are lanes, by
     /// their numbers, without the last conjugation. The columns of `to` go to its rows y ..
     void (*panelsToRows)(const HalfSpectrum& from, const std::int32_t* rows, long count,
                          const PanelBlocks& to, long y, float* scratch);
+
+    /// The same of values that are multiplied by their gains; for a width of 16 and more.
+    void (*panelsToGainedRows)(const HalfSpectrum& from, const RowGains& gains,
+                               const std::int32_t* rows, long count, const PanelBlocks& to, long y,
+                               float* scratch);
 
     /// The same of products: each frequency is multiplied by its factor, the complex element of a
     /// plane of height rows of width. `from` holds all columns.

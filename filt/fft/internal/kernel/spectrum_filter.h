@@ -5,37 +5,34 @@
 #include <filt/platform.h>
 
 #include <cstdint>
-#include <utility>
 #include <vector>
 
 namespace mvi {
 
-/// A filter for the columns 0 to W/2 of a plane; what a real image has opposite of them are the
-/// conjugates. It does its work in the forward column pass or in the inverse row pass.
-///
-/// The element opposite of (x, y), 0 < x < W/2, is (W - x, H - y). What the filter makes of it is
-/// called the mirrored value of (x, y), and is handled as its conjugate.
+/// A filter for the spectrum of a real image, of which the columns 0 to W/2 are kept: what is
+/// opposite of them, (W - x, H - y), are the conjugates. It does its work where values are stored
+/// in the forward column pass, or where they are loaded in the inverse row pass.
 class SpectrumFilter {
   public:
     virtual ~SpectrumFilter() = default;
 
+    /// True when nothing is left.
+    bool isEmpty() const { return rows_.empty(); }
+
     /// The plane's columns and rows.
     mvPair<long> size() const { return size_; }
 
-    /// The columns begin() .. end() - 1 of 0 to W/2 hold all that is left, directly or mirrored.
+    /// The columns begin() .. end() - 1 of 0 to W/2, and those opposite, hold all that is left.
     long begin() const { return begin_; }
     long end() const { return end_; }
 
     /// The rows of the plane that hold anything after the filter, in ascending order.
     const std::vector<std::int32_t>& rows() const { return rows_; }
 
-    /// Whether the column pass makes mirrored values; without them they are the direct ones.
-    virtual bool hasMirrored() const = 0;
-
-    /// The forward column pass over the panel of column x, of which the rows from `filled` on count
-    /// as zeros: in place, and into a panel of mirrored values if there are such.
+    /// The forward column pass over the panel of column x, in place; its rows from `filled` on
+    /// count as zeros.
     virtual void passColumns(const KernelPath& path, long x, float* panel, long filled,
-                             float* mirroredPanel, float* scratch) const = 0;
+                             float* scratch) const = 0;
 
     /// The inverse row pass over `count` rows of what the column pass left, as
     /// KernelPath::panelsToRows.
@@ -50,6 +47,10 @@ class SpectrumFilter {
     SpectrumFilter(SpectrumFilter&&) = default;
     SpectrumFilter& operator=(const SpectrumFilter&) = default;
     SpectrumFilter& operator=(SpectrumFilter&&) = default;
+
+    std::size_t opposite(std::size_t y) const {
+        return y == 0 ? 0 : static_cast<std::size_t>(size_.y) - y;
+    }
 
     mvPair<long> size_;
     long begin_, end_;

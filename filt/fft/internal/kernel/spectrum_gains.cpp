@@ -1,5 +1,4 @@
-// Collecting the gains of a filter.
-#include <filt/fft/internal/kernel/path.h>
+// Collecting the gains of a filter that treats a frequency and its mirror images alike.
 #include <filt/fft/internal/kernel/spectrum_gains.h>
 
 #include <algorithm>
@@ -12,16 +11,14 @@ namespace {
 constexpr std::int32_t kNone = -1;
 
 bool isLeft(float gain) {
-    return gain == gain;
+    return !isCleared(gain);
 }
 
 }  // namespace
 
 SpectrumGains::SpectrumGains(mvPair<long> size, long columns)
-    : SpectrumFilter(size, columns, 0),
-      columns_(columns),
-      direct_(static_cast<std::size_t>(size.y), kNone) {
-    gains_.reserve(static_cast<std::size_t>((columns + kMostLanes) * (size.y / 2 + 2)));
+    : SpectrumFilter(size, columns, 0), rowGains_(static_cast<std::size_t>(size.y), kNone) {
+    gains_.reserve(static_cast<std::size_t>((columns + kMostLanes) * (size.y / 2 + 1)));
 }
 
 // Where the gains stand; nowhere when all of them are cleared.
@@ -38,34 +35,18 @@ std::int32_t SpectrumGains::add(const std::vector<float>& row) {
 }
 
 void SpectrumGains::enter(long y, long twin, const std::vector<float>& row) {
-    direct_[static_cast<std::size_t>(y)] = direct_[static_cast<std::size_t>(twin)] = add(row);
+    rowGains_[static_cast<std::size_t>(y)] = rowGains_[static_cast<std::size_t>(twin)] = add(row);
 }
 
-void SpectrumGains::enterBoth(long y, const std::vector<float>& direct,
-                              const std::vector<float>& mirrored) {
-    mirrored_.resize(direct_.size(), kNone);
-    direct_[static_cast<std::size_t>(y)] = add(direct);
-    mirrored_[static_cast<std::size_t>(y)] = add(mirrored);
-}
-
-// A row of the plane holds the direct values of one row and the mirrored ones of the row opposite.
-// Where only one of the two is left, the gains of the other are zeros.
 void SpectrumGains::finish() {
-    const auto cleared = static_cast<std::int32_t>(gains_.size());
-    gains_.resize(gains_.size() + static_cast<std::size_t>(columns_ + kMostLanes), kClearedGain);
-    for (std::size_t y = 0; y < direct_.size(); ++y) {
-        if (hasMirrored()) {
-            std::int32_t& other = mirrored_[opposite(y)];
-            if (direct_[y] == kNone && other != kNone) direct_[y] = cleared;
-            if (direct_[y] != kNone && other == kNone) other = cleared;
-        }
-        if (direct_[y] != kNone) rows_.push_back(static_cast<std::int32_t>(y));
+    for (std::size_t y = 0; y < rowGains_.size(); ++y) {
+        if (rowGains_[y] != kNone) rows_.push_back(static_cast<std::int32_t>(y));
     }
 }
 
 void SpectrumGains::passColumns(const KernelPath& path, long x, float* panel, long filled,
-                                float* mirroredPanel, float* scratch) const {
-    path.gainColumns(panel, filled, size_.y, direct(x), mirroredPanel, mirrored(x), scratch);
+                                float* scratch) const {
+    path.gainColumns(panel, filled, size_.y, gains(x), scratch);
 }
 
 void SpectrumGains::passRows(const KernelPath& path, const HalfSpectrum& from,

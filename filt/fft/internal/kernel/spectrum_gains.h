@@ -1,19 +1,12 @@
-// The gains of a filter on half a plane, as far as it leaves anything.
+// The gains of a filter that treats a frequency and its mirror images alike.
 #pragma once
 
+#include <filt/fft/internal/kernel/cleared_gain.h>
 #include <filt/fft/internal/kernel/spectrum_filter.h>
-
-#include <cstdint>
-#include <limits>
-#include <vector>
 
 namespace mvi {
 
-/// The gain that clears, also what is infinite.
-inline constexpr float kClearedGain = std::numeric_limits<float>::quiet_NaN();
-
-/// Real gains of the frequencies of a plane. Gains without mirrored ones are the same on both
-/// sides.
+/// Real gains of the columns 0 to W/2, which hold for the columns opposite of them as well.
 class SpectrumGains : public SpectrumFilter {
   public:
     /// For a plane of `size`; all gains are cleared, and those from column `columns` on, at most
@@ -23,33 +16,22 @@ class SpectrumGains : public SpectrumFilter {
     /// Gives row y of the plane, and row `twin`, the gains of `row`, as many as there are columns.
     void enter(long y, long twin, const std::vector<float>& row);
 
-    /// The same with mirrored gains; all rows have them or none.
-    void enterBoth(long y, const std::vector<float>& direct, const std::vector<float>& mirrored);
-
     /// To be called when all gains are entered.
     void finish();
 
-    /// True when nothing is left.
-    bool isEmpty() const { return rows_.empty(); }
-
     /// The gains of the panel of column x; behind the last gain of a row there is room for a
     /// vector.
-    ColumnGains direct(long x) const { return {gains_.data() + x, direct_.data()}; }
-    ColumnGains mirrored(long x) const { return {gains_.data() + x, mirrored_.data()}; }
-
-    bool hasMirrored() const override { return !mirrored_.empty(); }
+    ColumnGains gains(long x) const { return {gains_.data() + x, rowGains_.data()}; }
 
     void passColumns(const KernelPath& path, long x, float* panel, long filled,
-                     float* mirroredPanel, float* scratch) const override;
+                     float* scratch) const override;
     void passRows(const KernelPath& path, const HalfSpectrum& from, const std::int32_t* rows,
                   long count, const PanelBlocks& to, long y, float* scratch) const override;
 
   private:
     std::int32_t add(const std::vector<float>& row);
-    std::size_t opposite(std::size_t y) const { return y == 0 ? 0 : direct_.size() - y; }
 
-    long columns_;
-    std::vector<std::int32_t> direct_, mirrored_;
+    std::vector<std::int32_t> rowGains_;
     std::vector<float> gains_;
 };
 

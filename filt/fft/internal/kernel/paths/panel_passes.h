@@ -33,66 +33,64 @@ class PanelPasses {
     }
 
     /// As KernelPath::gainColumns.
-    static void gainColumns(float* panel, long filled, long height, const ColumnGains& direct,
-                            float* mirroredPanel, const ColumnGains& mirrored, float* scratch) {
+    static void gainColumns(float* panel, long filled, long height, const ColumnGains& gains,
+                            float* scratch) {
         const auto load = [=](long y) { return y < filled ? Z::load(panel + kRow * y) : zeros(); };
         const auto store = [&](long k, Z z) {
-            if (direct.row[k] >= 0) {
-                gained(z, direct.first + direct.row[k]).store(panel + kRow * k);
-            }
-            if (mirroredPanel == nullptr || mirrored.row[k] < 0) return;
-            gained(z, mirrored.first + mirrored.row[k]).store(mirroredPanel + kRow * k);
+            if (gains.row[k] < 0) return;
+            gained(z, V::load(gains.first + gains.row[k])).store(panel + kRow * k);
         };
         LineTransform<V>::transform(height, reinterpret_cast<Z*>(scratch), load, store);
     }
 
+    // An inverse is the conjugate of the transform of the conjugate. The last conjugation of the
+    // row passes meets the first one of the columns, and both are left out.
+
     /// As KernelPath::panelsToRows.
     static void panelsToRows(const HalfSpectrum& from, const std::int32_t* rows, long count,
                              const PanelBlocks& to, long y, float* scratch) {
-        const Panels direct = from.direct, mirrored = from.mirrored;
-        const long width = from.width;
-        Z* const lines = reinterpret_cast<Z*>(scratch);
-        Z* const first = lines + width;
-        Z* const second = first + wholeVectors(direct.end - direct.begin);
+        const SpectrumRows values(from, RowNumbers(rows, count, from.height),
+                                  reinterpret_cast<Z*>(scratch));
+        LineTransform<V>::transform(
+            from.width, values.lines, [&](long x) { return conjugated(values.at(x)); },
+            [&](long k, Z z) { values.result[k] = z; });
+        storeRows(values.result, from.width, to, y, count);
+    }
+
+    /// As KernelPath::panelsToGainedRows.
+    static void panelsToGainedRows(const HalfSpectrum& from, const RowGains& gains,
+                                   const std::int32_t* rows, long count, const PanelBlocks& to,
+                                   long y, float* scratch) {
         const RowNumbers numbers(rows, count, from.height);
-        loadRows(direct, numbers.direct, first);
-        loadRows(mirrored, numbers.opposite, second);
-        // An inverse is the conjugate of the transform of the conjugate. What is mirrored is stored
-        // conjugated; the last conjugation meets the first one of the columns, and both are left
-        // out.
-        const auto load = [=](long x) {
-            if (x >= direct.begin && x < direct.end) {
-                return conjugated(first[x - direct.begin]);
+        const SpectrumRows values(from, numbers, reinterpret_cast<Z*>(scratch));
+        for (long x = 0; x < from.width; x += kLanes) {
+            V gain[kLanes];
+            loadGains(gains, numbers, x, gain);
+            for (long i = 0; i < kLanes; ++i) {
+                values.lines[x + i] = conjugated(gained(values.at(x + i), gain[i]));
             }
-            const long opposed = width - x;
-            const bool isMirrored = opposed >= mirrored.begin && opposed < mirrored.end;
-            return isMirrored && 2 * opposed < width ? second[opposed - mirrored.begin] : zeros();
-        };
-        Z* const result = first;
-        LineTransform<V>::transform(width, lines, load, [result](long k, Z z) { result[k] = z; });
-        storeRows(result, width, to, y, count);
+        }
+        LineTransform<V>::between(values.lines, values.result, from.width);
+        storeRows(values.result, from.width, to, y, count);
     }
 
     /// As KernelPath::panelsToProductRows.
     static void panelsToProductRows(const HalfSpectrum& from, const float* factors,
                                     const std::int32_t* rows, long count, const PanelBlocks& to,
                                     long y, float* scratch) {
-        const long width = from.width, half = width / 2;
-        Z* const lines = reinterpret_cast<Z*>(scratch);
-        Z* const first = lines + width;
-        Z* const second = first + wholeVectors(half + 1);
         const RowNumbers numbers(rows, count, from.height);
-        loadRows(from.direct, numbers.direct, first);
-        loadRows(from.mirrored, numbers.opposite, second);
+        const SpectrumRows values(from, numbers, reinterpret_cast<Z*>(scratch));
         const float* factorRows[kLanes];
-        for (long r = 0; r < kLanes; ++r) factorRows[r] = factors + 2 * width * numbers.direct[r];
-        RowLanes<V>::template load<false>(factorRows, kLanes, lines, width);
-        for (long x = 0; x <= half; ++x) lines[x] = conjugated(product(lines[x], first[x]));
-        for (long x = half + 1; x < width; ++x) {
-            lines[x] = conjugated(product(lines[x], conjugated(second[width - x])));
+        for (long r = 0; r < kLanes; ++r) {
+            factorRows[r] = factors + 2 * from.width * numbers.direct[r];
         }
-        LineTransform<V>::between(lines, first, width);
-        storeRows(first, width, to, y, count);
+        Z* const lines = values.lines;
+        RowLanes<V>::template load<false>(factorRows, kLanes, lines, from.width);
+        for (long x = 0; x < from.width; ++x) {
+            lines[x] = conjugated(product(lines[x], values.at(x)));
+        }
+        LineTransform<V>::between(lines, values.result, from.width);
+        storeRows(values.result, from.width, to, y, count);
     }
 
     /// As KernelPath::columnsToMagnitudes.
@@ -127,14 +125,53 @@ class PanelPasses {
         long direct[kLanes], opposite[kLanes];
     };
 
+    // Whole rows of a spectrum, one a lane, that is kept as half a plane. In the scratch stand the
+    // lines to be transformed and behind them the rows, which give their place to the result.
+    struct SpectrumRows {
+        SpectrumRows(const HalfSpectrum& from, const RowNumbers& numbers, Z* scratch)
+            : lines(scratch),
+              result(lines + from.width),
+              opposite(result + wholeVectors(from.columns.end - from.columns.begin)),
+              begin(from.columns.begin),
+              end(from.columns.end),
+              width(from.width) {
+            loadRows(from.columns, numbers.direct, result);
+            loadRows(from.columns, numbers.opposite, opposite);
+        }
+
+        Z at(long x) const {
+            if (2 * x <= width) return x >= begin && x < end ? result[x - begin] : zeros();
+            const long opposed = width - x;
+            return opposed >= begin && opposed < end ? conjugated(opposite[opposed - begin])
+                                                     : zeros();
+        }
+
+        Z *lines, *result, *opposite;
+        long begin, end, width;
+    };
+
     static Z zeros() { return {V::filled(0.0f), V::filled(0.0f)}; }
 
     static long wholeVectors(long columns) { return (columns + kLanes - 1) / kLanes * kLanes; }
 
-    static Z gained(Z z, const float* gains) {
-        const V gain = V::load(gains);
-        return {z.re.gained(gain), z.im.gained(gain)};
+    // The gains of as many columns as there are lanes, from x on. Rows often share theirs.
+    MVFREQ_ALWAYS_INLINE static void loadGains(const RowGains& gains, const RowNumbers& numbers,
+                                               long x, V (&gain)[kLanes]) {
+        const float* rows[kLanes];
+        bool areShared = true;
+        for (long r = 0; r < kLanes; ++r) {
+            rows[r] = gains.first + gains.row[numbers.direct[r]] + x;
+            areShared = areShared && rows[r] == rows[0];
+        }
+        if (areShared) {
+            for (long i = 0; i < kLanes; ++i) gain[i] = V::filled(rows[0][i]);
+        } else {
+            for (long r = 0; r < kLanes; ++r) gain[r] = V::load(rows[r]);
+            V::transpose(gain);
+        }
     }
+
+    static Z gained(Z z, V gain) { return {z.re.gained(gain), z.im.gained(gain)}; }
 
     static Z conjugated(Z z) { return {z.re, -z.im}; }
 

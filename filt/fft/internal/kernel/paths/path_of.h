@@ -44,6 +44,7 @@ constexpr KernelPath pathOf(const char* name, bool (*isSupported)()) {
             RadialGains<V>::fill,
             Filtered::gainColumns,
             Filtered::panelsToRows,
+            Filtered::panelsToGainedRows,
             Filtered::panelsToProductRows,
             Filtered::columnsToMagnitudes};
 }

@@ -1,9 +1,9 @@
 // Which columns and rows a set of gains leaves.
 #include <filt/fft/internal/kernel/spectrum_gains.h>
+#include <filt/fft/internal/kernel/spectrum_row_gains.h>
 
 #include <gtest/gtest.h>
 
-#include <cmath>
 #include <vector>
 
 namespace {
@@ -26,27 +26,21 @@ TEST(SpectrumGains, SpanTheColumnsThatAnyRowLeaves) {
     EXPECT_EQ(1, gains.begin());
     EXPECT_EQ(3, gains.end());
     EXPECT_EQ((Rows{0, 1, 3}), gains.rows());
-    EXPECT_EQ(1.0f, gains.direct(2).first[gains.direct(2).row[0]]);
-    EXPECT_EQ(0.0f, gains.direct(1).first[gains.direct(1).row[3]]);
-    EXPECT_LT(gains.direct(0).row[2], 0);
-    EXPECT_FALSE(gains.hasMirrored());
+    EXPECT_EQ(1.0f, gains.gains(2).first[gains.gains(2).row[0]]);
+    EXPECT_EQ(0.0f, gains.gains(1).first[gains.gains(1).row[3]]);
+    EXPECT_LT(gains.gains(0).row[2], 0);
 }
 
-TEST(SpectrumGains, ClearTheHalfOfARowThatNothingIsLeftOf) {
-    mvi::SpectrumGains gains({8, 4}, 3);
-    const std::vector<float> none(3, kClearedGain), some = {kClearedGain, 0.5f, kClearedGain};
-    gains.enterBoth(0, none, none);
-    gains.enterBoth(1, none, some);
-    gains.enterBoth(2, none, none);
-    gains.enterBoth(3, none, none);
-    gains.finish();
-    // What row 1 mirrors is left of row 3.
-    EXPECT_EQ((Rows{3}), gains.rows());
-    ASSERT_GE(gains.direct(0).row[3], 0);
-    for (long x = 0; x < 3; ++x)
-        EXPECT_TRUE(std::isnan(gains.direct(x).first[gains.direct(x).row[3]]));
-    EXPECT_EQ(0.5f, gains.mirrored(1).first[gains.mirrored(1).row[1]]);
-    EXPECT_LT(gains.direct(0).row[1], 0);
+TEST(SpectrumRowGains, ListTheRowsThatWereEntered) {
+    mvi::SpectrumRowGains gains({16, 8}, 3, 5);
+    EXPECT_TRUE(gains.isEmpty());
+    gains.enter(2, std::vector<float>(16, 0.5f));
+    gains.repeat(3);
+    gains.enter(7, std::vector<float>(16, kClearedGain));
+    EXPECT_FALSE(gains.isEmpty());
+    EXPECT_EQ((Rows{2, 3, 7}), gains.rows());
+    EXPECT_EQ(3, gains.begin());
+    EXPECT_EQ(5, gains.end());
 }
 
 }  // namespace
