@@ -49,10 +49,10 @@ class PanelPasses {
     /// As KernelPath::panelsToRows.
     static void panelsToRows(const HalfSpectrum& from, const std::int32_t* rows, long count,
                              const PanelBlocks& to, long y, float* scratch) {
-        const SpectrumRows values(from, RowNumbers(rows, count, from.height),
-                                  reinterpret_cast<Z*>(scratch));
+        Z* const lines = reinterpret_cast<Z*>(scratch);
+        const SpectrumRows values(from, RowNumbers(rows, count, from.height), lines);
         LineTransform<V>::transform(
-            from.width, values.lines, [&](long x) { return conjugated(values.at(x)); },
+            from.width, lines, [&](long x) { return conjugated(values.at(x)); },
             [&](long k, Z z) { values.result[k] = z; });
         storeRows(values.result, from.width, to, y, count);
     }
@@ -62,15 +62,16 @@ class PanelPasses {
                                    const std::int32_t* rows, long count, const PanelBlocks& to,
                                    long y, float* scratch) {
         const RowNumbers numbers(rows, count, from.height);
-        const SpectrumRows values(from, numbers, reinterpret_cast<Z*>(scratch));
+        Z* const lines = reinterpret_cast<Z*>(scratch);
+        const SpectrumRows values(from, numbers, lines);
         for (long x = 0; x < from.width; x += kLanes) {
             V gain[kLanes];
             loadGains(gains, numbers, x, gain);
             for (long i = 0; i < kLanes; ++i) {
-                values.lines[x + i] = conjugated(gained(values.at(x + i), gain[i]));
+                lines[x + i] = conjugated(gained(values.at(x + i), gain[i]));
             }
         }
-        LineTransform<V>::between(values.lines, values.result, from.width);
+        LineTransform<V>::between(lines, values.result, from.width);
         storeRows(values.result, from.width, to, y, count);
     }
 
@@ -79,12 +80,12 @@ class PanelPasses {
                                     const std::int32_t* rows, long count, const PanelBlocks& to,
                                     long y, float* scratch) {
         const RowNumbers numbers(rows, count, from.height);
-        const SpectrumRows values(from, numbers, reinterpret_cast<Z*>(scratch));
+        Z* const lines = reinterpret_cast<Z*>(scratch);
+        const SpectrumRows values(from, numbers, lines);
         const float* factorRows[kLanes];
         for (long r = 0; r < kLanes; ++r) {
             factorRows[r] = factors + 2 * from.width * numbers.direct[r];
         }
-        Z* const lines = values.lines;
         RowLanes<V>::template load<false>(factorRows, kLanes, lines, from.width);
         for (long x = 0; x < from.width; ++x) {
             lines[x] = conjugated(product(lines[x], values.at(x)));
@@ -129,8 +130,7 @@ class PanelPasses {
     // lines to be transformed and behind them the rows, which give their place to the result.
     struct SpectrumRows {
         SpectrumRows(const HalfSpectrum& from, const RowNumbers& numbers, Z* scratch)
-            : lines(scratch),
-              result(lines + from.width),
+            : result(scratch + from.width),
               opposite(result + wholeVectors(from.columns.end - from.columns.begin)),
               begin(from.columns.begin),
               end(from.columns.end),
@@ -146,7 +146,7 @@ class PanelPasses {
                                                      : zeros();
         }
 
-        Z *lines, *result, *opposite;
+        Z *result, *opposite;
         long begin, end, width;
     };
 
