@@ -52,16 +52,16 @@ struct Axis {
     // The finest step of whole units that leaves `room` pels from one tick to the next; the
     // coarsest leaves only the zero.
     long step(double room, long unit = 1) const {
-        for (const long step : kSteps) {
-            if (step % unit == 0 && distance(step) >= room) return step;
+        for (const long at : kSteps) {
+            if (at % unit == 0 && distance(at) >= room) return at;
         }
         return kSteps[std::size(kSteps) - 1];
     }
 
     // The finest step of which another one is a multiple.
     long stepWithin(long whole, double room) const {
-        for (const long step : kSteps) {
-            if (whole % step == 0 && distance(step) >= room) return step;
+        for (const long at : kSteps) {
+            if (whole % at == 0 && distance(at) >= room) return at;
         }
         return whole;
     }
@@ -152,9 +152,9 @@ class Plot {
             long unit;
         } numbers[] = {{"-0.455", 1}, {"-0.45", 10}, {"-0.5", 100}};
         long finest = kSteps[std::size(kSteps) - 1];
-        for (const auto& [widest, unit] : numbers) {
-            const long room = textWidth(widest, letter_) + 6 * letter_;
-            finest = std::min(finest, axis.step(static_cast<double>(room), unit));
+        for (const auto& number : numbers) {
+            const long room = textWidth(number.widest, letter_) + 6 * letter_;
+            finest = std::min(finest, axis.step(static_cast<double>(room), number.unit));
         }
         return finest;
     }

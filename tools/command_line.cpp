@@ -17,6 +17,7 @@
 #include "picture_run.h"
 #include "printable.h"
 #include "spectrum.h"
+#include "wrapped_text.h"
 
 namespace {
 
@@ -132,6 +133,8 @@ std::string complaintOf(const CLI::App& app, const CLI::ParseError& outcome) {
     return word + ": is not expected";
 }
 
+constexpr std::size_t kHelpColumns = 80;
+
 // CLI11 reports help and version as exceptions, too.
 void printOrReject(const CLI::App& app, const CLI::ParseError& outcome) {
     if (outcome.get_exit_code() != 0) {
@@ -139,7 +142,7 @@ void printOrReject(const CLI::App& app, const CLI::ParseError& outcome) {
     }
     std::ostringstream text;
     app.exit(outcome, text, text);
-    printOut(text.str());
+    printOut(wrapped(text.str(), kHelpColumns));
 }
 
 // --rescale may have a number behind it, or none: it gets one.

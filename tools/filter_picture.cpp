@@ -14,6 +14,17 @@
 
 namespace {
 
+// A picture for a file.
+struct Result {
+    std::string path;
+    Picture pels;
+
+    void write(OutputFiles& files) const {
+        OutputFile& file = files.add(path);
+        std::visit([&](const auto& picture) { writePicture(file, picture); }, pels);
+    }
+};
+
 // One picture on its way.
 template <class T>
 class FilterRun {
@@ -29,21 +40,13 @@ class FilterRun {
     std::string write(const std::string& output) {
         filter(output);
         OutputFiles outputs;
-        for (const Result& result : results_) {
-            std::visit([&](const auto& pels) { writePicture(outputs.add(result.path), pels); },
-                       result.pels);
-        }
+        for (const Result& result : results_) result.write(outputs);
         if (options_.save) saveFilter(outputs.add(*options_.save), filter_);
         outputs.publish();
         return hint(output);
     }
 
   private:
-    struct Result {
-        std::string path;
-        Picture pels;
-    };
-
     void filter(const std::string& output) {
         const bool hasPhases = options_.angleImage || options_.quadrantImage;
         const int calls = (hasPhases ? 2 : 0) + (options_.withSign && hasPhases ? 0 : 1);

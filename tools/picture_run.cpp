@@ -166,10 +166,10 @@ void requireFiles(const PictureArguments& pictures, const OtherFiles& others) {
 }
 
 ExitCode runPictures(const PictureArguments& pictures, const PictureWork& work) {
-    auto [files, skipped] = todo(pictures);
+    Todo run = todo(pictures);
     const long processors = std::max(std::thread::hardware_concurrency(), 1u);
     const long jobs = pictures.jobs != 0 ? pictures.jobs : processors;
-    if (!pictures.outDir) return runSingle(files, jobs, work);
+    if (!pictures.outDir) return runSingle(run.files, jobs, work);
     makeFolder(*pictures.outDir);
-    return Batch(std::move(files), skipped, work).run(static_cast<std::size_t>(jobs));
+    return Batch(std::move(run.files), run.skipped, work).run(static_cast<std::size_t>(jobs));
 }

@@ -45,8 +45,8 @@ struct Axis {
 
     long side() const {
         const long most = options.tile.value_or(kLargestSide);
-        for (long side = least; side <= most; side *= 2) {
-            if (fits(side)) return isBetterCut(side) ? tile() : side;
+        for (long whole = least; whole <= most; whole *= 2) {
+            if (fits(whole)) return isBetterCut(whole) ? tile() : whole;
         }
         return tile();
     }

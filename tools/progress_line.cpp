@@ -1,12 +1,24 @@
 // A line about work that lasts.
 #include "progress_line.h"
 
+#include <sys/ioctl.h>
 #include <unistd.h>
 
 #include <cstdio>
 #include <utility>
 
 #include "printable.h"
+
+namespace {
+
+// A line that is broken could not be taken away again.
+int roomOfLine() {
+    winsize size{};
+    const bool isKnown = ioctl(STDERR_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 1;
+    return isKnown ? size.ws_col - 1 : 79;
+}
+
+}  // namespace
 
 ProgressLine::ProgressLine(std::function<std::string()> state)
     : state_(std::move(state)), onTerminal_(isatty(STDERR_FILENO) == 1) {}
@@ -21,8 +33,10 @@ void ProgressLine::show() {
     const Clock::time_point now = Clock::now();
     if (now < nextLine_) return;
     const std::chrono::duration<double> elapsed = now - start_;
-    std::fprintf(stderr, "\r\033[Kmvfreq: %s, %.1f s, Ctrl-C stops", state_().c_str(),
-                 elapsed.count());
+    char text[256];
+    std::snprintf(text, sizeof text, "mvfreq: %s, %.1f s, Ctrl-C stops", state_().c_str(),
+                  elapsed.count());
+    std::fprintf(stderr, "\r\033[K%.*s", roomOfLine(), text);
     nextLine_ = now + std::chrono::milliseconds(100);
     lineShown_ = true;
 }

@@ -34,9 +34,9 @@ Magnitudes logarithms(const Magnitudes& plane) {
 }
 
 double weakestTenth(const Magnitudes& image) {
-    std::vector<double> values;
+    std::vector<double> values(static_cast<std::size_t>(image.width() * image.height()));
     for (long y = 0; y < image.height(); ++y) {
-        values.insert(values.end(), image.pointToRow(y), image.pointToRow(y) + image.width());
+        std::copy_n(image.pointToRow(y), image.width(), values.begin() + y * image.width());
     }
     const auto tenth = values.begin() + std::ssize(values) / 10;
     std::nth_element(values.begin(), tenth, values.end());

@@ -71,7 +71,8 @@ TEST_P(Signals, StopTheThreadsOfOnePicture) {
             EXPECT_EQ(readPng(path("out.png")).height, 1800);
             break;
         }
-        EXPECT_EQ(outcome.exitCode, 130) << microseconds;
+        // -1: the signal came before the program could catch it.
+        EXPECT_TRUE(outcome.exitCode == 130 || outcome.exitCode == -1) << outcome.exitCode;
         EXPECT_EQ(files(), std::vector<std::string>{"in.png"}) << microseconds;
     }
 }

@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <regex>
+#include <sstream>
 
 #include "support/png_file.h"
 #include "support/program.h"
@@ -24,6 +25,16 @@ TEST_F(CommandLine, ListsItsCommands) {
     const std::string help = succeed({"--help"}).out;
     for (const char* command : kCommands) {
         EXPECT_NE(help.find(command), std::string::npos) << command;
+    }
+}
+
+TEST_F(CommandLine, FitsItsHelpOn80Columns) {
+    Arguments commands(std::begin(kCommands), std::end(kCommands));
+    commands.emplace_back();
+    for (const std::string& command : commands) {
+        const Arguments help = command.empty() ? Arguments{"--help"} : Arguments{command, "--help"};
+        std::istringstream lines(succeed(help).out);
+        for (std::string line; std::getline(lines, line);) EXPECT_LE(line.size(), 80u) << line;
     }
 }
 

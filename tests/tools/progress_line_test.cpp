@@ -7,6 +7,7 @@
 
 #include <chrono>
 #include <regex>
+#include <sstream>
 
 #include "support/png_file.h"
 #include "support/program.h"
@@ -16,7 +17,7 @@ namespace {
 class Progress : public ProgramTest {
   protected:
     void SetUp() override {
-        if (openpty(&terminal_, &other_, nullptr, nullptr, nullptr) != 0) {
+        if (openpty(&terminal_, &other_, nullptr, nullptr, &size_) != 0) {
             GTEST_SKIP() << "This system gives no terminals.";
         }
         writePng(path("in.png"), noisePng(64, 64, 8));
@@ -37,6 +38,8 @@ class Progress : public ProgramTest {
         EXPECT_EQ(wait(process).exitCode, 0);
         return text;
     }
+
+    winsize size_{24, 80, 0, 0};
 
   private:
     // A terminal whose other side is closed reads as an error.
@@ -71,6 +74,20 @@ TEST_F(Progress, SaysHowFarTheFilteringIs) {
     EXPECT_TRUE(std::regex_search(text, std::regex("mvfreq: filtering, [0-9]+ %, [0-9.]+ s")))
         << text;
     EXPECT_TRUE(text.ends_with("\r\033[K")) << text;
+}
+
+class NarrowProgress : public Progress {
+  protected:
+    NarrowProgress() { size_.ws_col = 30; }
+};
+
+TEST_F(NarrowProgress, FitsTheTerminal) {
+    const std::string text = shown(kSingle, 1'050'000);
+    EXPECT_NE(text.find("\r\033[Kmvfreq: reading, "), std::string::npos) << text;
+    std::istringstream lines(text);
+    for (std::string line; std::getline(lines, line, '\r');) {
+        EXPECT_LE(line.size(), std::string("\033[K").size() + 29) << line;
+    }
 }
 
 TEST_F(Progress, CountsPictures) {

@@ -58,8 +58,11 @@ TEST_F(Shell, HasAManualPageOfAllCommandsAndOptions) {
                                 "apply", "spectrum", "view", "info"}) {
         EXPECT_NE(page.find(std::string(".SS mvfreq ") + command + "\n"), std::string::npos);
     }
-    for (const char* text : {"\n.B \\-\\-dc\\-radius INT\nClear DC", "\n.B \\-\\-out\\-dir TEXT",
-                             "\n  mvfreq bandpass \\-\\-frequency 0.03"}) {
+    for (const char* text :
+         {"\n.B \\-\\-dc\\-radius INT\nClear DC", "\n.B \\-\\-out\\-dir TEXT",
+          "\nPels around the picture, or around each of its tiles, that are filtered "
+          "with it; as far",
+          "\n  mvfreq bandpass \\-\\-frequency 0.03"}) {
         EXPECT_NE(page.find(text), std::string::npos) << text;
     }
 }

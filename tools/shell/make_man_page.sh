@@ -14,7 +14,6 @@ escaped() { sed -e 's/\\/\\e/g' -e 's/-/\\-/g'; }
 paragraphs() {
     awk '
         function flush() {
-            if (name != "" && text == "") { text = substr(name, 31); name = substr(name, 1, 30) }
             gsub(/^ *| *$/, "", name)
             if (name != "") print ".TP\n.B " name "\n" text
             name = text = ""
@@ -23,7 +22,12 @@ paragraphs() {
         /^Example:$/ { flush(); print ".PP\nExample:\n.PP\n.nf"; part = "example"; next }
         part == "example" { print }
         part == "options" && /^ / {
-            if (substr($0, 1, 30) ~ /[^ ]/) { flush(); name = $0 } else text = substr($0, 31)
+            if (substr($0, 1, 30) !~ /[^ ]/) text = text (text == "" ? "" : " ") substr($0, 31)
+            else { flush(); name = $0 }
+            if (text == "" && length(name) > 30 && substr(name, 30, 1) == " ") {
+                text = substr(name, 31)
+                name = substr(name, 1, 30)
+            }
         }
         END { flush(); if (part == "example") print ".fi" }'
 }
