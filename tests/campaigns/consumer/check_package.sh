@@ -92,7 +92,7 @@ with_compiler -I "$prefix/include/mvfreq" -L "$libdir" -lmvfreq -lmvbase "$rpath
 
 echo "-- the example of README.md"
 sed -n '/^```cpp$/,/^```$/{/^```/!p}' "$source/README.md" >"$work/readme.cpp"
-grep --quiet mfForwardFFT "$work/readme.cpp" || { echo "no example found"; exit 1; }
+grep --quiet mfFilterImage "$work/readme.cpp" || { echo "no example found"; exit 1; }
 header=$(sed -n 's/^The header is `\(.*\.h\)`.*/\1/p' "$source/README.md")
 "$cxx" $flags -std=c++20 -I "$prefix/include/mvfreq" -include "$header" -c "$work/readme.cpp" \
     -o "$work/readme.o"
