@@ -8,6 +8,7 @@
 import hashlib
 import itertools
 import pathlib
+import random
 import struct
 import sys
 import zlib
@@ -60,6 +61,21 @@ def kernel():
             yield bytes([columns, rows, direction, 1, 1, 1]) + struct.pack("<ii", 1, 5)
 
 
+def pictures():
+    """Every filter on some planes with all types, borders and targets, right and wrong options."""
+    rng = random.Random(1)
+    for types, kind in itertools.product(range(9), range(16)):
+        target, flags = (types + kind) % 4, rng.choice((0, 1, 2, 3, 8, 9))
+        sides = bytes([rng.randrange(48), rng.randrange(48), rng.randrange(34)])
+        offset = struct.pack("<ii", rng.randint(-9, 9), rng.randint(-9, 9))
+        memory = bytes([rng.randrange(8), rng.randrange(8)]) + struct.pack("<H", rng.randrange(99))
+        fails = bytes([1, rng.randrange(20)] if rng.randrange(4) == 0 else [0])
+        margin = struct.pack("bb", rng.randint(-3, 9), rng.randint(-3, 9))
+        options = bytes([flags]) + margin + bytes([rng.randrange(8)])
+        filter_ = bytes([kind, rng.randrange(256), rng.randrange(6), rng.randrange(6)])
+        yield bytes([types]) + sides + offset + memory + bytes([target]) + fails + options + filter_
+
+
 def chunk(kind, data):
     return struct.pack(">I", len(data)) + kind + data + struct.pack(">I", zlib.crc32(kind + data))
 
@@ -105,7 +121,8 @@ def main():
         sys.exit(__doc__)
     command, first, second = sys.argv[1:]
     if command == "seed":
-        write(second, {"archives": archives, "kernel": kernel, "program": program}[first]())
+        write(second, {"archives": archives, "kernel": kernel, "pictures": pictures,
+                       "program": program}[first]())
     else:
         commands[command](first, second)
 

@@ -13,31 +13,14 @@
 #include <memory>
 #include <new>
 
+#include "bytes.h"
 #include "input.h"
 #include "support/random_planes.h"
 
 namespace {
 
+using fuzz::Bytes;
 using reference::Plane;
-
-class Bytes {
-  public:
-    explicit Bytes(std::string_view all) : all_(all) {}
-
-    /// The next value; what lies behind the end counts as zeros.
-    template <class T>
-    T next() {
-        T value{};
-        const std::size_t size = std::min(sizeof(T), all_.size());
-        std::memcpy(&value, all_.data(), size);
-        all_.remove_prefix(size);
-        return value;
-    }
-    bool holds(std::size_t size) const { return all_.size() >= size; }
-
-  private:
-    std::string_view all_;
-};
 
 struct Call {
     int direction = 1;

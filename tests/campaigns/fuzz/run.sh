@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Runs a fuzz target on its corpus and, when it found nothing wrong, keeps the corpus minimised.
 #
-#   tests/campaigns/fuzz/run.sh TARGET [RUNS]    TARGET: archives, kernel or program; RUNS: a million
+#   tests/campaigns/fuzz/run.sh TARGET [RUNS]    TARGET: archives, kernel, pictures or program;
+#                                                RUNS: a million
 #
 # What the target dislikes is left as a file in build/fuzz/run/TARGET, and the exit code is not 0.
 set -euo pipefail
