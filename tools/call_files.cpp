@@ -47,10 +47,10 @@ std::string endingOf(const std::string& path) {
 }
 
 bool namesOtherPicture(const std::string& path) {
-    constexpr std::array<std::string_view, 13> endings = {".jpg", ".jpeg", ".jpe",  ".tif", ".tiff",
-                                                          ".bmp", ".gif",  ".webp", ".pgm", ".pnm",
-                                                          ".ppm", ".heic", ".avif"};
-    return std::find(endings.begin(), endings.end(), endingOf(path)) != endings.end();
+    constexpr std::array<std::string_view, 13> kEndings = {
+        ".jpg",  ".jpeg", ".jpe", ".tif", ".tiff", ".bmp", ".gif",
+        ".webp", ".pgm",  ".pnm", ".ppm", ".heic", ".avif"};
+    return std::find(kEndings.begin(), kEndings.end(), endingOf(path)) != kEndings.end();
 }
 
 void requireName(const Output& output) {

@@ -72,10 +72,10 @@ template <class T>
 mvPelBuffer<T> spreadMagnitudes(const mvPelBuffer_const<double>& magnitudes, double percent) {
     const std::vector<double> values = valuesOf(magnitudes, [](double value) { return value; });
     const double low = *std::min_element(values.begin(), values.end());
-    constexpr double most = std::numeric_limits<T>::max();
-    const double factor = spread(quantile(values, percent) - low, most);
+    constexpr double kMost = std::numeric_limits<T>::max();
+    const double factor = spread(quantile(values, percent) - low, kMost);
     return mapped<T>(magnitudes, [=](double value) {
-        return std::lround(std::min((value - low) * factor, most));
+        return std::lround(std::min((value - low) * factor, kMost));
     });
 }
 

@@ -96,7 +96,7 @@ T luma(const T* rgb) {
 
 template <class T>
 mvPelBuffer<T> readPels(Reader& reader) {
-    const mvPelBuffer<T> samples = reader.samples<T>();
+    mvPelBuffer<T> samples = reader.samples<T>();
     if (reader.channels() == 1) return samples;
     mvPelBuffer<T> picture(reader.width(), reader.height());
     for (long y = 0; y < picture.height(); ++y) {

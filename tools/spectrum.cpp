@@ -88,7 +88,7 @@ void writeSpectrum(const PictureFiles& files, const SpectrumOptions& options) {
     const Magnitudes part = middle(plane, options.maxFrequency);
     const long factor = plane.width() / part.width();
     const mvPelBuffer<unsigned char> shown = enlarged(forDisplay(logarithms(part)), factor);
-    const double pelsPerCycle = static_cast<double>(factor * plane.width());
+    const auto pelsPerCycle = static_cast<double>(factor * plane.width());
     OutputFiles outputs;
     writePicture(outputs.add(files.output),
                  options.axes ? withAxes(shown, {pelsPerCycle, pelsPerCycle}) : shown);
