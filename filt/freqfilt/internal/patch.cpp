@@ -118,11 +118,9 @@ class LobeRows {
         std::fill(gains.begin(), gains.end(), outside_);
         if (const float* const patch = rowOfPatch(y)) {
             // What stands left of the middle comes behind the rest of the row.
-            const long half = at_.width / 2, middle = std::clamp(half, begin_, end_);
-            const float* const first = patch + (begin_ - at_.colMin);
-            const float* const second = first + (middle - begin_);
-            std::copy(first, second, gains.data() + begin_ + half);
-            std::copy(second, first + (end_ - begin_), gains.data() + middle - half);
+            const long half = at_.width / 2;
+            copyRun(patch, begin_, std::min(end_, half), gains, half);
+            copyRun(patch, std::max(begin_, half), end_, gains, -half);
         }
         // The square around DC is cleared by a filter that keeps the lobe, and kept by the other.
         if (!isInSquare(y)) return;
@@ -131,6 +129,13 @@ class LobeRows {
     }
 
   private:
+    // The columns begin .. end - 1 of a row of the patch, moved by `shift`.
+    void copyRun(const float* patch, long begin, long end, std::vector<float>& gains,
+                 long shift) const {
+        if (begin >= end) return;
+        std::copy_n(patch + (begin - at_.colMin), end - begin, gains.data() + (begin + shift));
+    }
+
     bool isInSquare(long y) const { return std::min(y, at_.height - y) < dcRadius_; }
 
     // Null outside of the patch.
