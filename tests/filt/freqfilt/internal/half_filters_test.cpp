@@ -1,0 +1,170 @@
+// What filters do to half a plane gives the magnitudes of forward transform, filter and inverse
+// transform, bit by bit, on every path.
+#include <filt/fft/internal/kernel/filtered_plane.h>
+#include <filt/fft/internal/spatial_plane.h>
+#include <filt/freqfilt.h>
+#include <filt/freqfilt/internal/half_filters.h>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstring>
+#include <vector>
+
+namespace {
+
+using Size = mvPair<long>;
+
+mvPelBuffer<unsigned char> somePicture(Size size) {
+    mvPelBuffer<unsigned char> picture(size.x, size.y);
+    unsigned state = 17;
+    for (long y = 0; y < size.y; ++y) {
+        for (long x = 0; x < size.x; ++x) {
+            state = state * 1664525U + 1013904223U;
+            picture.pointToRow(y)[x] = static_cast<unsigned char>(state >> 24);
+        }
+    }
+    return picture;
+}
+
+mvPelBuffer<double> byThreeCalls(const mvPelBuffer<unsigned char>& picture,
+                                 const mvFrequencyFilter& filter) {
+    mvFrequencyBuffer buffer;
+    mfForwardFFT(picture, buffer);
+    filter.apply(buffer);
+    mvPelBuffer<double> magnitudes;
+    mfInverseFFT(buffer, magnitudes, false, true);
+    return magnitudes;
+}
+
+mvPelBuffer<double> byHalfAPlane(const mvPelBuffer<unsigned char>& picture,
+                                 const mvi::SpectrumFilter& half, const mvi::KernelPath& path) {
+    const Size size(picture.width(), picture.height());
+    mvi::FilteredPlane plane(half, path);
+    plane.forward<unsigned char>(size.y, size.x, [&](long y) { return picture.pointToRow(y); });
+    mvPelBuffer<double> result(size.x, size.y);
+    const float scale = mvi::inverseScale(half.size());
+    plane.inverse({0, size.x}, false, [&](long x, long count, const float* magnitudes) {
+        path.pels<double>().scaled(magnitudes, size.y, count, scale, result.pointToOffset() + x,
+                                   result.rowUpdate());
+    });
+    return result;
+}
+
+bool areTheSame(const mvPelBuffer<double>& a, const mvPelBuffer<double>& b) {
+    for (long y = 0; y < a.height(); ++y) {
+        const auto bytes = static_cast<std::size_t>(a.width()) * sizeof(double);
+        if (std::memcmp(a.pointToRow(y), b.pointToRow(y), bytes) != 0) return false;
+    }
+    return true;
+}
+
+// Returns whether the filter leaves anything that half a plane can show.
+bool expectTheBitsOfThreeCalls(Size size, const mvFrequencyFilter& filter) {
+    const auto half = mvi::halfFilterOf(filter, false);
+    if (half == nullptr) return false;
+    const auto picture = somePicture(size);
+    const auto expected = byThreeCalls(picture, filter);
+    for (const mvi::KernelPath* path : mvi::KernelPathList()) {
+        if (!path->isSupported()) continue;
+        EXPECT_TRUE(areTheSame(expected, byHalfAPlane(picture, *half, *path))) << path->name;
+    }
+    return true;
+}
+
+constexpr double kFrequencies[] = {0.0, 0.03, 0.21, 0.4, 0.5};
+const std::vector<Size> kPlanes = {{16, 2}, {16, 64}, {32, 32}, {128, 16}, {64, 128}};
+
+// Lobes on, beside and across the edges of the plane.
+template <class Filter>
+void expectItOfLobes() {
+    int shown = 0;
+    for (const Size& size : kPlanes) {
+        for (const double frequency : kFrequencies) {
+            for (int eighth = 0; eighth < 16; eighth += 3) {
+                for (const long dcRadius : {0L, 1L, std::min(size.x, size.y) / 2}) {
+                    const mvLobeParameters lobe{.sigma = {0.02, 0.05},
+                                                .plateau = {0.01, 0.0},
+                                                .angle = mvRadian(eighth * 0.3927),
+                                                .frequency = frequency,
+                                                .size = size,
+                                                .dcRadius = dcRadius};
+                    SCOPED_TRACE(testing::Message()
+                                 << size.x << " x " << size.y << ", " << frequency << ", " << eighth
+                                 << " eighths, " << dcRadius);
+                    shown += expectTheBitsOfThreeCalls(size, Filter(lobe)) ? 1 : 0;
+                }
+            }
+        }
+    }
+    EXPECT_GT(shown, 300);
+}
+
+TEST(HalfFilters, OfGaborsHaveTheBitsOfThreeCalls) {
+    expectItOfLobes<mvFrequencyFilterGabor>();
+}
+
+TEST(HalfFilters, OfGaborRejectsHaveTheBitsOfThreeCalls) {
+    expectItOfLobes<mvFrequencyFilterGaborReject>();
+}
+
+template <class Filter>
+void expectItOfRings() {
+    int shown = 0;
+    for (const Size& size : kPlanes) {
+        for (const double frequency : kFrequencies) {
+            for (const double sigma : {0.012, 0.1}) {
+                for (const long dcRadius : {0L, 1L, std::min(size.x, size.y) / 2}) {
+                    const mvRingParameters ring{.sigma = sigma,
+                                                .plateau = 0.01,
+                                                .frequency = frequency,
+                                                .size = size,
+                                                .dcRadius = dcRadius};
+                    SCOPED_TRACE(testing::Message() << size.x << " x " << size.y << ", "
+                                                    << frequency << ", " << sigma);
+                    shown += expectTheBitsOfThreeCalls(size, Filter(ring)) ? 1 : 0;
+                }
+            }
+        }
+    }
+    EXPECT_GT(shown, 100);
+}
+
+TEST(HalfFilters, OfBandPassesHaveTheBitsOfThreeCalls) {
+    expectItOfRings<mvFrequencyFilterBandPass>();
+}
+
+TEST(HalfFilters, OfBandRejectsHaveTheBitsOfThreeCalls) {
+    expectItOfRings<mvFrequencyFilterBandReject>();
+}
+
+TEST(HalfFilters, OfImagesHaveTheBitsOfThreeCalls) {
+    for (const Size& size : kPlanes) {
+        mvFrequencyBuffer spectrum;
+        mfForwardFFT(somePicture(size), spectrum);
+        EXPECT_TRUE(expectTheBitsOfThreeCalls(size, mvFrequencyFilterImage(spectrum)));
+    }
+}
+
+TEST(HalfFilters, OfImagesAreNotForDoublesNorForWhatAnInverseHasOverwritten) {
+    mvFrequencyBuffer spectrum;
+    mfForwardFFT(somePicture({32, 32}), spectrum);
+    EXPECT_EQ(nullptr, mvi::halfFilterOf(mvFrequencyFilterImage(spectrum), true));
+    mvPelBuffer<unsigned char> spatial;
+    mfInverseFFT(spectrum, spatial, false, true);
+    EXPECT_EQ(nullptr, mvi::halfFilterOf(mvFrequencyFilterImage(spectrum), false));
+}
+
+TEST(HalfFilters, AreOnlyOfTheFiveClassesThemselves) {
+    class Derived : public mvFrequencyFilterBandPass {
+      public:
+        using mvFrequencyFilterBandPass::mvFrequencyFilterBandPass;
+    };
+    const mvRingParameters ring{.sigma = 0.02, .frequency = 0.1, .size = {32, 32}};
+    EXPECT_NE(nullptr, mvi::halfFilterOf(mvFrequencyFilterBandPass(ring), false));
+    EXPECT_EQ(nullptr, mvi::halfFilterOf(Derived(ring), false));
+    const mvRingParameters small{.sigma = 0.02, .frequency = 0.1, .size = {8, 32}};
+    EXPECT_EQ(nullptr, mvi::halfFilterOf(mvFrequencyFilterBandPass(small), false));
+}
+
+}  // namespace
