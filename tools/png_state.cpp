@@ -15,17 +15,19 @@ extern "C" void ignoreWarning(png_structp, png_const_charp) {}
 
 }  // namespace
 
-PngReadState::PngReadState()
-    : png(png_create_read_struct(PNG_LIBPNG_VER_STRING, &error, keepError, ignoreWarning)),
-      info(png_create_info_struct(png)) {}
+PngReadState::PngReadState() {
+    png = png_create_read_struct(PNG_LIBPNG_VER_STRING, &error, keepError, ignoreWarning);
+    info = png_create_info_struct(png);
+}
 
 PngReadState::~PngReadState() {
     png_destroy_read_struct(&png, &info, nullptr);
 }
 
-PngWriteState::PngWriteState()
-    : png(png_create_write_struct(PNG_LIBPNG_VER_STRING, &error, keepError, ignoreWarning)),
-      info(png_create_info_struct(png)) {}
+PngWriteState::PngWriteState() {
+    png = png_create_write_struct(PNG_LIBPNG_VER_STRING, &error, keepError, ignoreWarning);
+    info = png_create_info_struct(png);
+}
 
 PngWriteState::~PngWriteState() {
     png_destroy_write_struct(&png, &info);

@@ -12,32 +12,34 @@
 /// The text of libpng's last error.
 using PngError = std::array<char, 256>;
 
-struct PngReadState {
-    PngReadState();
-    ~PngReadState();
-    PngReadState(const PngReadState&) = delete;
-    PngReadState& operator=(const PngReadState&) = delete;
+/// What reading and writing share; each makes and destroys it in its own way.
+struct PngState {
+    PngState() = default;
+    PngState(const PngState&) = delete;
+    PngState& operator=(const PngState&) = delete;
 
     PngError error{};
-    png_structp png;
-    png_infop info;
+    png_structp png{};
+    png_infop info{};
+
+  protected:
+    ~PngState() = default;
 };
 
-struct PngWriteState {
+struct PngReadState : PngState {
+    PngReadState();
+    ~PngReadState();
+};
+
+struct PngWriteState : PngState {
     PngWriteState();
     ~PngWriteState();
-    PngWriteState(const PngWriteState&) = delete;
-    PngWriteState& operator=(const PngWriteState&) = delete;
-
-    PngError error{};
-    png_structp png;
-    png_infop info;
 };
 
 /// Calls steps(png, info) and throws a Failure with libpng's text when it fails. libpng reports
 /// errors by longjmp: `steps` must not own anything that has a destructor.
-template <class State, class Steps>
-void guarded(State& state, Steps steps) {
+template <class Steps>
+void guarded(PngState& state, Steps steps) {
     if (!state.info) throw std::bad_alloc();
     if (setjmp(png_jmpbuf(state.png))) throw Failure(state.error.data());
     steps(state.png, state.info);
