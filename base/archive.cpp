@@ -1,9 +1,9 @@
 // Stream archives: bytes and the values made of them.
 #include <base/archive.h>
 #include <base/internal/archive_objects.h>
+#include <internal/bit_cast.h>
 
 #include <algorithm>
-#include <bit>
 #include <cstdint>
 #include <istream>
 #include <limits>
@@ -32,9 +32,9 @@ Bits fromLittleEndian(const unsigned char* raw) {
 template <class Bits, class Value>
 void exchangeAs(mvArchive& ar, Value& value) {
     unsigned char raw[sizeof(Bits)];
-    if (ar.isStoring()) toLittleEndian(std::bit_cast<Bits>(value), raw);
+    if (ar.isStoring()) toLittleEndian(mvi::bitCast<Bits>(value), raw);
     ar.bytes(raw, sizeof raw);
-    if (!ar.isStoring()) value = std::bit_cast<Value>(fromLittleEndian<Bits>(raw));
+    if (!ar.isStoring()) value = mvi::bitCast<Value>(fromLittleEndian<Bits>(raw));
 }
 
 // An integer in 32 bits, signed or not as `Narrow` is.
@@ -81,11 +81,11 @@ void mvArchive::floats(float* values, std::size_t count) {
         const std::size_t part = std::min(kStep, count - done);
         float* const first = values + done;
         for (std::size_t i = 0; out_ && i < part; ++i) {
-            toLittleEndian(std::bit_cast<std::uint32_t>(first[i]), raw + 4 * i);
+            toLittleEndian(mvi::bitCast<std::uint32_t>(first[i]), raw + 4 * i);
         }
         bytes(raw, part * sizeof(float));
         for (std::size_t i = 0; in_ && i < part; ++i) {
-            first[i] = std::bit_cast<float>(fromLittleEndian<std::uint32_t>(raw + 4 * i));
+            first[i] = mvi::bitCast<float>(fromLittleEndian<std::uint32_t>(raw + 4 * i));
         }
         done += part;
     }

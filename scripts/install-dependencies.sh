@@ -15,7 +15,8 @@ for group in "$@"; do
     ci) packages+=(git clang clang-format clang-tidy cppcheck doxygen libopencv-core-dev pkgconf
         python3-dask python3-distributed) ;;
     package) packages+=(git dpkg-dev doxygen lintian debootstrap) ;;
-    checks) packages+=(clang g++-aarch64-linux-gnu qemu-user gcovr abigail-tools ccache) ;;
+    checks) packages+=(clang g++-aarch64-linux-gnu qemu-user gcovr abigail-tools ccache
+        emscripten node-acorn nodejs googletest) ;;
     fuzz) packages+=(clang libclang-rt-dev patch zlib1g-dev) ;;
     *) echo "There is no group $group." >&2; exit 1 ;;
     esac

@@ -1,9 +1,9 @@
 // Stream archives: the bytes of each value, and what bad streams do.
 #include <base/archive.h>
+#include <internal/bit_cast.h>
 
 #include <gtest/gtest.h>
 
-#include <bit>
 #include <climits>
 #include <cstdint>
 #include <functional>
@@ -100,14 +100,14 @@ TEST(Archive, LoadsWhatItStored) {
 
 TEST(Archive, KeepsEveryBitOfFloatingValues) {
     for (const std::uint32_t bits : {0x80000000u, 0x7fa00001u, 0xffc12345u, 0x00000001u}) {
-        float value = std::bit_cast<float>(bits), loaded = 0;
+        float value = mvi::bitCast<float>(bits), loaded = 0;
         Loading(bytesOf(value)).archive() || loaded;
-        EXPECT_EQ(std::bit_cast<std::uint32_t>(loaded), bits);
+        EXPECT_EQ(mvi::bitCast<std::uint32_t>(loaded), bits);
     }
     const std::uint64_t quiet = 0xfff8000000012345u;
     double loaded = 0;
-    Loading(bytesOf(std::bit_cast<double>(quiet))).archive() || loaded;
-    EXPECT_EQ(std::bit_cast<std::uint64_t>(loaded), quiet);
+    Loading(bytesOf(mvi::bitCast<double>(quiet))).archive() || loaded;
+    EXPECT_EQ(mvi::bitCast<std::uint64_t>(loaded), quiet);
 }
 
 TEST(Archive, KnowsItsMode) {

@@ -1,10 +1,10 @@
 // Vectors and matrices of the plane.
 #include <base/exception.h>
 #include <base/matrix.h>
+#include <internal/bit_cast.h>
 
 #include <gtest/gtest.h>
 
-#include <bit>
 #include <cmath>
 #include <cstdint>
 #include <limits>
@@ -13,7 +13,7 @@
 namespace {
 
 std::uint64_t bits(double value) {
-    return std::bit_cast<std::uint64_t>(value);
+    return mvi::bitCast<std::uint64_t>(value);
 }
 
 void expectNear(const mvMatrix<2>& a, const mvMatrix<2>& b) {

@@ -2,8 +2,8 @@
 #pragma once
 
 #include <base/archive.h>
+#include <internal/bit_cast.h>
 
-#include <bit>
 #include <cstdint>
 #include <initializer_list>
 #include <string>
@@ -24,8 +24,8 @@ class Record {
     Record& flag(bool value) { return u8(value ? 1 : 0); }
     Record& u32(std::uint32_t value) { return little(value, 4); }
     Record& i32(std::int32_t value) { return u32(static_cast<std::uint32_t>(value)); }
-    Record& f32(float value) { return u32(std::bit_cast<std::uint32_t>(value)); }
-    Record& f64(double value) { return little(std::bit_cast<std::uint64_t>(value), 8); }
+    Record& f32(float value) { return u32(mvi::bitCast<std::uint32_t>(value)); }
+    Record& f64(double value) { return little(mvi::bitCast<std::uint64_t>(value), 8); }
     Record& text(std::string_view value) {
         u32(static_cast<std::uint32_t>(value.size()));
         bytes_ += value;

@@ -3,8 +3,8 @@
 
 #include <base/archive.h>
 #include <filt/fft/frequency_buffer.h>
+#include <internal/bit_cast.h>
 
-#include <bit>
 #include <cstdint>
 #include <sstream>
 #include <string>
@@ -49,7 +49,7 @@ struct BufferRecord {
         byte(hasData ? 1 : 0);
         byte(0);
         word(static_cast<std::uint32_t>(floats.size()));
-        for (const float value : floats) word(std::bit_cast<std::uint32_t>(value));
+        for (const float value : floats) word(mvi::bitCast<std::uint32_t>(value));
         return out;
     }
 };

@@ -2,8 +2,8 @@
 #pragma once
 
 #include <base/pair.h>
+#include <internal/bit_cast.h>
 
-#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
@@ -20,10 +20,10 @@ class Digest {
     void add(unsigned char value) { add(value, 1); }
     void add(unsigned short value) { add(value, 2); }
     void add(float value) {
-        add(std::bit_cast<std::uint32_t>(value == value ? value : kFloatNaN), 4);
+        add(mvi::bitCast<std::uint32_t>(value == value ? value : kFloatNaN), 4);
     }
     void add(double value) {
-        add(std::bit_cast<std::uint64_t>(value == value ? value : kDoubleNaN), 8);
+        add(mvi::bitCast<std::uint64_t>(value == value ? value : kDoubleNaN), 8);
     }
     void add(std::string_view text) {
         for (const char c : text) add(static_cast<unsigned char>(c));
@@ -32,8 +32,8 @@ class Digest {
     std::uint64_t value() const { return hash_; }
 
   private:
-    static constexpr float kFloatNaN = std::bit_cast<float>(0x7FC00000U);
-    static constexpr double kDoubleNaN = std::bit_cast<double>(std::uint64_t{0x7FF8} << 48);
+    static constexpr float kFloatNaN = mvi::bitCast<float>(0x7FC00000U);
+    static constexpr double kDoubleNaN = mvi::bitCast<double>(std::uint64_t{0x7FF8} << 48);
 
     void addByte(std::uint64_t byte) { hash_ = (hash_ ^ byte) * 0x100000001B3U; }
 
@@ -76,7 +76,7 @@ class Numbers {
                                               0x00400000, 0x7149F2CA, 0xF149F2CA, 0x7F800000,
                                               0xFF800000, 0x7FC00000};
         const long choice = between(0, 799);
-        if (choice < 10) return std::bit_cast<float>(kSpecial[choice]);
+        if (choice < 10) return mvi::bitCast<float>(kSpecial[choice]);
         return static_cast<float>(symmetric());
     }
 

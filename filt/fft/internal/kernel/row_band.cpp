@@ -1,7 +1,7 @@
 // The rows outside a band: are they zero, and what becomes of them if not.
 #include <filt/fft/internal/kernel/row_band.h>
+#include <internal/bit_cast.h>
 
-#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -11,7 +11,7 @@ namespace mvi {
 
 bool isAllZero(const float* floats, long count) {
     const auto bytes = static_cast<std::size_t>(count - 1) * sizeof(float);
-    return std::bit_cast<std::uint32_t>(floats[0]) == 0 &&
+    return bitCast<std::uint32_t>(floats[0]) == 0 &&
            std::memcmp(floats, floats + 1, bytes) == 0;
 }
 

@@ -1,10 +1,10 @@
 // What stands around an image: blends and mirror images.
 #include <filt/freqfilt/internal/border.h>
+#include <internal/bit_cast.h>
 
 #include <gtest/gtest.h>
 
 #include <array>
-#include <bit>
 #include <cmath>
 #include <limits>
 #include <vector>
@@ -14,7 +14,7 @@
 namespace {
 
 std::uint64_t bits(double value) {
-    return std::bit_cast<std::uint64_t>(value);
+    return mvi::bitCast<std::uint64_t>(value);
 }
 
 // The same bits, or both no number.

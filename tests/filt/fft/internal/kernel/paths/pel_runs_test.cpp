@@ -1,10 +1,10 @@
 // Conversions between pels and elements: their definition, one value at a time, on every path.
 #include <filt/fft/internal/kernel/path.h>
+#include <internal/bit_cast.h>
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <bit>
 #include <cmath>
 #include <cstdint>
 #include <limits>
@@ -67,13 +67,13 @@ template <class T>
 bool samePel(T a, T b) {
     if constexpr (std::is_same_v<T, double>) {
         if (std::isnan(a) && std::isnan(b)) return true;
-        return std::bit_cast<std::uint64_t>(a) == std::bit_cast<std::uint64_t>(b);
+        return mvi::bitCast<std::uint64_t>(a) == mvi::bitCast<std::uint64_t>(b);
     }
     return a == b;
 }
 
 bool sameBits(float a, float b) {
-    return std::bit_cast<std::uint32_t>(a) == std::bit_cast<std::uint32_t>(b) ||
+    return mvi::bitCast<std::uint32_t>(a) == mvi::bitCast<std::uint32_t>(b) ||
            (std::isnan(a) && std::isnan(b));
 }
 
