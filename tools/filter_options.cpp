@@ -2,6 +2,7 @@
 #include "filter_options.h"
 
 #include "numbers.h"
+#include "plane_options.h"
 
 namespace {
 

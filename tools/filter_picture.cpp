@@ -10,6 +10,7 @@
 #include "output_file.h"
 #include "picture_output.h"
 #include "png_picture.h"
+#include "result_pels.h"
 #include "standard_names.h"
 
 namespace {
@@ -53,27 +54,10 @@ class FilterRun {
         beginStage("filtering", calls * expectedPolls(choice_, image_.threads));
         mvPelBuffer<double> real;
         if (hasPhases || options_.withSign) real = realPart(picture_, filter_, image_);
-        results_.push_back({output, options_.withSign ? withSign(real) : magnitudes()});
+        results_.push_back({output, options_.withSign ? Picture(realPels(real, options_.rescale))
+                                                      : magnitudePels(picture_, filter_, image_,
+                                                                      options_.rescale)});
         if (hasPhases) addPhases(real, imaginaryPart(picture_, filter_, image_));
-    }
-
-    Picture withSign(const mvPelBuffer<double>& real) const {
-        return options_.rescale ? spreadSigned(real, *options_.rescale) : signedPels(real);
-    }
-
-    Picture magnitudes() const {
-        const double percent = options_.rescale.value_or(100);
-        if (percent < 100) return spreadMagnitudes<T>(filtered<double>(image_), percent);
-        mvFilterImageOptions image = image_;
-        image.rescale = options_.rescale.has_value();
-        return filtered<T>(image);
-    }
-
-    template <class U>
-    mvPelBuffer<U> filtered(const mvFilterImageOptions& image) const {
-        mvPelBuffer<U> result;
-        mfFilterImage(picture_, filter_, result, image);
-        return result;
     }
 
     void addPhases(const mvPelBuffer<double>& real, const mvPelBuffer<double>& imaginary) {

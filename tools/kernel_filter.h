@@ -5,6 +5,7 @@
 
 #include <memory>
 #include <string>
+#include <utility>
 
 #include "png_picture.h"
 
@@ -13,7 +14,11 @@
 class Kernel {
   public:
     /// Throws what readPicture throws.
-    explicit Kernel(const std::string& path) : path_(path), picture_(readPicture(path)) {}
+    explicit Kernel(const std::string& path) : Kernel(path, readPicture(path)) {}
+
+    /// The weights are there already; the name is for messages.
+    Kernel(std::string name, Picture weights)
+        : path_(std::move(name)), picture_(std::move(weights)) {}
 
     /// The smallest plane that takes the kernel, if any does.
     mvPair<long> leastPlane() const;

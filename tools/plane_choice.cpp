@@ -2,15 +2,13 @@
 #include "plane_choice.h"
 
 #include <algorithm>
-#include <bit>
 #include <string>
 
 #include "failure.h"
-#include "numbers.h"
 
 namespace {
 
-constexpr long kLargestSide = 2048, kUsualTile = 1024;
+constexpr long kUsualTile = 1024;
 
 // One axis of the choice.
 struct Axis {
@@ -28,7 +26,7 @@ struct Axis {
     long tile() const {
         if (options.tile) return *options.tile;
         const bool isRoomy = options.margin.value_or(reach) <= kUsualTile / 4;
-        return isRoomy && least <= kUsualTile ? kUsualTile : kLargestSide;
+        return isRoomy && least <= kUsualTile ? kUsualTile : kLargestPlaneSide;
     }
 
     // Only a given margin can leave nothing of a tile.
@@ -44,7 +42,7 @@ struct Axis {
     bool isBetterCut(long side) const { return side > tile() && planes(tile()) <= 2; }
 
     long side() const {
-        const long most = options.tile.value_or(kLargestSide);
+        const long most = options.tile.value_or(kLargestPlaneSide);
         for (long whole = least; whole <= most; whole *= 2) {
             if (fits(whole)) return isBetterCut(whole) ? tile() : whole;
         }
@@ -52,42 +50,7 @@ struct Axis {
     }
 };
 
-void addBorder(CLI::App& command, mvBorder& border) {
-    const auto set = [&border](const std::string& name) {
-        border = name == "zero" ? mvBorder::zero : mvBorder::mirror;
-    };
-    command
-        .add_option_function<std::string>("--border", set,
-                                          "What stands around the picture: its mirror image "
-                                          "(mirror, default) or black (zero)")
-        ->check(CLI::IsMember({"mirror", "zero"}));
-}
-
-void addTile(CLI::App& command, std::optional<long>& tile) {
-    const auto take = [&tile](long side) {
-        if (!std::has_single_bit(static_cast<unsigned long>(side))) {
-            throw CLI::ValidationError("--tile", std::to_string(side) + " is no power of two");
-        }
-        tile = side;
-    };
-    addWhole(command, "--tile",
-             "Side of the tiles that a larger picture is cut into, a power of two up to 2048; 1024 "
-             "if not given, or 2048 where that is less work",
-             take, 1, kLargestSide);
-}
-
 }  // namespace
-
-void addPlaneOptions(CLI::App& command, PlaneOptions& options, bool canChoose) {
-    addBorder(command, options.border);
-    if (canChoose) addTile(command, options.tile);
-    addWhole(
-        command, "--margin",
-        "Pels around the picture, or around each of its tiles, that are filtered with it; as far "
-        "as "
-        "the filter reaches, or a quarter of the plane, if not given",
-        [&options](long margin) { options.margin = margin; }, 0, kLargestSide / 2 - 1);
-}
 
 PlaneChoice choosePlane(const mv_PelBuffer& picture, const FilterRecipe& recipe,
                         const PlaneOptions& options) {

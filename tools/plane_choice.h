@@ -1,11 +1,12 @@
 // Which plane a picture is filtered in.
 #pragma once
 
-#include <CLI/CLI.hpp>
-
 #include <optional>
 
 #include "filter_recipe.h"
+
+/// The side of the largest plane that a transform takes.
+constexpr long kLargestPlaneSide = 2048;
 
 /// What the command line says of the plane.
 struct PlaneOptions {
@@ -13,9 +14,6 @@ struct PlaneOptions {
     std::optional<long> tile{};
     std::optional<long> margin{};
 };
-
-/// Adds --border and --margin, and --tile where the filter is still to be built.
-void addPlaneOptions(CLI::App& command, PlaneOptions& options, bool canChoose);
 
 /// How a picture is laid.
 struct PlaneChoice {

@@ -11,6 +11,7 @@
 
 #include "attention.h"
 #include "failure.h"
+#include "luma.h"
 #include "png_state.h"
 #include "size_text.h"
 #include "standard_names.h"
@@ -88,11 +89,6 @@ class Reader {
 
     PngReadState state_;
 };
-
-template <class T>
-T luma(const T* rgb) {
-    return static_cast<T>((299ul * rgb[0] + 587ul * rgb[1] + 114ul * rgb[2] + 500) / 1000);
-}
 
 template <class T>
 mvPelBuffer<T> readPels(Reader& reader) {

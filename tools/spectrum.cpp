@@ -3,9 +3,9 @@
 
 #include <algorithm>
 #include <cmath>
-#include <vector>
 
 #include "axes.h"
+#include "logarithmic_pels.h"
 #include "output_file.h"
 #include "picture_output.h"
 #include "png_picture.h"
@@ -21,52 +21,6 @@ Magnitudes middle(const Magnitudes& plane, double most) {
     const long bins = std::max(std::lround(most * static_cast<double>(side)), 1l);
     if (bins >= side / 2) return plane;
     return plane.window(side / 2 - bins, side / 2 - bins, 2 * bins + 1, 2 * bins + 1);
-}
-
-Magnitudes logarithms(const Magnitudes& plane) {
-    Magnitudes image(plane.width(), plane.height());
-    for (long y = 0; y < plane.height(); ++y) {
-        const double* row = plane.pointToRow(y);
-        std::transform(row, row + plane.width(), image.pointToRow(y),
-                       [](double magnitude) { return std::log1p(magnitude); });
-    }
-    return image;
-}
-
-double weakestTenth(const Magnitudes& image) {
-    std::vector<double> values(static_cast<std::size_t>(image.width() * image.height()));
-    for (long y = 0; y < image.height(); ++y) {
-        std::copy_n(image.pointToRow(y), image.width(), values.begin() + y * image.width());
-    }
-    const auto tenth = values.begin() + std::ssize(values) / 10;
-    std::nth_element(values.begin(), tenth, values.end());
-    return *tenth;
-}
-
-double strongest(const Magnitudes& image) {
-    double most = 0;
-    for (long y = 0; y < image.height(); ++y) {
-        const double* row = image.pointToRow(y);
-        most = std::max(most, *std::max_element(row, row + image.width()));
-    }
-    return most;
-}
-
-// Less than a factor of e is no structure but the noise of an even picture.
-constexpr double kLeastRange = 1;
-
-mvPelBuffer<unsigned char> forDisplay(const Magnitudes& image) {
-    const double low = weakestTenth(image);
-    const double range = std::max(strongest(image) - low, kLeastRange);
-    mvPelBuffer<unsigned char> shown(image.width(), image.height());
-    for (long y = 0; y < image.height(); ++y) {
-        const double* row = image.pointToRow(y);
-        std::transform(row, row + image.width(), shown.pointToRow(y), [=](double value) {
-            return static_cast<unsigned char>(
-                std::lround(255 * std::max(value - low, 0.0) / range));
-        });
-    }
-    return shown;
 }
 
 mvPelBuffer<unsigned char> enlarged(const mvPelBuffer<unsigned char>& image, long factor) {
@@ -87,7 +41,7 @@ void writeSpectrum(const PictureFiles& files, const SpectrumOptions& options) {
         [](const auto& picture) { return windowedSpectrum(picture); }, readPicture(files.input));
     const Magnitudes part = middle(plane, options.maxFrequency);
     const long factor = plane.width() / part.width();
-    const mvPelBuffer<unsigned char> shown = enlarged(forDisplay(logarithms(part)), factor);
+    const mvPelBuffer<unsigned char> shown = enlarged(logarithmicPels(part), factor);
     const auto pelsPerCycle = static_cast<double>(factor * plane.width());
     OutputFiles outputs;
     writePicture(outputs.add(files.output),
