@@ -21,6 +21,9 @@
 ///     mfInverseFFT(spectrum, result, true, true);
 ///     cv::threshold(mfMatFromPelBuffer(result), defects, 40, 255, cv::THRESH_BINARY);
 ///
+///     auto out = mfPelBufferFromMat<unsigned char>(frame);    // the picture call, in place
+///     mfFilterImage(out, {&withoutWave, &band}, out);
+///
 ///     cv::Mat magnitude = mfMatFromPelBuffer(spectrum.getMagnitudeImage(true));    // CV_64FC1
 
 namespace mvi {

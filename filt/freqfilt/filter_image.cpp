@@ -1,11 +1,10 @@
 // Picture in, picture out: a filter applied to an image of any size.
-#include <filt/fft/internal/buffer_access.h>
-#include <filt/fft/internal/integers.h>
 #include <filt/fft/internal/pel_map.h>
 #include <filt/fft/internal/spatial_plane.h>
 #include <filt/freqfilt/filter_image.h>
 #include <filt/freqfilt/internal/half_filters.h>
 #include <filt/freqfilt/internal/known_filters.h>
+#include <filt/freqfilt/internal/picture_plan.h>
 #include <filt/freqfilt/internal/planeless_tile.h>
 #include <filt/freqfilt/internal/shared_pels.h>
 #include <filt/freqfilt/internal/three_calls.h>
@@ -18,102 +17,7 @@
 namespace {
 
 using Options = mvFilterImageOptions;
-using Plane = std::optional<mvPair<long>>;
-
-void requireBound(const mv_PelBuffer& image) {
-    if (!image.isBound()) throw mvFrequencyDefs::UnboundWindow(nullptr);
-}
-
-// The plane of the tiles, for a filter that knows it and for one that does not.
-mvPair<long> planeOfTiles(const Plane& known, const mv_PelBuffer& image, mvBorder border) {
-    if (known) return *known;
-    return {mvi::planeFor(image.width(), border), mvi::planeFor(image.height(), border)};
-}
-
-void requireTransformable(mvPair<long> plane) {
-    using InvalidSize = mvFrequencyDefs::InvalidSize;
-    constexpr long kLargestSide = mvi::BufferAccess::kLargestSide;
-    if (plane.x > kLargestSide || plane.y > kLargestSide) {
-        throw InvalidSize("Width and Height must be no larger than 2048.");
-    }
-    if (!mvi::isPowerOfTwo(plane.x) || !mvi::isPowerOfTwo(plane.y)) {
-        throw InvalidSize("Size must be a power of 2.");
-    }
-}
-
-template <class U>
-void requireOutputFor(const Options& options) {
-    using InvalidArgument = mvFrequencyDefs::InvalidArgument;
-    constexpr bool kDoubles = std::is_same_v<U, double>;
-    if (options.result == mvFilterResult::real && !kDoubles) {
-        throw InvalidArgument("Real parts need an output of doubles.");
-    }
-    if (options.rescale && kDoubles) {
-        throw InvalidArgument("Rescaling needs an output of integers.");
-    }
-}
-
-bool leavesNothing(long image, long plane, long margin, mvBorder border) {
-    return margin >= plane - margin && mvi::needsTiles(image, plane, margin, border);
-}
-
-// Reaches are cut to what leaves half the plane, so that only given margins can be wrong.
-void requireMargin(const mv_PelBuffer& image, mvPair<long> plane, bool isKnown,
-                   const Options& options) {
-    const mvPair<long> margin = options.margin;
-    if (margin.x < -1 || margin.y < -1 ||
-        (isKnown && (leavesNothing(image.width(), plane.x, margin.x, options.border) ||
-                     leavesNothing(image.height(), plane.y, margin.y, options.border)))) {
-        throw mvFrequencyDefs::InvalidArgument("The margin leaves nothing of a tile.");
-    }
-}
-
-void requireThreads(int threads) {
-    if (threads < 1) {
-        throw mvFrequencyDefs::InvalidArgument("The number of threads must be positive.");
-    }
-}
-
-void requireOutputSize(const mv_PelBuffer& image, const mv_PelBuffer& out) {
-    if (out.isBound() && (out.width() != image.width() || out.height() != image.height())) {
-        throw mvFrequencyDefs::InvalidSize("The output must have the size of the image.");
-    }
-}
-
-// Whether the filter's reach is needed to know how an axis is cut. An image filter's reach costs a
-// transform.
-bool needsReach(long image, long plane, long margin, mvBorder border) {
-    return margin == -1 && mvi::needsTiles(image, plane, plane / 4, border);
-}
-
-mvPair<long> margins(const mv_PelBuffer& image, const mvFrequencyFilter& filter, mvPair<long> plane,
-                     const Options& options) {
-    mvPair<long> margin = options.margin;
-    const bool needsX = needsReach(image.width(), plane.x, margin.x, options.border);
-    const bool needsY = needsReach(image.height(), plane.y, margin.y, options.border);
-    if (!needsX && !needsY) return margin;
-    const mvPair<long> reach = mvi::reachOf(filter);
-    if (needsX) margin.x = std::min(reach.x, plane.x / 4);
-    if (needsY) margin.y = std::min(reach.y, plane.y / 4);
-    return margin;
-}
-
-// The checks that come before anything changes, and the plan.
-template <class U>
-mvi::TilePlan checkedPlan(const mv_PelBuffer& image, const mvFrequencyFilter& filter,
-                          const mvPelBuffer<U>& out, const Options& options) {
-    requireBound(image);
-    const Plane known = mvi::planeOf(filter);
-    const mvPair<long> plane = planeOfTiles(known, image, options.border);
-    requireTransformable(plane);
-    requireOutputFor<U>(options);
-    requireMargin(image, plane, known.has_value(), options);
-    requireThreads(options.threads);
-    requireOutputSize(image, out);
-    const mvPair<long> margin = known ? margins(image, filter, plane, options) : mvPair<long>(0, 0);
-    return {mvi::planAxis(image.width(), plane.x, margin.x, options.border),
-            mvi::planAxis(image.height(), plane.y, margin.y, options.border), options.border};
-}
+using mvi::FilterList;
 
 template <class T>
 mvPelBuffer_const<T> copyOf(const mvPelBuffer_const<T>& image) {
@@ -127,13 +31,11 @@ mvPelBuffer_const<T> copyOf(const mvPelBuffer_const<T>& image) {
 template <class T, class P>
 class PictureWork : public mvi::TileWork {
   public:
-    PictureWork(const mvPelBuffer_const<T>& image, const mvFrequencyFilter& filter,
-                const mvi::TilePlan& plan, mvi::TileResult result, P* first, std::ptrdiff_t step)
+    PictureWork(const mvPelBuffer_const<T>& image, FilterList filters, const mvi::TilePlan& plan,
+                mvi::TileResult result, P* first, std::ptrdiff_t step)
         : image_(image),
-          filter_(filter),
-          half_(result == mvi::TileResult::realParts
-                    ? nullptr
-                    : mvi::halfFilterOf(filter, std::is_same_v<P, double>)),
+          filters_(filters),
+          half_(halfOf(filters, result)),
           plan_(plan),
           result_(result),
           first_(first),
@@ -144,11 +46,19 @@ class PictureWork : public mvi::TileWork {
         if (half_) {
             runTiles(mvi::PlanelessTile<T>(*half_), queue, number);
         } else {
-            runTiles(mvi::ThreeCalls(filter_, plan_.plane()), queue, number);
+            runTiles(mvi::ThreeCalls(filters_, plan_.plane()), queue, number);
         }
     }
 
   private:
+    using HalfFilter = std::unique_ptr<const mvi::SpectrumFilter>;
+
+    // Half a plane shows magnitudes of one filter.
+    static HalfFilter halfOf(FilterList filters, mvi::TileResult result) {
+        if (filters.size() != 1 || result == mvi::TileResult::realParts) return nullptr;
+        return mvi::halfFilterOf(*filters.front(), std::is_same_v<P, double>);
+    }
+
     template <class Way>
     void runTiles(Way way, mvi::TileQueue& queue, long number) {
         mvi::TileImage<T> image(image_, plan_);
@@ -169,8 +79,8 @@ class PictureWork : public mvi::TileWork {
     }
 
     const mvPelBuffer_const<T>& image_;
-    const mvFrequencyFilter& filter_;
-    std::unique_ptr<const mvi::SpectrumFilter> half_;
+    const FilterList filters_;
+    const HalfFilter half_;
     const mvi::TilePlan& plan_;
     mvi::TileResult result_;
     P* first_;
@@ -180,12 +90,12 @@ class PictureWork : public mvi::TileWork {
 // Magnitudes and real parts go straight to the output; with several tiles, not over pels that a
 // later one reads.
 template <class T, class U>
-void filterInto(const mvPelBuffer_const<T>& image, const mvFrequencyFilter& filter,
-                const mvi::TilePlan& plan, const Options& options, mvPelBuffer<U>& out) {
+void filterInto(const mvPelBuffer_const<T>& image, FilterList filters, const mvi::TilePlan& plan,
+                const Options& options, mvPelBuffer<U>& out) {
     const bool isInTheWay =
         plan.tiles() > 1 && mvi::sharePels(mvi::pelBytes(image), mvi::pelBytes(out));
     const mvPelBuffer_const<T> pels = isInTheWay ? copyOf(image) : image;
-    PictureWork<T, U> work(pels, filter, plan,
+    PictureWork<T, U> work(pels, filters, plan,
                            options.result == mvFilterResult::real ? mvi::TileResult::realParts
                                                                   : mvi::TileResult::magnitudes,
                            out.pointToOffset(), out.rowUpdate());
@@ -194,12 +104,13 @@ void filterInto(const mvPelBuffer_const<T>& image, const mvFrequencyFilter& filt
 
 // The range of the whole result comes before the first pel, so that all is read by then.
 template <class T, class U>
-void filterRescaled(const mvPelBuffer_const<T>& image, const mvFrequencyFilter& filter,
+void filterRescaled(const mvPelBuffer_const<T>& image, FilterList filters,
                     const mvi::TilePlan& plan, const Options& options, mvPelBuffer<U>& out) {
     const long width = image.width(), height = image.height();
     const auto count = static_cast<std::size_t>(width) * static_cast<std::size_t>(height);
     const std::unique_ptr<float[]> squares(new float[count]);
-    PictureWork<T, float> work(image, filter, plan, mvi::TileResult::squares, squares.get(), width);
+    PictureWork<T, float> work(image, filters, plan, mvi::TileResult::squares, squares.get(),
+                               width);
     mvi::shareTiles(plan.tiles(), options.threads, work);
 
     const mvi::KernelPath& path = mvi::bestKernelPath();
@@ -214,39 +125,61 @@ void filterRescaled(const mvPelBuffer_const<T>& image, const mvFrequencyFilter& 
 }
 
 template <class T, class U>
-void filterImage(const mvPelBuffer_const<T>& image, const mvFrequencyFilter& filter,
-                 const mvi::TilePlan& plan, const Options& options, mvPelBuffer<U>& out) {
+void filterImage(const mvPelBuffer_const<T>& image, FilterList filters, const mvi::TilePlan& plan,
+                 const Options& options, mvPelBuffer<U>& out) {
     if constexpr (!std::is_same_v<U, double>) {
-        if (options.rescale) return filterRescaled(image, filter, plan, options, out);
+        if (options.rescale) return filterRescaled(image, filters, plan, options, out);
     }
-    filterInto(image, filter, plan, options, out);
+    filterInto(image, filters, plan, options, out);
 }
 
 }  // namespace
 
 template <class T, class U>
-void mfFilterImage(const mvPelBuffer_const<T>& image, const mvFrequencyFilter& filter,
-                   mvPelBuffer<U>& out, const mvFilterImageOptions& options) {
-    const mvi::TilePlan plan = checkedPlan(image, filter, out, options);
-    if (out.isBound()) return filterImage(image, filter, plan, options, out);
+void mfFilterImage(const mvPelBuffer_const<T>& image,
+                   std::span<const mvFrequencyFilter* const> filters, mvPelBuffer<U>& out,
+                   const mvFilterImageOptions& options) {
+    const mvi::TilePlan plan =
+        mvi::checkedPlan(image, filters, out, std::is_same_v<U, double>, options);
+    if (out.isBound()) return filterImage(image, filters, plan, options, out);
     mvPelBuffer<U> result(image.width(), image.height(), 32);
-    filterImage(image, filter, plan, options, result);
+    filterImage(image, filters, plan, options, result);
     result.offset(image.offset());
     result.copyXforms(image);
     out = result;
 }
 
+template <class T, class U>
+void mfFilterImage(const mvPelBuffer_const<T>& image, const mvFrequencyFilter& filter,
+                   mvPelBuffer<U>& out, const mvFilterImageOptions& options) {
+    mfFilterImage(image, {&filter}, out, options);
+}
+
+mvPair<long> mfFilterPlane(std::span<const mvFrequencyFilter* const> filters) {
+    mvi::requireFilters(filters);
+    return mvi::planeOf(filters).value_or(mvPair<long>());
+}
+
 mvPair<long> mfFilterPlane(const mvFrequencyFilter& filter) {
-    return mvi::planeOf(filter).value_or(mvPair<long>());
+    return mfFilterPlane({&filter});
+}
+
+mvPair<long> mfFilterReach(std::span<const mvFrequencyFilter* const> filters) {
+    mvi::requireFilters(filters);
+    mvi::planeOf(filters);
+    return mvi::reachOf(filters);
 }
 
 mvPair<long> mfFilterReach(const mvFrequencyFilter& filter) {
-    return mvi::reachOf(filter);
+    return mfFilterReach({&filter});
 }
 
-#define MVFREQ_FILTER_IMAGE_OF(T, U)                                                   \
-    template void mfFilterImage(const mvPelBuffer_const<T>&, const mvFrequencyFilter&, \
-                                mvPelBuffer<U>&, const mvFilterImageOptions&);
+#define MVFREQ_FILTER_IMAGE_OF(T, U)                                                        \
+    template void mfFilterImage(const mvPelBuffer_const<T>&, const mvFrequencyFilter&,      \
+                                mvPelBuffer<U>&, const mvFilterImageOptions&);              \
+    template void mfFilterImage(const mvPelBuffer_const<T>&,                                \
+                                std::span<const mvFrequencyFilter* const>, mvPelBuffer<U>&, \
+                                const mvFilterImageOptions&);
 #define MVFREQ_FILTER_IMAGE_FROM(T)           \
     MVFREQ_FILTER_IMAGE_OF(T, unsigned char)  \
     MVFREQ_FILTER_IMAGE_OF(T, unsigned short) \

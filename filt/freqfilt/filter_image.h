@@ -1,9 +1,12 @@
-// Picture in, picture out: a filter applied to an image of any size.
+// Picture in, picture out: filters applied to an image of any size.
 #pragma once
 
 #include <filt/export.h>
 #include <filt/freqfilt/filter.h>
 #include <filt/platform.h>
+
+#include <initializer_list>
+#include <span>
 
 /// What stands around the image where a plane is larger: zeros, or the image's own mirror image.
 ///
@@ -26,7 +29,7 @@ struct mvFilterImageOptions {
     bool rescale = false;
 
     /// How many pels around a tile are filtered with it and then dropped, along x and along y; -1
-    /// takes the filter's reach, but at most a quarter of the plane.
+    /// takes the reach of the filters, but at most a quarter of the plane.
     mvPair<long> margin{-1, -1};
 
     /// How many threads work on the tiles, the calling one included. The others end with the call.
@@ -59,6 +62,13 @@ struct mvFilterImageOptions {
 /// of two that holds the image, with `mirror` and an eighth of it at either end, and there are no
 /// tiles. Its `apply` in place is called once, on the calling thread.
 ///
+/// Several filters are applied to a spectrum in their order before the way back:
+/// `mfFilterImage(image, {&withoutWave, &band}, out)`. Calls one after the other would differ,
+/// since magnitudes and rounded pels would lie between. All filters must be built for one plane,
+/// and the reach of the list is the sum of their reaches. A filter of the caller's own goes with
+/// the plane of the others: its `apply` is called for each tile, from any of the threads, and its
+/// reach counts as a quarter of the plane. A list of one does what its filter does by itself.
+///
 /// `out` becomes an image of the input's size, offset and client transform when it is not bound.
 /// When it is, it must have the input's size and keeps its own offset and transform; it may share
 /// the input's pels, in whole or in part. No pel is wrapped around, whatever the offsets are.
@@ -68,9 +78,11 @@ struct mvFilterImageOptions {
 ///
 /// Throws, in this order and before anything changes:
 /// - mvFrequencyDefs::UnboundWindow for an unbound image;
-/// - mvFrequencyDefs::Uninitialized for a filter without response, with the text of its `apply`;
-/// - mvFrequencyDefs::InvalidSize for a plane with a side above 2048, then for one with a side that
-///   is no power of two, which only an archive makes;
+/// - mvFrequencyDefs::InvalidArgument for a list without filters, then for one with a null pointer;
+/// - mvFrequencyDefs::Uninitialized for the first filter without response, with the text of its
+///   `apply`;
+/// - mvFrequencyDefs::InvalidSize for filters of several planes, then for a plane with a side above
+///   2048, then for one with a side that is no power of two, which only an archive makes;
 /// - mvFrequencyDefs::InvalidArgument for real parts and an integer output; for `rescale` and an
 ///   output of doubles; for a margin below -1, or one of half the plane and more along an axis that
 ///   is cut; for fewer than one thread;
@@ -87,10 +99,26 @@ struct mvFilterImageOptions {
 template <class T, class U>
 MVFREQ_API void mfFilterImage(const mvPelBuffer_const<T>& image, const mvFrequencyFilter& filter,
                               mvPelBuffer<U>& out, const mvFilterImageOptions& options = {});
+template <class T, class U>
+MVFREQ_API void mfFilterImage(const mvPelBuffer_const<T>& image,
+                              std::span<const mvFrequencyFilter* const> filters,
+                              mvPelBuffer<U>& out, const mvFilterImageOptions& options = {});
+template <class T, class U>
+void mfFilterImage(const mvPelBuffer_const<T>& image,
+                   std::initializer_list<const mvFrequencyFilter*> filters, mvPelBuffer<U>& out,
+                   const mvFilterImageOptions& options = {}) {
+    mfFilterImage(image, std::span(filters.begin(), filters.size()), out, options);
+}
 
-/// The padded size of the buffers that a filter was built for; (0, 0) for a filter class of the
-/// caller's own. Throws mvFrequencyDefs::Uninitialized for a filter without response.
+/// The padded size of the buffers that a filter, or each filter of a list, was built for; (0, 0)
+/// for filter classes of the caller's own. Throws, in this order, mvFrequencyDefs::InvalidArgument
+/// for a list without filters, or with a null pointer, mvFrequencyDefs::Uninitialized for a filter
+/// without response, mvFrequencyDefs::InvalidSize for filters of several planes.
 MVFREQ_API mvPair<long> mfFilterPlane(const mvFrequencyFilter& filter);
+MVFREQ_API mvPair<long> mfFilterPlane(std::span<const mvFrequencyFilter* const> filters);
+inline mvPair<long> mfFilterPlane(std::initializer_list<const mvFrequencyFilter*> filters) {
+    return mfFilterPlane(std::span(filters.begin(), filters.size()));
+}
 
 /// How far a pel of the result depends on its surroundings, in pels along x and y: the margin that
 /// tiles need so that no seam shows.
@@ -101,10 +129,14 @@ MVFREQ_API mvPair<long> mfFilterPlane(const mvFrequencyFilter& filter);
 /// image filters the smallest distance from the origin beyond which the columns, or rows, of the
 /// image's inverse transform hold at most 1/1024 of the sum of its magnitudes; this costs an
 /// inverse transform at every call. At least 1 and at most 2^31 - 1; (0, 0) for a filter class of
-/// the caller's own.
+/// the caller's own. For a list the sum of the reaches, at most 2^31 - 1; (0, 0) when one of the
+/// filters is a class of the caller's own.
 ///
-/// Throws, in this order, mvFrequencyDefs::Uninitialized for a filter without response,
-/// mvFrequencyDefs::InvalidSize for an image filter whose plane no transform takes, what a failing
-/// poll of the inverse transform throws.
+/// Throws, in this order, what mfFilterPlane throws, mvFrequencyDefs::InvalidSize for an image
+/// filter whose plane no transform takes, what a failing poll of the inverse transform throws.
 MVFREQ_API mvPair<long> mfFilterReach(const mvFrequencyFilter& filter);
+MVFREQ_API mvPair<long> mfFilterReach(std::span<const mvFrequencyFilter* const> filters);
+inline mvPair<long> mfFilterReach(std::initializer_list<const mvFrequencyFilter*> filters) {
+    return mfFilterReach(std::span(filters.begin(), filters.size()));
+}
 /// @}

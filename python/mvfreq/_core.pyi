@@ -3,6 +3,7 @@ from typing import (
     Any,
     Callable,
     ClassVar,
+    List,
     Literal,
     Optional,
     Sequence,
@@ -454,11 +455,12 @@ _Border = Literal["zero", "mirror"]
 _Result = Literal["magnitude", "real"]
 _Margin = Union[None, int, _Point]
 _Picture = Union[_Image, NDArray[np.float32]]
+_Filters = Union[FrequencyFilter, List[FrequencyFilter], Tuple[FrequencyFilter, ...]]
 
 @overload
 def filter_image(
     image: _Picture,
-    filter: FrequencyFilter,
+    filter: _Filters,
     out: _Magnitudes,
     *,
     border: _Border = "mirror",
@@ -470,7 +472,7 @@ def filter_image(
 @overload
 def filter_image(
     image: _Picture,
-    filter: FrequencyFilter,
+    filter: _Filters,
     out: _PelType = ...,
     *,
     border: _Border = "mirror",
@@ -479,8 +481,8 @@ def filter_image(
     margin: _Margin = None,
     threads: int = 1,
 ) -> NDArray[Any]: ...
-def filter_plane(filter: FrequencyFilter) -> _Point: ...
-def filter_reach(filter: FrequencyFilter) -> _Point: ...
+def filter_plane(filter: _Filters) -> _Point: ...
+def filter_reach(filter: _Filters) -> _Point: ...
 def dumps(obj: Union[FrequencyBuffer, FrequencyFilter, Errors]) -> bytes: ...
 def loads(data: bytes) -> Union[FrequencyFilter, Errors, None]: ...
 def loads_buffer(data: bytes) -> FrequencyBuffer: ...

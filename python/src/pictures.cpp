@@ -4,6 +4,7 @@
 #include <pybind11/numpy.h>
 
 #include <string>
+#include <vector>
 
 #include "attention.h"
 #include "filters.h"
@@ -47,9 +48,48 @@ mvPair<long> marginOf(const py::object& margin) {
     }
 }
 
-py::object filterImage(const py::object& source, AnyFilter& filter, const py::object& out,
+// One filter, or several in their order; it keeps them alive.
+class FilterList {
+  public:
+    explicit FilterList(const py::object& filters)
+        : kept_(isList(filters) ? py::tuple(filters) : py::make_tuple(filters)) {
+        for (const py::handle each : kept_) add(each, isList(filters));
+    }
+
+    const std::vector<const mvFrequencyFilter*>& bases() const { return bases_; }
+    const std::vector<Usage*>& usages() const { return usages_; }
+
+    void requireUnchanging() const {
+        for (const Usage* usage : usages_) usage->requireUnchanging();
+    }
+
+  private:
+    static bool isList(const py::object& filters) {
+        return py::isinstance<py::list>(filters) || py::isinstance<py::tuple>(filters);
+    }
+
+    void add(py::handle each, bool isInList) {
+        if (!py::isinstance<AnyFilter>(each)) {
+            const auto name = each.get_type().attr("__name__").cast<std::string>();
+            throw py::type_error((isInList ? "the list filter must hold FrequencyFilters, not "
+                                           : "filter must be a FrequencyFilter or a list of them, "
+                                             "not ") +
+                                 name);
+        }
+        auto& filter = each.cast<AnyFilter&>();
+        bases_.push_back(&filter.base());
+        usages_.push_back(&filter.usage);
+    }
+
+    py::tuple kept_;
+    std::vector<const mvFrequencyFilter*> bases_;
+    std::vector<Usage*> usages_;
+};
+
+py::object filterImage(const py::object& source, const py::object& filter, const py::object& out,
                        const std::string& border, const std::string& result, bool rescale,
                        const py::object& margin, int threads) {
+    const FilterList filters(filter);
     const Image image = pictureOf(source);
     Output target(out, "out");
     const mvFilterImageOptions options{
@@ -57,24 +97,26 @@ py::object filterImage(const py::object& source, AnyFilter& filter, const py::ob
         chosen(result, "result", "magnitude", mvFilterResult::magnitude, "real",
                mvFilterResult::real),
         rescale, marginOf(margin), threads};
-    const Uses uses({}, {&filter.usage});
+    const Uses uses({}, filters.usages());
     std::visit(
         [&](const auto& pels, auto& filtered) {
-            unlocked([&] { mfFilterImage(pels, filter.base(), filtered, options); });
+            unlocked([&] { mfFilterImage(pels, filters.bases(), filtered, options); });
         },
         image.pels, target.pels());
     return target.result();
 }
 
-py::tuple planeOf(AnyFilter& filter) {
-    filter.usage.requireUnchanging();
-    const mvPair<long> plane = mfFilterPlane(filter.base());
+py::tuple planeOf(const py::object& filter) {
+    const FilterList filters(filter);
+    filters.requireUnchanging();
+    const mvPair<long> plane = mfFilterPlane(filters.bases());
     return py::make_tuple(plane.x, plane.y);
 }
 
-py::tuple reachOf(AnyFilter& filter) {
-    const Uses uses({}, {&filter.usage});
-    const mvPair<long> reach = unlocked([&] { return mfFilterReach(filter.base()); });
+py::tuple reachOf(const py::object& filter) {
+    const FilterList filters(filter);
+    const Uses uses({}, filters.usages());
+    const mvPair<long> reach = unlocked([&] { return mfFilterReach(filters.bases()); });
     return py::make_tuple(reach.x, reach.y);
 }
 
@@ -86,35 +128,40 @@ void bindPictures(py::module_& module) {
         "border"_a = "mirror", "result"_a = "magnitude", "rescale"_a = false,
         "margin"_a = py::none(), "threads"_a = 1,
         "The filtered image: forward transform, filter and inverse transform in one call, for\n"
-        "images of any size. A uint8, uint16, float32 or float64 array or a PelBuffer.\n"
+        "images of any size. A uint8, uint16, float32 or float64 array or a PelBuffer. A list or\n"
+        "tuple of filters is applied in its order before the way back; all of them are built for\n"
+        "one plane.\n"
         "\n"
         "An image that fits the plane of the filter is filtered in one piece, a longer one in\n"
         "tiles, each axis for itself. border says what stands around the image: 'mirror', its\n"
         "mirror image, or 'zero'. margin is how many pels around a tile are filtered with it and\n"
-        "dropped, one number or (x, y); None takes the filter's reach, but at most a quarter of\n"
-        "the plane. The number of threads changes nothing in the result.\n"
+        "dropped, one number or (x, y); None takes the reach of the filter, or the sum of all, "
+        "but\n"
+        "at most a quarter of the plane. The number of threads changes nothing in the result.\n"
         "\n"
         "out is a dtype (a new array is returned), or an array or PelBuffer of the image's size\n"
         "that receives the pels and is returned; it may be the image. result is 'magnitude', or\n"
         "'real' for values with their sign in float64. rescale spreads the magnitudes over the\n"
         "whole range of integer pels.\n"
         "\n"
-        "Raises, in this order, UnboundWindow for a PelBuffer without pels, Uninitialized for a\n"
-        "filter without response, InvalidSize for a loaded filter that fits no plane,\n"
-        "InvalidArgument for options that do not go together, InvalidSize for an output of\n"
-        "another size.\n"
+        "Raises, in this order, UnboundWindow for a PelBuffer without pels, InvalidArgument for a\n"
+        "list without filters, Uninitialized for a filter without response, InvalidSize for\n"
+        "filters of several planes and for a loaded filter that fits no plane, InvalidArgument "
+        "for\n"
+        "options that do not go together, InvalidSize for an output of another size.\n"
         "\n"
         ">>> import numpy as np\n"
         ">>> smooth = FrequencyFilterBandPass(sigma=0.1, plateau=0, frequency=0, size=(16, 16),\n"
         "...                                  dc_removal_radius=0)\n"
         ">>> filter_image(np.full((3, 50), 7, np.uint8), smooth)[1, 20:25]\n"
         "array([7, 7, 7, 7, 7], dtype=uint8)\n");
-    module.def("filter_plane", &planeOf, "filter"_a,
-               "The padded (width, height) of the buffers that a filter was built for. Raises\n"
-               "Uninitialized without response.");
+    module.def(
+        "filter_plane", &planeOf, "filter"_a,
+        "The padded (width, height) of the buffers that a filter, or each of a list, was built\n"
+        "for. Raises Uninitialized without response, InvalidSize for several planes.");
     module.def(
         "filter_reach", &reachOf, "filter"_a,
         "How far a pel of the result depends on its surroundings, in pels along x and y: the\n"
-        "margin that tiles need. Costs an inverse transform for an image filter. Raises\n"
-        "Uninitialized without response.");
+        "margin that tiles need; for a list the sum. Costs an inverse transform for an image\n"
+        "filter. Raises what filter_plane raises.");
 }

@@ -19,7 +19,7 @@ bool contains(const std::vector<Usage*>& usages, const Usage* usage) {
 }
 }  // namespace
 
-Uses::Uses(std::initializer_list<Usage*> changed, std::initializer_list<Usage*> read) {
+Uses::Uses(std::initializer_list<Usage*> changed, const std::vector<Usage*>& read) {
     for (Usage* usage : changed) {
         if (!contains(changed_, usage)) changed_.push_back(usage);
     }

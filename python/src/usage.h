@@ -22,7 +22,7 @@ struct Usage {
 class Uses {
   public:
     /// `changed` is changed, `read` only read; one object may stand for several arguments.
-    Uses(std::initializer_list<Usage*> changed, std::initializer_list<Usage*> read);
+    Uses(std::initializer_list<Usage*> changed, const std::vector<Usage*>& read);
     ~Uses();
     Uses(const Uses&) = delete;
     Uses& operator=(const Uses&) = delete;

@@ -58,7 +58,7 @@ def test_help_shows_names_and_defaults_and_nothing_of_the_compiled_part():
 
 ERRORS = [
     (lambda: mvfreq.filter_image(IMAGE, "ring"),
-     "filter_image: filter must be a FrequencyFilter, not str"),
+     "filter must be a FrequencyFilter or a list of them, not str"),
     (lambda: mvfreq.filter_image(IMAGE), "filter_image: missing a required argument: 'filter'"),
     (lambda: mvfreq.filter_image(IMAGE, ring(), bordr="zero"),
      "filter_image: got an unexpected keyword argument 'bordr'"),

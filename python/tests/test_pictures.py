@@ -165,6 +165,74 @@ def test_filters_without_response_are_refused():
                 call(kind())
 
 
+def in_turn(image, filters):
+    """What filters give one after the other, for an image that is a plane."""
+    spectrum = mvfreq.forward_fft(image)
+    for filter in filters:
+        filter.apply(spectrum)
+    return mvfreq.inverse_fft(spectrum, float)
+
+
+@pytest.mark.parametrize("sequence", [list, tuple])
+def test_a_list_of_filters_is_applied_in_its_order(sequence):
+    image = np.ascontiguousarray(BYTES[:16, :32])
+    for names in [("gabor-reject", "band-pass"), ("image", "gabor", "band-reject")]:
+        filters = sequence(FILTERS[name] for name in names)
+        actual = mvfreq.filter_image(image, filters, float, border="zero")
+        np.testing.assert_array_equal(actual, in_turn(image, filters))
+
+
+def test_a_list_of_one_is_its_filter():
+    for filter in FILTERS.values():
+        np.testing.assert_array_equal(mvfreq.filter_image(BYTES, [filter]),
+                                      mvfreq.filter_image(BYTES, filter))
+
+
+def test_a_list_has_one_plane_and_the_sum_of_the_reaches():
+    filters = [FILTERS["image"], RING]
+    assert mvfreq.filter_plane(filters) == (32, 16)
+    assert mvfreq.filter_reach(filters) == (8, 9)
+    expected = mvfreq.filter_image(BYTES, filters, margin=(8, 4))
+    np.testing.assert_array_equal(mvfreq.filter_image(BYTES, filters), expected)
+
+
+OTHER_PLANE = mvfreq.FrequencyFilterBandPass(0.1, 0, 0.2, (16, 16), 1)
+
+
+@pytest.mark.parametrize("filters, error, message", [
+    ([], mvfreq.InvalidArgument, "at least one filter"),
+    ([RING, OTHER_PLANE], mvfreq.InvalidSize, "built for one plane"),
+    ([RING, mvfreq.FrequencyFilterGabor()], mvfreq.Uninitialized, "FrequencyFilter"),
+    ([RING, 3], TypeError, "the list filter must hold FrequencyFilters, not int"),
+    (None, TypeError, "filter must be a FrequencyFilter or a list of them, not NoneType"),
+    ("abc", TypeError, "filter must be a FrequencyFilter or a list of them, not str"),
+])
+def test_what_is_no_list_of_filters_is_refused(filters, error, message):
+    for call in (lambda f: mvfreq.filter_image(BYTES, f), mvfreq.filter_plane,
+                 mvfreq.filter_reach):
+        with pytest.raises(error, match=message):
+            call(filters)
+
+
+def test_filters_of_a_list_stay_alive_and_unchanged_while_they_work():
+    filters = [copy.copy(RING), copy.copy(FILTERS["gabor-reject"]), RING]
+    changed = filters[1]
+    seen = []
+
+    def change():
+        filters.clear()
+        with pytest.raises(RuntimeError, match="in use"):
+            changed.frequency = 0.3
+        seen.append(1)
+
+    expected = mvfreq.filter_image(BYTES, list(filters))
+    with mvfreq.cancel_when(change):
+        actual = mvfreq.filter_image(BYTES, filters, threads=2)
+    assert seen
+    np.testing.assert_array_equal(actual, expected)
+    changed.frequency = 0.3
+
+
 def test_the_plane_is_the_size_of_the_filter():
     for filter in FILTERS.values():
         assert mvfreq.filter_plane(filter) == (32, 16)

@@ -168,6 +168,18 @@ TYPED_TEST(Bridge, TransformsAMatrixAsACopyOfIt) {
     EXPECT_TRUE(ofMatrix == ofCopy);
 }
 
+TYPED_TEST(Bridge, TakesMatricesToThePictureCallAndBack) {
+    const mvFrequencyFilterBandReject reject({.sigma = 0.1, .frequency = 0.2, .size = {16, 16}});
+    const mvFrequencyFilterBandPass pass({.sigma = 0.1, .frequency = 0.1, .size = {16, 16}});
+    cv::Mat matrix = this->frame(13, 19), filtered = cv::Mat::zeros(13, 19, kMatType<TypeParam>);
+    auto out = mfPelBufferFromMat<TypeParam>(filtered);
+    mfFilterImage(mfPelBufferFromMat<TypeParam>(matrix), {&reject, &pass}, out);
+    mvPelBuffer<TypeParam> expected;
+    mfFilterImage(mfPelClone(mfPelBufferFromMat<TypeParam>(matrix)), {&reject, &pass}, expected);
+    EXPECT_EQ(cv::norm(filtered, mfMatFromPelBuffer(expected), cv::NORM_INF), 0);
+    EXPECT_NE(cv::norm(filtered, cv::NORM_INF), 0);
+}
+
 TEST(BridgeOfBuffers, ShowsAComponentImageThatIsNoOnesElse) {
     mvFrequencyBuffer spectrum(16, 8);
     spectrum.put(3, -2, {3.0, 4.0}, true);

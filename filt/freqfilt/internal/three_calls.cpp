@@ -1,4 +1,4 @@
-// A tile by the way that serves every filter: forward transform, filter, inverse transform.
+// A tile by the way that serves every filter: forward transform, filters, inverse transform.
 #include <filt/fft/internal/attention.h>
 #include <filt/fft/internal/buffer_access.h>
 #include <filt/fft/internal/spatial_plane.h>
@@ -87,11 +87,17 @@ void ThreeCalls::requireSamePlane() const {
     }
 }
 
+void ThreeCalls::applyFilters() {
+    for (const mvFrequencyFilter* filter : filters_) {
+        filter->apply(buffer_);
+        requireSamePlane();
+    }
+}
+
 template <class T, class P>
 void ThreeCalls::compute(TileImage<T>& image, const TileOutput<P>& out) {
     transform(image);
-    filter_.apply(buffer_);
-    requireSamePlane();
+    applyFilters();
     OutputSink<P> sink(out, inverseScale(buffer_));
     visitSpatialPlane(buffer_, out.from.x + out.size.x, sink);
     // The conversion to pels has a poll of its own.

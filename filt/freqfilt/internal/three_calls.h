@@ -1,7 +1,8 @@
-// A tile by the way that serves every filter: forward transform, filter, inverse transform.
+// A tile by the way that serves every filter: forward transform, filters, inverse transform.
 #pragma once
 
 #include <filt/freqfilt/internal/border.h>
+#include <filt/freqfilt/internal/filter_list.h>
 #include <filt/freqfilt/internal/tile_output.h>
 
 namespace mvi {
@@ -9,9 +10,8 @@ namespace mvi {
 /// One object for each thread; it keeps its plane from tile to tile.
 class ThreeCalls {
   public:
-    /// `filter` outlives the object.
-    ThreeCalls(const mvFrequencyFilter& filter, mvPair<long> plane)
-        : filter_(filter), plane_(plane) {}
+    /// The filters outlive the object.
+    ThreeCalls(FilterList filters, mvPair<long> plane) : filters_(filters), plane_(plane) {}
 
     /// Filters the image of a tile and writes the part of it that `out` asks for. All rows are read
     /// before anything is written.
@@ -21,9 +21,10 @@ class ThreeCalls {
   private:
     template <class T>
     void transform(TileImage<T>& image);
+    void applyFilters();
     void requireSamePlane() const;
 
-    const mvFrequencyFilter& filter_;
+    FilterList filters_;
     mvPair<long> plane_;
     mvFrequencyBuffer buffer_;
 };

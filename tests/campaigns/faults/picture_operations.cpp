@@ -106,6 +106,13 @@ Operation inItself(const std::string& name, const Shared& filters, Filter Pictur
             }};
 }
 
+Operation inTurn(const Shared& filters) {
+    return {"picture: three filters in turn", [=](Operands& o) {
+                mfFilterImage(o.bytes, {&filters->ringReject, &filters->own, &filters->lobe},
+                              o.newBytes);
+            }};
+}
+
 }  // namespace
 
 std::vector<Operation> pictureOperations() {
@@ -125,6 +132,7 @@ std::vector<Operation> pictureOperations() {
     addTypes(rows, "image filter", filters, &P::image, {}, Types::kAlike);
     addTypes(rows, "own filter", filters, &P::own, {}, Types::kAlike);
     addRescaled(rows, filters);
+    rows.push_back(inTurn(filters));
     rows.push_back(inItself("ring", filters, &PictureFilters::ring));
     mvFilterImageOptions realParts;
     realParts.result = mvFilterResult::real;

@@ -2,13 +2,12 @@
 #include <gtest/gtest.h>
 
 #include <limits>
-#include <sstream>
-#include <string>
 #include <tuple>
 #include <type_traits>
 
 #include "support/compare.h"
 #include "support/picture_cases.h"
+#include "support/picture_choice.h"
 #include "support/random_planes.h"
 #include "support/sanitizers.h"
 
@@ -18,6 +17,10 @@ using Byte = unsigned char;
 using Word = unsigned short;
 using cases::Kind;
 using cases::PictureFilter;
+using cases::someOptions;
+using cases::somePicture;
+using cases::someSide;
+using cases::textOf;
 using reference::Image;
 using support::GuardedPels;
 using support::Random;
@@ -30,25 +33,6 @@ using TypePairs =
                    std::pair<Word, Byte>, std::pair<Word, Word>, std::pair<Word, double>,
                    std::pair<double, Byte>, std::pair<double, Word>, std::pair<double, double>>;
 TYPED_TEST_SUITE(FilterImage, TypePairs);
-
-// Doubles of the size of bytes, of both signs.
-template <class T>
-Image<T> somePicture(long width, long height, unsigned seed) {
-    Image<T> image = support::randomImage<T>(width, height, seed);
-    if constexpr (std::is_same_v<T, double>) {
-        for (double& pel : image.pels) pel *= 200;
-    }
-    return image;
-}
-
-std::string textOf(const mvFilterImageOptions& options) {
-    std::ostringstream out;
-    out << (options.border == mvBorder::zero ? "zero" : "mirror")
-        << (options.result == mvFilterResult::real ? ", real" : "")
-        << (options.rescale ? ", rescaled" : "") << ", margin (" << options.margin.x << ", "
-        << options.margin.y << "), " << options.threads << " threads";
-    return out.str();
-}
 
 // The call with an unbound and with a bound output.
 template <class U, class T>
@@ -67,28 +51,6 @@ void expectAsDefined(const Image<T>& image, const PictureFilter& filter,
     mfFilterImage(pels, *filter.filter, bound.buffer(), options);
     ASSERT_TRUE(support::sameImage(support::at(expected, 3, -2), support::imageOf(bound.buffer())));
     ASSERT_TRUE(bound.guardsAreIntact());
-}
-
-// Options that the call takes for such an output.
-template <class U>
-mvFilterImageOptions someOptions(Random& random, mvPair<long> plane) {
-    mvFilterImageOptions options;
-    options.border = random.below(2) == 0 ? mvBorder::zero : mvBorder::mirror;
-    if (std::is_same_v<U, double> && random.below(2) == 0) options.result = mvFilterResult::real;
-    options.rescale = !std::is_same_v<U, double> && random.below(3) == 0;
-    const auto margin = [&](long side) {
-        return random.below(2) == 0
-                   ? -1L
-                   : static_cast<long>(random.below(static_cast<unsigned>(side + 1) / 2));
-    };
-    options.margin.x = margin(plane.x);
-    options.margin.y = margin(plane.y);
-    options.threads = 1 + static_cast<int>(random.below(4));
-    return options;
-}
-
-long someSide(Random& random) {
-    return 1 + static_cast<long>(random.below(random.below(4) == 0 ? 64 : 20));
 }
 
 TYPED_TEST(FilterImage, GivesTheBitsOfTheThreeCalls) {
