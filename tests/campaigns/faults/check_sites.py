@@ -24,6 +24,7 @@ BEFORE_MAIN = re.compile(r"_GLOBAL__sub_I_|__static_initialization_and_destructi
 UNREACHABLE = {
     r"mvi::DcSquare::save|_M_realloc_insert<mvPair<double>": "the list was given its room before",
     r"mvi::.*fadingWeights": "the list was given its room before",
+    r"std::vector<float, .*::_M_fill_insert": "the list was given its room before",
 }
 
 

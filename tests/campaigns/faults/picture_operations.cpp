@@ -23,7 +23,7 @@ class HalvingFilter : public mvFrequencyFilter {
 };
 
 mvFrequencyFilterImage convolution() {
-    mvFrequencyBuffer kernel(8, 4);
+    mvFrequencyBuffer kernel(16, 4);
     kernel.put(0, 0, {1.0, 0.0}, false);
     return mvFrequencyFilterImage(kernel);
 }
