@@ -10,7 +10,7 @@
 
 #include "failure.h"
 #include "input_file.h"
-#include "png_picture.h"
+#include "picture_file.h"
 #include "printable.h"
 #include "size_text.h"
 
@@ -112,14 +112,11 @@ void reportArchive(std::istream& file, std::ostream& out) {
     } while (file.peek() != std::istream::traits_type::eof());
 }
 
-// No archive begins with it.
-constexpr int kFirstOfPng = 0x89;
-
 }  // namespace
 
 void reportFile(const std::string& path, std::ostream& out) {
     std::ifstream file = openInput(path);
-    if (!isStandard(path) && file.peek() == kFirstOfPng) {
+    if (!isStandard(path) && beginsPicture(file.peek())) {
         out << pictureReport(path);
         return;
     }

@@ -15,7 +15,7 @@
 
 #include "failure.h"
 #include "filter_archive.h"
-#include "png_picture.h"
+#include "picture_file.h"
 #include "standard_names.h"
 
 namespace fs = std::filesystem;

@@ -57,6 +57,13 @@ constexpr const char* kRadiusHelp<mvFrequencyFilterBandPass> =
 template <>
 constexpr const char* kRadiusHelp<mvFrequencyFilterGabor> = kRadiusHelp<mvFrequencyFilterBandPass>;
 
+// Pass filters are those that only show something; an image is a convolution.
+Channels channelsOf(const mvFrequencyFilter& filter) {
+    const bool passes = dynamic_cast<const mvFrequencyFilterBandPass*>(&filter) ||
+                        dynamic_cast<const mvFrequencyFilterGabor*>(&filter);
+    return passes ? Channels::grey : Channels::each;
+}
+
 // Parameters that no plane takes are refused here, before the first picture is read.
 template <class Command>
 FilterRecipe recipeOf(const Command& command) {
@@ -64,7 +71,8 @@ FilterRecipe recipeOf(const Command& command) {
     const auto make = [command](mvPair<long> plane) {
         return command.build(plane, command.radius.within(plane));
     };
-    return {make, mfFilterReach(*command.build(anyPlane, std::min(command.radius.value, 0l)))};
+    const auto any = command.build(anyPlane, std::min(command.radius.value, 0l));
+    return {.make = make, .reach = mfFilterReach(*any), .channels = channelsOf(*any)};
 }
 
 template <class Filter>
@@ -129,8 +137,11 @@ struct ConvolveCommand : FilterCommand {
     FilterRecipe recipe() const override {
         const Kernel read(kernel);
         const mvPair<long> least = read.leastPlane();
-        return {[read](mvPair<long> plane) { return read.filter(plane); },
-                mfFilterReach(*read.filter(least)), least};
+        const auto any = read.filter(least);
+        return {.make = [read](mvPair<long> plane) { return read.filter(plane); },
+                .reach = mfFilterReach(*any),
+                .leastPlane = least,
+                .channels = channelsOf(*any)};
     }
 };
 
@@ -145,11 +156,13 @@ struct ApplyCommand : FilterCommand {
 
     FilterRecipe recipe() const override {
         const std::shared_ptr<const mvFrequencyFilter> loaded = loadFilter(archive);
-        return {
-            [loaded](mvPair<long>) { return std::unique_ptr<mvFrequencyFilter>(loaded->clone()); },
-            mfFilterReach(*loaded),
-            {1, 1},
-            mfFilterPlane(*loaded)};
+        const auto make = [loaded](mvPair<long>) {
+            return std::unique_ptr<mvFrequencyFilter>(loaded->clone());
+        };
+        return {.make = make,
+                .reach = mfFilterReach(*loaded),
+                .plane = mfFilterPlane(*loaded),
+                .channels = channelsOf(*loaded)};
     }
 };
 
@@ -164,7 +177,8 @@ void addCommand(CLI::App& app, Work& work, const char* name, const char* purpose
     CLI::App& options = *app.add_subcommand(name, purpose);
     command->addOptions(options);
     CLI::Option* outDir =
-        addPictures(options, command->pictures, "grey PNG of the same depth, the magnitudes");
+        addPictures(options, command->pictures,
+                    "PNG of the same depth, the magnitudes; in colour where --channels says so");
     addFilterOptions(options, command->options, outDir, kBuildsFilter<Command>);
     options.footer(std::string("Example:\n  ") + example);
     options.callback([command, &work] {

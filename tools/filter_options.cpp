@@ -22,6 +22,19 @@ void addRescale(CLI::App& command, FilterOptions& options) {
         ->type_name("[PERCENT]");
 }
 
+void addChannels(CLI::App& command, FilterOptions& options) {
+    const auto set = [&options](const std::string& name) {
+        options.channels = name == "each" ? Channels::each : Channels::grey;
+    };
+    command
+        .add_option_function<std::string>(
+            "--channels", set,
+            "What becomes of colour: it is made grey before it is filtered (grey), or red, green "
+            "and blue are filtered one by one (each). If not given, filters that remove something "
+            "and kernels take each, those that keep something take grey")
+        ->check(CLI::IsMember({"grey", "each"}));
+}
+
 }  // namespace
 
 void addFilterOptions(CLI::App& command, FilterOptions& options, CLI::Option* outDir,
@@ -30,9 +43,10 @@ void addFilterOptions(CLI::App& command, FilterOptions& options, CLI::Option* ou
     command.add_flag("--signed", options.withSign,
                      "Write the real part with its sign instead, as 16 bits: 32768 is zero, and a "
                      "grey level of the picture is a level, unless they are spread");
+    addChannels(command, options);
     addPlaneOptions(command, options.plane, buildsFilter);
     addOutput(command, "--angle-image", options.angleImage,
-              "Also write the angles of the complex result: 0 to 255 for a full turn")
+              "Also write the angles of the complex result, of grey: 0 to 255 for a full turn")
         ->excludes(outDir);
     addOutput(command, "--quadrant-image", options.quadrantImage,
               "Also write its quadrants: 0, 85, 170, 255 for the signs ++, -+, +-, --")

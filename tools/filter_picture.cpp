@@ -1,15 +1,21 @@
 // A picture through a filter and back.
 #include "filter_picture.h"
 
+#include <algorithm>
+#include <limits>
+#include <optional>
+#include <string>
+#include <utility>
 #include <vector>
 
 #include "attention.h"
 #include "complex_picture.h"
+#include "failure.h"
 #include "filter_archive.h"
 #include "grey_levels.h"
 #include "output_file.h"
+#include "picture_file.h"
 #include "picture_output.h"
-#include "png_picture.h"
 #include "result_pels.h"
 #include "standard_names.h"
 
@@ -26,72 +32,156 @@ struct Result {
     }
 };
 
+template <class T>
+bool hasFewLevelsEach(const PictureOf<T>& picture) {
+    return std::all_of(picture.channels.begin(), picture.channels.end(),
+                       [](const auto& channel) { return hasFewLevels(channel); });
+}
+
 // One picture on its way.
 template <class T>
 class FilterRun {
   public:
-    FilterRun(const mvPelBuffer<T>& picture, const FilterOptions& options, SharedFilters& filters,
+    FilterRun(PictureOf<T>&& picture, const FilterOptions& options, SharedFilters& filters,
               int threads)
-        : picture_(picture),
+        : picture_(std::move(picture)),
+          hadFewLevels_(hasFewLevelsEach(picture_)),
           options_(options),
-          choice_(choosePlane(picture, filters.recipe(), options.plane)),
+          choice_(choosePlane(picture_.first(), filters.recipe(), options.plane)),
           filter_(filters.get(choice_.plane)),
           image_(imageOptions(options.plane, threads)) {}
 
     std::string write(const std::string& output) {
-        filter(output);
+        beginStage("filtering", calls() * expectedPolls(choice_, image_.threads));
+        std::vector<Result> results;
+        if (options_.hasPhases()) results = phases();
+        results.insert(results.begin(), {output, filtered()});
         OutputFiles outputs;
-        for (const Result& result : results_) result.write(outputs);
+        for (const Result& result : results) result.write(outputs);
         if (options_.save) saveFilter(outputs.add(*options_.save), filter_);
         outputs.publish();
-        return hint(output);
+        return hint(results.front());
     }
 
   private:
-    void filter(const std::string& output) {
-        const bool hasPhases = options_.angleImage || options_.quadrantImage;
-        const int calls = (hasPhases ? 2 : 0) + (options_.withSign && hasPhases ? 0 : 1);
-        beginStage("filtering", calls * expectedPolls(choice_, image_.threads));
-        mvPelBuffer<double> real;
-        if (hasPhases || options_.withSign) real = realPart(picture_, filter_, image_);
-        results_.push_back({output, options_.withSign ? Picture(realPels(real, options_.rescale))
-                                                      : magnitudePels(picture_, filter_, image_,
-                                                                      options_.rescale)});
-        if (hasPhases) addPhases(real, imaginaryPart(picture_, filter_, image_));
+    using Pels = mvPelBuffer<T>;
+    using Values = mvPelBuffer<double>;
+
+    // How often a channel is filtered.
+    long calls() const {
+        const long channels = std::ssize(picture_.channels);
+        const long phases = options_.hasPhases() ? (options_.withSign ? 1 : 2) : 0;
+        return phases + (isSpreadTogether() ? 2 * channels - 1 : channels);
     }
 
-    void addPhases(const mvPelBuffer<double>& real, const mvPelBuffer<double>& imaginary) {
-        if (options_.angleImage) {
-            results_.push_back({*options_.angleImage, anglePels(real, imaginary)});
+    bool isSpreadTogether() const { return options_.rescale && picture_.isColour(); }
+
+    Picture filtered() {
+        if (options_.withSign) return withSign();
+        if (isSpreadTogether()) {
+            const auto values = [this](const Pels& channel) { return magnitudes(channel); };
+            return spread<T>(values, magnitudeRange, spreadMagnitudes<T>);
         }
-        if (options_.quadrantImage) {
-            results_.push_back({*options_.quadrantImage, quadrantPels(real, imaginary)});
+        return each<T>([this](const Pels& channel) {
+            return magnitudePels(channel, filter_, image_, options_.rescale);
+        });
+    }
+
+    Picture withSign() {
+        const auto values = [this](const Pels& channel) { return real(channel); };
+        if (isSpreadTogether()) return spread<unsigned short>(values, signedRange, spreadSigned);
+        return each<unsigned short>(
+            [&](const Pels& channel) { return realPels(values(channel), options_.rescale); });
+    }
+
+    // One channel after the other; each one goes when its result is there.
+    template <class U, class Make>
+    PictureOf<U> each(Make make) {
+        PictureOf<U> result;
+        for (Pels& channel : picture_.channels) {
+            result.channels.push_back(make(channel));
+            channel = Pels();
         }
+        return result;
+    }
+
+    // All channels have one range, so that colours stay. Filtering twice takes less than keeping
+    // the values of three channels would; those of the last one are there still.
+    template <class U, class Make, class Range, class Spread>
+    PictureOf<U> spread(Make make, Range range, Spread spreadOver) {
+        std::vector<Pels>& channels = picture_.channels;
+        constexpr double kInfinity = std::numeric_limits<double>::infinity();
+        LevelRange all{kInfinity, -kInfinity};
+        Values values;
+        for (const Pels& channel : channels) {
+            values = Values();
+            values = make(channel);
+            all = all.with(range(values, *options_.rescale));
+        }
+        PictureOf<U> result{std::vector<mvPelBuffer<U>>(channels.size())};
+        for (std::size_t i = channels.size(); i-- > 0; values = Values()) {
+            if (!values.isBound()) values = make(channels[i]);
+            channels[i] = Pels();
+            result.channels[i] = spreadOver(values, all);
+        }
+        return result;
+    }
+
+    Values magnitudes(const Pels& channel) const {
+        Values result;
+        mfFilterImage(channel, filter_, result, image_);
+        return result;
+    }
+
+    // Once for a single channel, of which the phases need it as well.
+    Values real(const Pels& channel) {
+        return real_.isBound() ? real_ : realPart(channel, filter_, image_);
+    }
+
+    std::vector<Result> phases() {
+        real_ = realPart(picture_.first(), filter_, image_);
+        const Values imaginary = imaginaryPart(picture_.first(), filter_, image_);
+        std::vector<Result> results;
+        const auto add = [&](const std::optional<std::string>& path, auto pels) {
+            if (path)
+                results.push_back({*path, PictureOf<unsigned char>{{pels(real_, imaginary)}}});
+        };
+        add(options_.angleImage, anglePels);
+        add(options_.quadrantImage, quadrantPels);
+        return results;
     }
 
     // What swings around zero by a few grey levels looks black.
-    std::string hint(const std::string& output) const {
-        if (options_.rescale || options_.withSign || hasFewLevels(picture_)) return "";
-        const auto few = [](const auto& pels) { return hasFewLevels(pels); };
-        if (!std::visit(few, results_.front().pels)) return "";
-        return outputName(output) + ": has fewer than 10 grey levels (--rescale spreads them)";
+    std::string hint(const Result& result) const {
+        if (options_.rescale || options_.withSign || hadFewLevels_) return "";
+        const auto few = [](const auto& picture) { return hasFewLevelsEach(picture); };
+        if (!std::visit(few, result.pels)) return "";
+        return outputName(result.path) + ": has fewer than 10 grey levels (--rescale spreads them)";
     }
 
-    const mvPelBuffer<T>& picture_;
+    PictureOf<T> picture_;
+    const bool hadFewLevels_;
     const FilterOptions& options_;
     const PlaneChoice choice_;
     const mvFrequencyFilter& filter_;
     const mvFilterImageOptions image_;
-    std::vector<Result> results_;
+    Values real_;
 };
+
+Channels channelsOf(const FilterOptions& options, const FilterRecipe& recipe) {
+    if (!options.hasPhases()) return options.channels.value_or(recipe.channels);
+    if (options.channels != Channels::each) return Channels::grey;
+    throw BadArgument("--channels each: angles and quadrants are those of the grey picture");
+}
 
 }  // namespace
 
 std::string filterPicture(const PictureFiles& files, const FilterOptions& options,
                           SharedFilters& filters, int threads) {
+    Picture read = readPicture(files.input, {channelsOf(options, filters.recipe())});
     return std::visit(
-        [&](const auto& picture) {
-            return FilterRun(picture, options, filters, threads).write(files.output);
+        [&](auto& picture) {
+            return FilterRun(std::move(picture), options, filters, threads).write(files.output);
         },
-        readPicture(files.input));
+        read);
 }

@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 
+#include "picture.h"
 #include "picture_arguments.h"
 #include "plane_choice.h"
 #include "shared_filters.h"
@@ -15,11 +16,15 @@ struct FilterOptions {
     std::optional<std::string> quadrantImage;
     std::optional<double> rescale;  // the percentage of pels that is spread over the range
     bool withSign = false;
+    std::optional<Channels> channels;  // else what the filter is for
     PlaneOptions plane;
+
+    /// Angles and quadrants are those of a complex result.
+    bool hasPhases() const { return angleImage || quadrantImage; }
 };
 
-/// Filters the input picture on up to `threads` threads and writes all outputs, or none of them
-/// when anything fails. Gives a hint when hardly a grey level is left of the picture, or an empty
-/// text.
+/// Filters the input picture, one channel after the other, on up to `threads` threads, and writes
+/// all outputs, or none of them when anything fails. Gives a hint when hardly a grey level is left
+/// of the picture, or an empty text.
 std::string filterPicture(const PictureFiles& files, const FilterOptions& options,
                           SharedFilters& filters, int threads);

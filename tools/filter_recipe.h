@@ -7,6 +7,8 @@
 #include <memory>
 #include <optional>
 
+#include "picture.h"
+
 /// What a command line says of a filter. Which plane it is built for depends on the picture.
 struct FilterRecipe {
     /// Builds the filter for planes of a padded size.
@@ -20,4 +22,8 @@ struct FilterRecipe {
 
     /// The only plane there is, for a filter that has been built before.
     std::optional<mvPair<long>> plane{};
+
+    /// What becomes of colour if nothing is said. What a filter leaves of a picture has its
+    /// colours; what passes one is looked at in grey.
+    Channels channels = Channels::grey;
 };

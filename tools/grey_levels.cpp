@@ -68,27 +68,38 @@ bool hasFewLevels(const mvPelBuffer_const<T>& picture) {
 template bool hasFewLevels(const mvPelBuffer_const<unsigned char>&);
 template bool hasFewLevels(const mvPelBuffer_const<unsigned short>&);
 
-template <class T>
-mvPelBuffer<T> spreadMagnitudes(const mvPelBuffer_const<double>& magnitudes, double percent) {
+LevelRange magnitudeRange(const mvPelBuffer_const<double>& magnitudes, double percent) {
     const std::vector<double> values = valuesOf(magnitudes, [](double value) { return value; });
-    const double low = *std::min_element(values.begin(), values.end());
+    return {*std::min_element(values.begin(), values.end()), quantile(values, percent)};
+}
+
+LevelRange signedRange(const mvPelBuffer_const<double>& real, double percent) {
+    const auto swing = [](double value) { return std::abs(value); };
+    return {0, quantile(valuesOf(real, swing), percent)};
+}
+
+template <class T>
+mvPelBuffer<T> spreadMagnitudes(const mvPelBuffer_const<double>& magnitudes,
+                                const LevelRange& range) {
     constexpr double kMost = std::numeric_limits<T>::max();
-    const double factor = spread(quantile(values, percent) - low, kMost);
+    const double factor = spread(range.high - range.low, kMost);
     return mapped<T>(magnitudes, [=](double value) {
-        return std::lround(std::min((value - low) * factor, kMost));
+        return std::lround(std::min((value - range.low) * factor, kMost));
     });
 }
 
-template mvPelBuffer<unsigned char> spreadMagnitudes(const mvPelBuffer_const<double>&, double);
-template mvPelBuffer<unsigned short> spreadMagnitudes(const mvPelBuffer_const<double>&, double);
+template mvPelBuffer<unsigned char> spreadMagnitudes(const mvPelBuffer_const<double>&,
+                                                     const LevelRange&);
+template mvPelBuffer<unsigned short> spreadMagnitudes(const mvPelBuffer_const<double>&,
+                                                      const LevelRange&);
 
 mvPelBuffer<unsigned short> signedPels(const mvPelBuffer_const<double>& real) {
     return mapped<unsigned short>(real, signedPel);
 }
 
-mvPelBuffer<unsigned short> spreadSigned(const mvPelBuffer_const<double>& real, double percent) {
-    const auto swing = [](double value) { return std::abs(value); };
-    const double factor = spread(quantile(valuesOf(real, swing), percent), 32767);
+mvPelBuffer<unsigned short> spreadSigned(const mvPelBuffer_const<double>& real,
+                                         const LevelRange& range) {
+    const double factor = spread(range.high, 32767);
     return mapped<unsigned short>(real, [=](double value) {
         return signedPel(std::clamp(value * factor, -32767.0, 32767.0));
     });

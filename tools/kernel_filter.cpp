@@ -45,14 +45,16 @@ long planeSide(long kernel) {
 }  // namespace
 
 mvPair<long> Kernel::leastPlane() const {
-    const auto plane = [](const mv_PelBuffer& kernel) {
-        return mvPair<long>(planeSide(kernel.width()), planeSide(kernel.height()));
+    const auto plane = [](const auto& kernel) {
+        const mv_PelBuffer& pels = kernel.first();
+        return mvPair<long>(planeSide(pels.width()), planeSide(pels.height()));
     };
     return std::visit(plane, picture_);
 }
 
 std::unique_ptr<mvFrequencyFilter> Kernel::filter(mvPair<long> size) const {
-    const auto laidOut = [&](const auto& kernel) {
+    const auto laidOut = [&](const auto& picture) {
+        const auto& kernel = picture.first();
         if (kernel.width() > size.x || kernel.height() > size.y) {
             throw Failure(path_ + ": a kernel of " + sizeText({kernel.width(), kernel.height()}) +
                           " does not fit a plane of " + sizeText(size));

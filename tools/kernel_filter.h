@@ -7,14 +7,14 @@
 #include <string>
 #include <utility>
 
-#include "png_picture.h"
+#include "picture_file.h"
 
 /// A convolution whose weights are the pels of a picture, divided by their sum so that the mean
 /// grey level stays. Pel (width / 2, height / 2), rounded down, is the kernel's centre.
 class Kernel {
   public:
     /// Throws what readPicture throws.
-    explicit Kernel(const std::string& path) : Kernel(path, readPicture(path)) {}
+    explicit Kernel(const std::string& path) : Kernel(path, readPicture(path, {})) {}
 
     /// The weights are there already; the name is for messages.
     Kernel(std::string name, Picture weights)

@@ -1,11 +1,17 @@
-// Grey pictures on their way into files.
+// Pictures on their way into files.
 #pragma once
 
-#include <base/pel_buffer.h>
+#include "picture.h"
 
 class OutputFile;
 
-/// Writes a grey PNG of 8 or 16 bits a pel, by the pel type, that bears the program's name. Throws
-/// a Failure that names the file when it cannot be written.
+/// Writes a picture of 8 or 16 bits a sample, by the pel type, that bears the program's name, as a
+/// PNG. Throws a Failure that names the file when it cannot be written.
 template <class T>
-void writePicture(OutputFile& file, const mvPelBuffer_const<T>& picture);
+void writePicture(OutputFile& file, const PictureOf<T>& picture);
+
+/// A grey one.
+template <class T>
+void writePicture(OutputFile& file, const mvPelBuffer<T>& grey) {
+    writePicture(file, PictureOf<T>{{grey}});
+}

@@ -19,7 +19,8 @@ template <class T>
 mvPelBuffer<T> magnitudePels(const mvPelBuffer_const<T>& picture, const mvFrequencyFilter& filter,
                              const mvFilterImageOptions& image, std::optional<double> percent) {
     if (percent.value_or(100) < 100) {
-        return spreadMagnitudes<T>(filtered<double>(picture, filter, image), *percent);
+        const mvPelBuffer<double> values = filtered<double>(picture, filter, image);
+        return spreadMagnitudes<T>(values, magnitudeRange(values, *percent));
     }
     mvFilterImageOptions withRange = image;
     withRange.rescale = percent.has_value();
@@ -35,5 +36,5 @@ MAGNITUDES_OF(unsigned short)
 
 mvPelBuffer<unsigned short> realPels(const mvPelBuffer_const<double>& real,
                                      std::optional<double> percent) {
-    return percent ? spreadSigned(real, *percent) : signedPels(real);
+    return percent ? spreadSigned(real, signedRange(real, *percent)) : signedPels(real);
 }

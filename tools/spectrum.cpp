@@ -7,8 +7,8 @@
 #include "axes.h"
 #include "logarithmic_pels.h"
 #include "output_file.h"
+#include "picture_file.h"
 #include "picture_output.h"
-#include "png_picture.h"
 #include "windowed_spectrum.h"
 
 namespace {
@@ -37,8 +37,9 @@ mvPelBuffer<unsigned char> enlarged(const mvPelBuffer<unsigned char>& image, lon
 }  // namespace
 
 void writeSpectrum(const PictureFiles& files, const SpectrumOptions& options) {
-    const Magnitudes plane = std::visit(
-        [](const auto& picture) { return windowedSpectrum(picture); }, readPicture(files.input));
+    const Magnitudes plane =
+        std::visit([](const auto& picture) { return windowedSpectrum(picture.first()); },
+                   readPicture(files.input, {}));
     const Magnitudes part = middle(plane, options.maxFrequency);
     const long factor = plane.width() / part.width();
     const mvPelBuffer<unsigned char> shown = enlarged(logarithmicPels(part), factor);

@@ -19,7 +19,8 @@ class PictureTest : public ProgramTest {
 
     PngFile throughIdentity(const PngFile& picture, const char* border = "mirror") {
         writePng(path("in.png"), picture);
-        succeed({"convolve", "--kernel", "one.png", "--border", border, "in.png", "out.png"});
+        succeed({"convolve", "--kernel", "one.png", "--channels", "grey", "--border", border,
+                 "in.png", "out.png"});
         return readPng(path("out.png"));
     }
 };

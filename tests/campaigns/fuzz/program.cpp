@@ -20,8 +20,8 @@
 #include "tools/command_line.h"
 #include "tools/failure.h"
 #include "tools/output_file.h"
+#include "tools/picture_file.h"
 #include "tools/picture_output.h"
-#include "tools/png_picture.h"
 
 namespace {
 
@@ -156,7 +156,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const Folder::Visit visit(folder);
     Folder::write("f", input.body);
     if (input.heading.empty()) {
-        tolerate([] { readPicture("f"); });
+        tolerate([] { readPicture("f", {}); });
     } else {
         tolerate([&] { run(input.heading); });
     }

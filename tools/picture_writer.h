@@ -1,0 +1,23 @@
+// What encoders of picture files have in common.
+#pragma once
+
+#include <memory>
+
+class OutputFile;
+
+/// The picture that is to be written.
+struct PictureForm {
+    long width, height;
+    int depth;      // 8 or 16 bits a sample
+    long channels;  // 1 or 3
+};
+
+/// A picture's file that is being encoded, after its head.
+class PictureWriter {
+  public:
+    virtual ~PictureWriter() = default;
+
+    /// The rows in their order: samples interleaved, bytes or unsigned shorts. Throws a Failure.
+    virtual void writeRow(const void* samples) = 0;
+    virtual void finish() {}
+};
