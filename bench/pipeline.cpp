@@ -98,7 +98,7 @@ class OneCall : public Mvfreq<T> {
     mvFilterImageOptions options_;
 };
 
-// An in-place inverse makes its result in new memory, so a bound one would cost a copy more.
+// A result that is bound costs a copy. The spectrum is kept: nothing but the result is written.
 template <class T>
 class ThreeCalls : public Mvfreq<T> {
   public:
@@ -108,7 +108,7 @@ class ThreeCalls : public Mvfreq<T> {
     void run() override {
         mfForwardFFT<T>(this->image_, spectrum_);
         this->filter_->apply(spectrum_);
-        mfInverseFFT<T>(spectrum_, this->result_, false, true);
+        mfInverseFFT<T>(spectrum_, this->result_, false, false);
     }
 
   private:

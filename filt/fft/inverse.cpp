@@ -37,6 +37,9 @@ class SpatialPlane {
                               &sink);
     }
 
+    /// Whether the call leaves no plane behind but what it is told to keep.
+    bool isPrivate() const { return !inPlace_; }
+
     /// Visits a plane that was kept.
     template <class Visit>
     void visit(Visit visit) const {
@@ -72,7 +75,8 @@ struct AngleOutput {
     }
     std::optional<mvi::OutputImage<double>> image;
 
-    bool needsPlane() const { return image.has_value(); }
+    bool isWanted() const { return image.has_value(); }
+    bool needsPlane() const { return isWanted(); }
     void visit(long, long, const float*, long) {}
     void write(const mvFrequencyBuffer& plane) {
         if (!image) return;
@@ -90,6 +94,7 @@ struct QuadrantOutput {
         : image(buf, out) {}
     mvi::OutputImage<unsigned char> image;
 
+    static bool isWanted() { return true; }
     static bool needsPlane() { return true; }
     void visit(long, long, const float*, long) {}
     void write(const mvFrequencyBuffer& plane) {
@@ -107,6 +112,7 @@ struct QuadrantOutput<double> {
         : image(buf, out) {}
     mvi::OutputImage<unsigned char> image;
 
+    static bool isWanted() { return true; }
     static bool needsPlane() { return false; }
     void visit(long x, long y, const float* elements, long count) {
         mvi::writeQuadrants(elements, count, image.row(y) + x);
@@ -115,6 +121,13 @@ struct QuadrantOutput<double> {
     void wrap() { image.wrap(); }
     void deliver() { image.deliver(); }
 };
+
+// Magnitudes and nothing else.
+template <class T>
+void writeMagnitudes(const mvFrequencyBuffer& buf, mvi::OutputImage<T>& to) {
+    const mvPair<long> size(Access::imageWidth(buf), Access::imageHeight(buf));
+    mvi::writeResults<T>(buf, {mvi::PlaneResult::magnitudes, {0, 0}, size, to.row(0), to.step()});
+}
 
 template <class T, class SecondOutput>
 void inverseToMagnitudes(mvFrequencyBuffer& buf, mvPelBuffer<T>& out, SecondOutput second,
@@ -127,15 +140,19 @@ void inverseToMagnitudes(mvFrequencyBuffer& buf, mvPelBuffer<T>& out, SecondOutp
     mvi::OutputImage<T> magnitudes(buf, out);
     SpatialPlane spatial(buf, destroy);
     mvi::SquareRange range;
-    spatial.compute(mapped || second.needsPlane(),
-                    [&](long x, long y, const float* elements, long count) {
-                        if (mapped) {
-                            path.squareRange(elements, count, range);
-                        } else {
-                            runs.fromMagnitudes(elements, count, scale, magnitudes.row(y) + x);
-                        }
-                        second.visit(x, y, elements, count);
-                    });
+    if (spatial.isPrivate() && !mapped && !second.isWanted()) {
+        writeMagnitudes(buf, magnitudes);
+    } else {
+        spatial.compute(mapped || second.needsPlane(),
+                        [&](long x, long y, const float* elements, long count) {
+                            if (mapped) {
+                                path.squareRange(elements, count, range);
+                            } else {
+                                runs.fromMagnitudes(elements, count, scale, magnitudes.row(y) + x);
+                            }
+                            second.visit(x, y, elements, count);
+                        });
+    }
     magnitudes.bind();
     mvi::pollAttention();
     if (mapped) {

@@ -1,6 +1,6 @@
 // Picture in, picture out: a filter applied to an image of any size.
+#include <filt/fft/internal/kernel/plane_output.h>
 #include <filt/fft/internal/pel_map.h>
-#include <filt/fft/internal/spatial_plane.h>
 #include <filt/freqfilt/filter_image.h>
 #include <filt/freqfilt/internal/half_filters.h>
 #include <filt/freqfilt/internal/known_filters.h>
@@ -32,7 +32,7 @@ template <class T, class P>
 class PictureWork : public mvi::TileWork {
   public:
     PictureWork(const mvPelBuffer_const<T>& image, FilterList filters, const mvi::TilePlan& plan,
-                mvi::TileResult result, P* first, std::ptrdiff_t step)
+                mvi::PlaneResult result, P* first, std::ptrdiff_t step)
         : image_(image),
           filters_(filters),
           half_(halfOf(filters, result)),
@@ -54,8 +54,8 @@ class PictureWork : public mvi::TileWork {
     using HalfFilter = std::unique_ptr<const mvi::SpectrumFilter>;
 
     // Half a plane shows magnitudes of one filter.
-    static HalfFilter halfOf(FilterList filters, mvi::TileResult result) {
-        if (filters.size() != 1 || result == mvi::TileResult::realParts) return nullptr;
+    static HalfFilter halfOf(FilterList filters, mvi::PlaneResult result) {
+        if (filters.size() != 1 || result == mvi::PlaneResult::realParts) return nullptr;
         return mvi::halfFilterOf(*filters.front(), std::is_same_v<P, double>);
     }
 
@@ -69,7 +69,7 @@ class PictureWork : public mvi::TileWork {
         }
     }
 
-    mvi::TileOutput<P> output(mvPair<long> tile) const {
+    mvi::PlaneOutput<P> output(mvPair<long> tile) const {
         const long x = plan_.x.begin(tile.x), y = plan_.y.begin(tile.y);
         return {result_,
                 {plan_.x.margin, plan_.y.margin},
@@ -82,7 +82,7 @@ class PictureWork : public mvi::TileWork {
     const FilterList filters_;
     const HalfFilter half_;
     const mvi::TilePlan& plan_;
-    mvi::TileResult result_;
+    mvi::PlaneResult result_;
     P* first_;
     std::ptrdiff_t step_;
 };
@@ -96,8 +96,8 @@ void filterInto(const mvPelBuffer_const<T>& image, FilterList filters, const mvi
         plan.tiles() > 1 && mvi::sharePels(mvi::pelBytes(image), mvi::pelBytes(out));
     const mvPelBuffer_const<T> pels = isInTheWay ? copyOf(image) : image;
     PictureWork<T, U> work(pels, filters, plan,
-                           options.result == mvFilterResult::real ? mvi::TileResult::realParts
-                                                                  : mvi::TileResult::magnitudes,
+                           options.result == mvFilterResult::real ? mvi::PlaneResult::realParts
+                                                                  : mvi::PlaneResult::magnitudes,
                            out.pointToOffset(), out.rowUpdate());
     mvi::shareTiles(plan.tiles(), options.threads, work);
 }
@@ -109,7 +109,7 @@ void filterRescaled(const mvPelBuffer_const<T>& image, FilterList filters,
     const long width = image.width(), height = image.height();
     const auto count = static_cast<std::size_t>(width) * static_cast<std::size_t>(height);
     const std::unique_ptr<float[]> squares(new float[count]);
-    PictureWork<T, float> work(image, filters, plan, mvi::TileResult::squares, squares.get(),
+    PictureWork<T, float> work(image, filters, plan, mvi::PlaneResult::squares, squares.get(),
                                width);
     mvi::shareTiles(plan.tiles(), options.threads, work);
 

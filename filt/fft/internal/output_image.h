@@ -31,6 +31,9 @@ class OutputImage {
     /// Where the pels are written, row by row.
     T* row(long y) { return target_.pointToRow(y); }
 
+    /// Pels from one row to the next.
+    std::ptrdiff_t step() const { return target_.rowUpdate(); }
+
     /// Shows the image to a caller whose output is unbound.
     void bind() {
         wasBound_ = out_.isBound();

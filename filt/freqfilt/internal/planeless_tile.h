@@ -2,8 +2,8 @@
 #pragma once
 
 #include <filt/fft/internal/kernel/filtered_plane.h>
+#include <filt/fft/internal/kernel/plane_output.h>
 #include <filt/freqfilt/internal/border.h>
-#include <filt/freqfilt/internal/tile_output.h>
 
 #include <vector>
 
@@ -22,7 +22,7 @@ class PlanelessTile {
     /// Filters the image of a tile and writes the part of it that `out` asks for. All rows are read
     /// before anything is written.
     template <class P>
-    void compute(TileImage<T>& image, const TileOutput<P>& out);
+    void compute(TileImage<T>& image, const PlaneOutput<P>& out);
 
   private:
     mvPair<long> size_;

@@ -4,8 +4,6 @@
 #include <filt/fft/internal/spatial_plane.h>
 #include <filt/freqfilt/internal/three_calls.h>
 
-#include <algorithm>
-#include <type_traits>
 #include <vector>
 
 namespace mvi {
@@ -32,46 +30,6 @@ class RealRows : public RowSource {
     mutable std::vector<T> pels_;
 };
 
-void takeRealParts(const float* elements, long count, float scale, double* to) {
-    for (long i = 0; i < count; ++i) to[i] = scale * elements[2 * i];
-}
-
-// Turns runs of elements into results.
-template <class P>
-void convert(TileResult result, const float* elements, long count, float scale, P* to) {
-    const KernelPath& path = bestKernelPath();
-    if constexpr (std::is_same_v<P, float>) {
-        path.squares(elements, count, to);
-    } else {
-        if constexpr (std::is_same_v<P, double>) {
-            if (result == TileResult::realParts) return takeRealParts(elements, count, scale, to);
-        }
-        path.pels<P>().fromMagnitudes(elements, count, scale, to);
-    }
-}
-
-// Takes the part of the columns that the output asks for.
-template <class P>
-class OutputSink : public ColumnSink {
-  public:
-    OutputSink(const TileOutput<P>& out, float scale) : out_(out), scale_(scale) {}
-
-    void take(const FinishedColumns& columns) override {
-        const long begin = std::max(columns.x, out_.from.x);
-        const long end = std::min(columns.x + columns.count, out_.from.x + out_.size.x);
-        if (begin >= end) return;
-        const float* row = columns.first + columns.pitch * out_.from.y + 2 * (begin - columns.x);
-        P* to = out_.first + (begin - out_.from.x);
-        for (long y = 0; y < out_.size.y; ++y, row += columns.pitch, to += out_.step) {
-            convert(out_.result, row, end - begin, scale_, to);
-        }
-    }
-
-  private:
-    const TileOutput<P>& out_;
-    float scale_;
-};
-
 }  // namespace
 
 template <class T>
@@ -95,20 +53,20 @@ void ThreeCalls::applyFilters() {
 }
 
 template <class T, class P>
-void ThreeCalls::compute(TileImage<T>& image, const TileOutput<P>& out) {
+void ThreeCalls::compute(TileImage<T>& image, const PlaneOutput<P>& out) {
     transform(image);
     applyFilters();
-    OutputSink<P> sink(out, inverseScale(buffer_));
-    visitSpatialPlane(buffer_, out.from.x + out.size.x, sink);
+    writeResults(buffer_, out);
     // The conversion to pels has a poll of its own.
     pollAttention();
 }
 
 #define MVFREQ_COMPUTE_OF(T)                                                                       \
-    template void ThreeCalls::compute(TileImage<T>& image, const TileOutput<unsigned char>& out);  \
-    template void ThreeCalls::compute(TileImage<T>& image, const TileOutput<unsigned short>& out); \
-    template void ThreeCalls::compute(TileImage<T>& image, const TileOutput<double>& out);         \
-    template void ThreeCalls::compute(TileImage<T>& image, const TileOutput<float>& out);
+    template void ThreeCalls::compute(TileImage<T>& image, const PlaneOutput<unsigned char>& out); \
+    template void ThreeCalls::compute(TileImage<T>& image,                                         \
+                                      const PlaneOutput<unsigned short>& out);                     \
+    template void ThreeCalls::compute(TileImage<T>& image, const PlaneOutput<double>& out);        \
+    template void ThreeCalls::compute(TileImage<T>& image, const PlaneOutput<float>& out);
 
 MVFREQ_COMPUTE_OF(unsigned char)
 MVFREQ_COMPUTE_OF(unsigned short)

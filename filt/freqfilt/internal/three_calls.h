@@ -1,9 +1,9 @@
 // A tile by the way that serves every filter: forward transform, filters, inverse transform.
 #pragma once
 
+#include <filt/fft/internal/kernel/plane_output.h>
 #include <filt/freqfilt/internal/border.h>
 #include <filt/freqfilt/internal/filter_list.h>
-#include <filt/freqfilt/internal/tile_output.h>
 
 namespace mvi {
 
@@ -16,7 +16,7 @@ class ThreeCalls {
     /// Filters the image of a tile and writes the part of it that `out` asks for. All rows are read
     /// before anything is written.
     template <class T, class P>
-    void compute(TileImage<T>& image, const TileOutput<P>& out);
+    void compute(TileImage<T>& image, const PlaneOutput<P>& out);
 
   private:
     template <class T>

@@ -40,13 +40,19 @@ void addPlaneless(Digest& digest, Numbers& numbers, const mvi::SpectrumFilter& f
     mvi::FilteredPlane plane(filter, path);
     plane.forward<T>(image.height(), numbers.between(1, size.x),
                      [&](long y) { return image.pointToRow(y); });
-    std::vector<float> result(static_cast<std::size_t>(size.x * size.y));
-    plane.inverse({0, size.x}, numbers.coin(), [&](long x, long count, const float* magnitudes) {
-        for (long y = 0; y < size.y; ++y) {
-            std::copy_n(magnitudes + path.lanes * y, count, result.data() + size.x * y + x);
-        }
-    });
-    for (const float value : result) digest.add(value);
+    const auto count = static_cast<std::size_t>(size.x * size.y);
+    if (numbers.coin()) {
+        std::vector<float> squares(count);
+        plane.inverse<float>({mvi::PlaneResult::squares, {0, 0}, size, squares.data(), size.x});
+        for (const float square : squares) digest.add(square);
+    } else {
+        std::vector<double> magnitudes(count);
+        plane.inverse<double>(
+            {mvi::PlaneResult::magnitudes, {0, 0}, size, magnitudes.data(), size.x});
+        // The digest is of what the transform gives before it is scaled.
+        const double scale = mvi::inverseScale(size);
+        for (const double magnitude : magnitudes) digest.add(static_cast<float>(magnitude / scale));
+    }
 }
 
 // A filter may have no such form, or leave nothing.

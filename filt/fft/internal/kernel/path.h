@@ -82,11 +82,6 @@ struct PelRuns {
     void (*fromMagnitudesMapped)(const float* elements, long count, float scale, float low,
                                  float factor, T* pels);
 
-    /// The magnitudes of a panel times `scale`: the first `count` lanes of each row, to pels and
-    /// on, a `step` from row to row.
-    void (*scaled)(const float* magnitudes, long rows, long count, float scale, T* pels,
-                   std::ptrdiff_t step);
-
     /// fromMagnitudesMapped of squared magnitudes.
     void (*fromSquaresMapped)(const float* squares, long count, float scale, float low,
                               float factor, T* pels);
@@ -98,11 +93,34 @@ struct PelRuns {
                          const Panels& to, long y, float* scratch);
 };
 
+/// Results of type T of the column pass of an inverse: pels are the magnitudes times `scale`, as
+/// conversions of runs give them, floats the squares of the magnitudes.
+///
+/// A strip holds the results of as many columns as a path has lanes, row after row.
+template <class T>
+struct ColumnStrips {
+    /// The pass, without the first conjugation, over a panel whose row y begins at
+    /// panel + rows[y].
+    void (*panelToStrip)(const float* panel, const std::int32_t* rows, long height, float scale,
+                         T* strip, float* scratch);
+
+    /// The first `count` columns of strips that stand `pitch` apart, side by side: `rows` rows to
+    /// out and on, a `step` from row to row.
+    void (*joinStrips)(const T* strips, long pitch, long rows, long count, T* out,
+                       std::ptrdiff_t step);
+};
+
 /// One instruction set's loops. All give the same bits.
 ///
 /// Rows are given by pointers to their first float; at most kMostLanes at a time. Scratch is
 /// aligned to 64 bytes and holds kernelScratchFloats floats.
-struct KernelPath : PelRuns<unsigned char>, PelRuns<unsigned short>, PelRuns<double> {
+struct KernelPath : PelRuns<unsigned char>,
+                    PelRuns<unsigned short>,
+                    PelRuns<double>,
+                    ColumnStrips<unsigned char>,
+                    ColumnStrips<unsigned short>,
+                    ColumnStrips<double>,
+                    ColumnStrips<float> {
     const char* name;
     bool (*isSupported)();
     long lanes;
@@ -144,6 +162,11 @@ struct KernelPath : PelRuns<unsigned char>, PelRuns<unsigned short>, PelRuns<dou
     void (*gainColumns)(float* panel, long filled, long height, const ColumnGains& gains,
                         float* scratch);
 
+    /// The inverse row pass over `count` rows of a plane, at most as many as there are lanes,
+    /// without the last conjugation. The columns of `to` go to its rows y ..
+    void (*complexRowsToPanels)(const float* const* src, long count, long width,
+                                const PanelBlocks& to, long y, float* scratch);
+
     /// The inverse row pass over `count` rows of a spectrum, at most as many as there are lanes, by
     /// their numbers, without the last conjugation. The columns of `to` go to its rows y ..
     void (*panelsToRows)(const HalfSpectrum& from, const std::int32_t* rows, long count,
@@ -160,14 +183,15 @@ struct KernelPath : PelRuns<unsigned char>, PelRuns<unsigned short>, PelRuns<dou
                                 const std::int32_t* rows, long count, const PanelBlocks& to, long y,
                                 float* scratch);
 
-    /// The column pass of an inverse without the first conjugation, of a panel whose row y begins
-    /// at panel + rows[y]: the magnitudes of row y, or their squares, go to magnitudes + lanes * y.
-    void (*columnsToMagnitudes)(const float* panel, const std::int32_t* rows, long height,
-                                bool squared, float* magnitudes, float* scratch);
-
     /// The conversions of pels of type T.
     template <class T>
     constexpr const PelRuns<T>& pels() const {
+        return *this;
+    }
+
+    /// The strips of results of type T.
+    template <class T>
+    constexpr const ColumnStrips<T>& strips() const {
         return *this;
     }
 };

@@ -11,8 +11,7 @@ namespace mvi {
 
 bool isAllZero(const float* floats, long count) {
     const auto bytes = static_cast<std::size_t>(count - 1) * sizeof(float);
-    return bitCast<std::uint32_t>(floats[0]) == 0 &&
-           std::memcmp(floats, floats + 1, bytes) == 0;
+    return bitCast<std::uint32_t>(floats[0]) == 0 && std::memcmp(floats, floats + 1, bytes) == 0;
 }
 
 void exchangeUnmovedTiles(float* data, long n, const RowBand& band) {

@@ -43,11 +43,11 @@ mvPelBuffer<double> byHalfAPlane(const mvPelBuffer<unsigned char>& picture,
     mvi::FilteredPlane plane(half, path);
     plane.forward<unsigned char>(size.y, size.x, [&](long y) { return picture.pointToRow(y); });
     mvPelBuffer<double> result(size.x, size.y);
-    const float scale = mvi::inverseScale(half.size());
-    plane.inverse({0, size.x}, false, [&](long x, long count, const float* magnitudes) {
-        path.pels<double>().scaled(magnitudes, size.y, count, scale, result.pointToOffset() + x,
-                                   result.rowUpdate());
-    });
+    plane.inverse<double>({mvi::PlaneResult::magnitudes,
+                           {0, 0},
+                           {size.x, size.y},
+                           result.pointToOffset(),
+                           result.rowUpdate()});
     return result;
 }
 

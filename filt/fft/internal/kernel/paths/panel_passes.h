@@ -6,6 +6,7 @@
 #include <filt/fft/internal/kernel/paths/pel_runs.h>
 #include <filt/fft/internal/kernel/paths/real_lines.h>
 #include <filt/fft/internal/kernel/paths/row_lanes.h>
+#include <filt/fft/internal/kernel/paths/strips.h>
 
 namespace mvi {
 
@@ -45,6 +46,15 @@ class PanelPasses {
 
     // An inverse is the conjugate of the transform of the conjugate. The last conjugation of the
     // row passes meets the first one of the columns, and both are left out.
+
+    /// As KernelPath::complexRowsToPanels.
+    static void complexRowsToPanels(const float* const* src, long count, long width,
+                                    const PanelBlocks& to, long y, float* scratch) {
+        Z* const lines = reinterpret_cast<Z*>(scratch);
+        RowLanes<V>::template load<true>(src, count, lines, width);
+        LineTransform<V>::between(lines, lines + width, width);
+        storeRows(lines + width, width, to, y, count);
+    }
 
     /// As KernelPath::panelsToRows.
     static void panelsToRows(const HalfSpectrum& from, const std::int32_t* rows, long count,
@@ -94,15 +104,11 @@ class PanelPasses {
         storeRows(values.result, from.width, to, y, count);
     }
 
-    /// As KernelPath::columnsToMagnitudes.
-    static void columnsToMagnitudes(const float* panel, const std::int32_t* rows, long height,
-                                    bool squared, float* magnitudes, float* scratch) {
-        const auto load = [=](long y) { return Z::load(panel + rows[y]); };
-        const auto store = [=](long y, Z z) {
-            const V square = z.re * z.re + z.im * z.im;
-            (squared ? square : square.root()).store(magnitudes + kLanes * y);
-        };
-        LineTransform<V>::transform(height, reinterpret_cast<Z*>(scratch), load, store);
+    /// As ColumnStrips::panelToStrip.
+    template <class T>
+    static void panelToStrip(const float* panel, const std::int32_t* rows, long height, float scale,
+                             T* strip, float* scratch) {
+        panelTo(StripResults<V>(strip, scale), panel, rows, height, scratch);
     }
 
   private:
@@ -149,6 +155,13 @@ class PanelPasses {
         Z *result, *opposite;
         long begin, end, width;
     };
+
+    // Called, not inlined: there is one program for all types of results.
+    static void panelTo(StripResults<V> results, const float* panel, const std::int32_t* rows,
+                        long height, float* scratch) {
+        const auto load = [=](long y) { return Z::load(panel + rows[y]); };
+        LineTransform<V>::transform(height, reinterpret_cast<Z*>(scratch), load, results);
+    }
 
     static Z zeros() { return {V::filled(0.0f), V::filled(0.0f)}; }
 

@@ -7,6 +7,7 @@
 #include <filt/fft/internal/kernel/paths/pel_runs.h>
 #include <filt/fft/internal/kernel/paths/radial_gains.h>
 #include <filt/fft/internal/kernel/paths/row_passes.h>
+#include <filt/fft/internal/kernel/paths/strips.h>
 
 namespace mvi {
 
@@ -15,10 +16,15 @@ template <class V, class T>
 constexpr PelRuns<T> pelRunsOf() {
     using Filtered = PanelPasses<V>;
     using Runs = Runs<V>;
-    return {Runs::template toReals<T>,         Runs::template toElements<T>,
-            Runs::template fromMagnitudes<T>,  Runs::template fromMagnitudesMapped<T>,
-            Runs::template scaled<T>,          Runs::template fromSquaresMapped<T>,
-            Filtered::template pelsToPanels<T>};
+    return {Runs::template toReals<T>,           Runs::template toElements<T>,
+            Runs::template fromMagnitudes<T>,    Runs::template fromMagnitudesMapped<T>,
+            Runs::template fromSquaresMapped<T>, Filtered::template pelsToPanels<T>};
+}
+
+/// The strips of results of type T.
+template <class V, class T>
+constexpr ColumnStrips<T> columnStripsOf() {
+    return {PanelPasses<V>::template panelToStrip<T>, Strips<V>::template join<T>};
 }
 
 /// The path with the lanes of the vector type V.
@@ -31,6 +37,10 @@ constexpr KernelPath pathOf(const char* name, bool (*isSupported)()) {
     return {pelRunsOf<V, unsigned char>(),
             pelRunsOf<V, unsigned short>(),
             pelRunsOf<V, double>(),
+            columnStripsOf<V, unsigned char>(),
+            columnStripsOf<V, unsigned short>(),
+            columnStripsOf<V, double>(),
+            columnStripsOf<V, float>(),
             name,
             isSupported,
             V::kLanes,
@@ -43,10 +53,10 @@ constexpr KernelPath pathOf(const char* name, bool (*isSupported)()) {
             Runs::rangeOfSquares,
             RadialGains<V>::fill,
             Filtered::gainColumns,
+            Filtered::complexRowsToPanels,
             Filtered::panelsToRows,
             Filtered::panelsToGainedRows,
-            Filtered::panelsToProductRows,
-            Filtered::columnsToMagnitudes};
+            Filtered::panelsToProductRows};
 }
 
 }  // namespace mvi

@@ -2,7 +2,7 @@
 #pragma once
 
 #include <filt/fft/internal/kernel/path.h>
-#include <filt/fft/internal/kernel/paths/vector.h>
+#include <filt/fft/internal/kernel/paths/pel_of.h>
 #include <internal/product.h>
 
 // Not <cmath>, which has inline functions: linkers keep one of each, whatever processor it is for.
@@ -61,7 +61,7 @@ class Runs {
     template <class T>
     static void fromMagnitudes(const float* elements, long count, float scale, T* pels) {
         for (long i = 0; i < count; ++i) {
-            pels[i] = toPel<T>(product(magnitude(elements + 2 * i), scale));
+            pels[i] = PelOf<V>::template rounded<T>(product(magnitude(elements + 2 * i), scale));
         }
     }
 
@@ -69,21 +69,8 @@ class Runs {
     static void fromMagnitudesMapped(const float* elements, long count, float scale, float low,
                                      float factor, T* pels) {
         for (long i = 0; i < count; ++i) {
-            pels[i] = toPel<T>(product(product(magnitude(elements + 2 * i), scale) - low, factor));
-        }
-    }
-
-    template <class T>
-    static void scaled(const float* magnitudes, long rows, long count, float scale, T* pels,
-                       std::ptrdiff_t step) {
-        constexpr long kRows = 64;
-        alignas(64) T block[kRows * V::kLanes];
-        for (; rows > 0; rows -= kRows, magnitudes += kRows * V::kLanes, pels += kRows * step) {
-            const long some = rows < kRows ? rows : kRows;
-            for (long i = 0; i < some * V::kLanes; ++i) block[i] = toPel<T>(magnitudes[i] * scale);
-            for (long r = 0; r < some; ++r) {
-                copyLanes(block + r * V::kLanes, count, pels + r * step);
-            }
+            pels[i] = PelOf<V>::template rounded<T>(
+                product(product(magnitude(elements + 2 * i), scale) - low, factor));
         }
     }
 
@@ -91,7 +78,8 @@ class Runs {
     static void fromSquaresMapped(const float* squares, long count, float scale, float low,
                                   float factor, T* pels) {
         for (long i = 0; i < count; ++i) {
-            pels[i] = toPel<T>(product(product(::sqrtf(squares[i]), scale) - low, factor));
+            pels[i] = PelOf<V>::template rounded<T>(
+                product(product(::sqrtf(squares[i]), scale) - low, factor));
         }
     }
 
@@ -123,34 +111,11 @@ class Runs {
         }
     }
 
-    template <class T>
-    static void copyLanes(const T* from, long count, T* to) {
-        if (count == V::kLanes) {
-            for (long i = 0; i < V::kLanes; ++i) to[i] = from[i];
-        } else {
-            for (long i = 0; i < count; ++i) to[i] = from[i];
-        }
-    }
-
     static float smaller(float s, float least) { return s < least ? s : least; }
     static float larger(float s, float greatest) { return s > greatest ? s : greatest; }
 
     static float square(const float* z) { return product(z[0], z[0]) + product(z[1], z[1]); }
     static float magnitude(const float* z) { return ::sqrtf(square(z)); }
-
-    // Half up, as if the half were added without rounding: twice the value is exact, and so are its
-    // whole part h and (h + 1) / 2 rounded down. The steps have no branch.
-    template <class T>
-    static T toPel(float value) {
-        if constexpr (T(0.5) != T(0)) {
-            return value;
-        } else {
-            constexpr float kFull = static_cast<T>(-1);
-            const float positive = value > 0.0f ? value : 0.0f;
-            const float held = positive < kFull ? positive : kFull;
-            return static_cast<T>((static_cast<int>(held + held) + 1) >> 1);
-        }
-    }
 };
 
 }  // namespace mvi

@@ -4,6 +4,7 @@
 // translation units of different sets: all types, and through them all functions, differ.
 #pragma once
 
+#include <filt/fft/internal/kernel/paths/pel_of.h>
 #include <internal/product.h>
 // Not <cmath>, which has inline functions: linkers keep one of each, whatever processor it is for.
 #include <math.h>  // NOLINT(modernize-deprecated-headers)
@@ -38,6 +39,12 @@ struct PlainVector {
     }
     void store(float* to) const {
         for (int i = 0; i < L; ++i) to[i] = lane[i];
+    }
+
+    /// As PelOf rounds them.
+    template <class T>
+    void storePels(T* to) const {
+        for (int i = 0; i < L; ++i) to[i] = PelOf<PlainVector>::template rounded<T>(lane[i]);
     }
 
     /// The square root of each lane.
@@ -167,6 +174,21 @@ struct MachineVector {
     friend MachineVector operator*(MachineVector a, MachineVector b) { return {a.raw * b.raw}; }
     friend MachineVector operator-(MachineVector a) { return {-a.raw}; }
 
+    /// As PelOf rounds them.
+    template <class T>
+    MVFREQ_ALWAYS_INLINE void storePels(T* to) const {
+        if constexpr (T(0.5) != T(0)) {
+            alignas(4 * L) float lanes[L];
+            store(lanes);
+            for (int i = 0; i < L; ++i) to[i] = lanes[i];
+        } else {
+            const Raw full = static_cast<T>(-1) - Raw{};
+            const Raw positive = raw > Raw{} ? raw : Raw{};
+            const Raw held = positive < full ? positive : full;
+            storeAs((converted<int>(held + held) + 1) >> 1, to);
+        }
+    }
+
     /// The square root of each lane.
     MachineVector root() const {
         alignas(4 * L) float roots[L];
@@ -198,6 +220,20 @@ struct MachineVector {
     }
 
   private:
+    // Lane by lane; that the types are parameters is for g++ to see vectors in them.
+    template <class To, class From>
+    MVFREQ_ALWAYS_INLINE static auto converted(From from) {
+        using Vector __attribute__((vector_size(L * sizeof(To)))) = To;
+        return __builtin_convertvector(from, Vector);
+    }
+
+    template <class T, class From>
+    MVFREQ_ALWAYS_INLINE static void storeAs(From from, T* to) {
+        using Vector __attribute__((vector_size(L * sizeof(T)), aligned(alignof(T)), may_alias)) =
+            T;
+        *reinterpret_cast<Vector*>(to) = converted<T>(from);
+    }
+
     // Paths may share a type of the standard library, but none of its functions.
     using All = std::make_integer_sequence<int, L>;
     template <int... I>

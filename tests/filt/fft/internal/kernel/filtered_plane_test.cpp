@@ -132,16 +132,19 @@ void expectBitsOf(const std::vector<float>& expected, const std::vector<T>& pels
                      std::to_string(size.y));
         mvi::FilteredPlane plane(filter, *path);
         plane.forward<T>(image.y, image.x, [&](long y) { return pels.data() + image.x * y; });
-        std::vector<float> result(expected.size(), -1.0f);
-        plane.inverse(columns, false, [&](long x, long count, const float* magnitudes) {
-            for (long y = 0; y < size.y; ++y) {
-                std::copy_n(magnitudes + path->lanes * y, count, &result[index(size.x * y + x)]);
-            }
-        });
+        // Doubles are the magnitudes times a power of two.
+        std::vector<double> result(expected.size(), -1.0);
+        plane.inverse<double>({mvi::PlaneResult::magnitudes,
+                               {columns.x, 0},
+                               {columns.y, size.y},
+                               result.data() + columns.x,
+                               size.x});
+        const double scale = mvi::inverseScale(size);
         for (std::size_t i = 0; i < expected.size(); ++i) {
             const long x = static_cast<long>(i) % size.x;
             const bool isAsked = x >= columns.x && x < columns.x + columns.y;
-            ASSERT_TRUE(isSameOrNan(isAsked ? expected[i] : -1.0f, result[i])) << i;
+            const auto found = static_cast<float>(isAsked ? result[i] / scale : result[i]);
+            ASSERT_TRUE(isSameOrNan(isAsked ? expected[i] : -1.0f, found)) << i;
         }
     }
 }
@@ -276,19 +279,15 @@ TEST(FilteredPlane, GivesSquaresAsWell) {
     const auto pels = randomPels<unsigned char>(64 * 64, 43);
     for (const mvi::KernelPath* path : mvi::KernelPathList()) {
         if (!path->isSupported()) continue;
-        std::vector<float> results[2];
-        for (const bool squared : {false, true}) {
-            mvi::FilteredPlane plane(gains.half, *path);
-            plane.forward<unsigned char>(64, 64, [&](long y) { return pels.data() + 64 * y; });
-            plane.inverse({0, 64}, squared, [&](long, long count, const float* magnitudes) {
-                ASSERT_EQ(path->lanes, count);
-                results[squared ? 1 : 0].insert(results[squared ? 1 : 0].end(), magnitudes,
-                                                magnitudes + 64 * count);
-            });
-        }
-        ASSERT_EQ(results[0].size(), results[1].size());
-        for (std::size_t i = 0; i < results[0].size(); ++i) {
-            ASSERT_EQ(results[0][i], std::sqrt(results[1][i]));
+        mvi::FilteredPlane plane(gains.half, *path);
+        plane.forward<unsigned char>(64, 64, [&](long y) { return pels.data() + 64 * y; });
+        std::vector<double> magnitudes(64 * 64);
+        std::vector<float> squares(64 * 64);
+        plane.inverse<double>(
+            {mvi::PlaneResult::magnitudes, {0, 0}, {64, 64}, magnitudes.data(), 64});
+        plane.inverse<float>({mvi::PlaneResult::squares, {0, 0}, {64, 64}, squares.data(), 64});
+        for (std::size_t i = 0; i < squares.size(); ++i) {
+            ASSERT_EQ(64 * 64 * magnitudes[i], std::sqrt(squares[i])) << i;
         }
     }
 }

@@ -165,35 +165,4 @@ TEST(SquareRange, GrowsByAllButNaNs) {
     });
 }
 
-// Rounding never falls while its argument rises, so that all floats are right when those next to
-// each half are.
-template <class T>
-void expectHalvesRoundedUp() {
-    std::vector<float> magnitudes;
-    std::vector<T> expected;
-    for (int whole = 0; whole < std::numeric_limits<T>::max(); ++whole) {
-        const float half = static_cast<float>(whole) + 0.5f;
-        magnitudes.insert(magnitudes.end(), {std::nextafter(half, 0.0f), half});
-        expected.insert(expected.end(), {static_cast<T>(whole), static_cast<T>(whole + 1)});
-    }
-    // Whole rows on every path.
-    while (magnitudes.size() % mvi::kMostLanes != 0) {
-        magnitudes.push_back(0.0f);
-        expected.push_back(0);
-    }
-    for (const mvi::KernelPath* path : mvi::KernelPathList()) {
-        if (!path->isSupported()) continue;
-        const long rows = static_cast<long>(magnitudes.size()) / path->lanes;
-        std::vector<T> pels(magnitudes.size());
-        path->pels<T>().scaled(magnitudes.data(), rows, path->lanes, 1.0f, pels.data(),
-                               path->lanes);
-        EXPECT_EQ(expected, pels) << path->name;
-    }
-}
-
-TEST(Rounding, TakesTheUpperPelFromEachHalfOn) {
-    expectHalvesRoundedUp<unsigned char>();
-    expectHalvesRoundedUp<unsigned short>();
-}
-
 }  // namespace
