@@ -8,7 +8,7 @@
 #     scripts/lint.sh --names         only names and braces, but of the examples and Python, too
 set -uo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
-libraries='^(vsys|base|filt|tools)/'
+libraries='^(vsys|base|filt|suggest|tools)/'
 
 list() { git ls-files '*.cpp' | grep -E "$1"; }
 
@@ -39,7 +39,7 @@ cmake --preset dev >/dev/null
 
 case ${1:-} in
     --names)
-        mapfile -t sources < <(list '^(vsys|base|filt|tools|python|examples)/')
+        mapfile -t sources < <(list '^(vsys|base|filt|suggest|tools|python|examples)/')
         ! tidy -checks='-*,readability-identifier-naming,readability-braces-around-statements' \
             "${sources[@]/#/$PWD/}"
         exit

@@ -12,8 +12,8 @@ import sys
 
 TESTS = pathlib.Path(__file__).resolve().parents[1]
 ROOT = TESTS.parent
-LIBRARIES = ("vsys", "base", "filt", "internal")
-SOURCES = ("vsys", "base", "filt", "tools")
+LIBRARIES = ("vsys", "base", "filt", "internal", "suggest")
+SOURCES = ("vsys", "base", "filt", "suggest", "tools")
 # What the files of a folder may include of the libraries; the first row that fits counts. A single
 # header names what filt uses of base and vsys, and what stands outside sees no internal header.
 ARROWS = (
@@ -22,7 +22,8 @@ ARROWS = (
     ("filt/platform.h", r"vsys/|base/"),
     ("filt/fft", r"filt/(fft|internal)/|filt/(export|platform)\.h|internal/"),
     ("filt/", r"filt/|internal/"),
-    ("tools/|python/|examples/", r"(?!.*internal/)(vsys|base|filt)/"),
+    ("suggest/", r"suggest/|(?!.*internal/)(vsys|base|filt)/"),
+    ("tools/|python/|examples/", r"(?!.*internal/)(vsys|base|filt|suggest)/"),
 )
 ROW = re.compile(r"^\| `([\w/]+)/` \|[^|]*\|(.*)", re.MULTILINE)
 
@@ -97,11 +98,11 @@ def circles(top):
 
 
 def arrow_faults():
-    for top in ("vsys", "base", "filt", "tools", "python", "examples"):
+    for top in ("vsys", "base", "filt", "suggest", "tools", "python", "examples"):
         for path, target in includes(top):
             allowed = next(rule for start, rule in ARROWS if re.match(start, path))
             own = target.startswith(top + "/") and top not in LIBRARIES
-            if re.match("(vsys|base|filt|internal)/", target) and not own and not re.match(allowed, target):
+            if re.match("(vsys|base|filt|internal|suggest)/", target) and not own and not re.match(allowed, target):
                 yield f"{path} includes {target}"
     for top in ("tools", "python"):
         yield from (f"{a} and {b} need each other" for a, b in circles(top))

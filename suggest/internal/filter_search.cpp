@@ -1,0 +1,177 @@
+// The search for the filter that a defect stands out most behind.
+#include "filter_search.h"
+
+#include <algorithm>
+#include <bit>
+#include <utility>
+
+#include "../program_plane.h"
+
+namespace {
+
+constexpr long kTiles[] = {8, 16};
+constexpr double kRatios[] = {1.12, 1.06};
+// What leaves less of a defect is lost among the roundings.
+constexpr double kLeastAnswer = 0.01;
+
+constexpr std::size_t kStarts = 6, kTriesForARadius = 45;
+
+// Fine filters are tried on small tiles, whose planes stay in a processor's cache. What is filtered
+// with them and dropped is more than all but the narrowest of these filters reach.
+constexpr long kSmallSide = 256, kSmallMargin = 32;
+
+// The rest on planes as the program takes them, of which only the lowest frequencies are kept.
+constexpr double kHighestKept = 0.48;
+constexpr long kLeastSide = 64;
+
+bool isBetter(const mvi::Scored& a, const mvi::Scored& b) {
+    return a.contrast > b.contrast;
+}
+
+mvi::TileAxis smallAxis(long n) {
+    const long side =
+        static_cast<long>(std::bit_ceil(static_cast<unsigned long>(n + 2 * kSmallMargin)));
+    return {std::min(side, kSmallSide), kSmallMargin, false};
+}
+
+// As the program lays an axis; the margin that it takes for tiles is about this one.
+mvi::TileAxis programAxis(long n, long reach, long side) {
+    const bool isWhole = mvPlaneAxis{.picture = n, .reach = reach}.planes(side) == 1;
+    return {side, isWhole ? 0 : side / 4, isWhole};
+}
+
+// How many times smaller a filtered plane may be.
+long scaleFor(const mvFilterStep& step, mvPair<long> plane) {
+    long scale = 1;
+    while (2 * static_cast<double>(scale) * mvi::upperEdge(step) <= kHighestKept &&
+           std::min(plane.x, plane.y) / (2 * scale) >= kLeastSide) {
+        scale *= 2;
+    }
+    return scale;
+}
+
+}  // namespace
+
+mvi::FilterSearch::FilterSearch(const std::vector<DoubleView>& pictures, mvPair<long> picture,
+                                const SearchedFor& wanted, std::function<void()> advance)
+    : pictures_(pictures), picture_(picture), wanted_(wanted), advance_(std::move(advance)) {
+    for (const mvFilterStep& step : coarseFilters(wanted_)) {
+        const mvPair<long> plane = planeFor(step);
+        for (const long radius : dcRadii(step, std::min(plane.x, plane.y))) {
+            coarse_.push_back(step);
+            coarse_.back().dcRadius = radius;
+        }
+    }
+}
+
+std::size_t mvi::FilterSearch::tries() const {
+    return coarse_.size() + kTriesForARadius * wanted_.radii.size();
+}
+
+mvi::TileLayout mvi::FilterSearch::layoutFor(const mvFilterStep& step) const {
+    const mvPair<long> reach = mfFiltersReach({step});
+    const mvPair<long> plane = mfProgramPlane(picture_, reach);
+    const long scale = scaleFor(step, plane);
+    if (scale == 1 && step.dcRadius <= 1) return {smallAxis(picture_.x), smallAxis(picture_.y), 1};
+    return {programAxis(picture_.x, reach.x, plane.x), programAxis(picture_.y, reach.y, plane.y),
+            scale};
+}
+
+mvi::SearchTiles& mvi::FilterSearch::tilesFor(const TileLayout& layout, Fineness fineness) {
+    const auto at = tiles_.find({layout, fineness});
+    if (at != tiles_.end()) return at->second;
+    // Large tiles make up for their number.
+    const long pels = layout.x.side * layout.y.side / (layout.scale * layout.scale);
+    const long most = std::max(kTiles[fineness] * kSmallSide * kSmallSide / pels, 2l);
+    return tiles_.try_emplace({layout, fineness}, pictures_, layout, most, answers()).first->second;
+}
+
+// A bump in a black picture of which one tile is all.
+mvi::SearchTiles& mvi::FilterSearch::bumpFor(const TileLayout& layout, const Bump& bump) {
+    const auto at = bumps_.find({layout, bump.across});
+    if (at != bumps_.end()) return at->second;
+    const auto length = [](long n, const TileAxis& axis) {
+        return axis.isWhole ? n : std::min(n, axis.side - 2 * axis.margin);
+    };
+    const DoubleView image = laidBump(bump, wanted_.direction.value_or(0),
+                                      {length(picture_.x, layout.x), length(picture_.y, layout.y)});
+    return bumps_
+        .try_emplace({layout, bump.across}, std::vector<DoubleView>{image}, layout, 1, answers())
+        .first->second;
+}
+
+// Where a whole picture lies in one plane, the mirror images of a bump play a part.
+double mvi::FilterSearch::answerOf(const mvFilterStep& step, const Bump& bump, Fineness fineness) {
+    const TileLayout layout = layoutFor(step);
+    const bool isWhole = layout.x.isWhole && layout.y.isWhole;
+    if (fineness == fine && isWhole && layout.scale > 1) return bumpFor(layout, bump).peak(step);
+    return spotAnswer(step, bump, planeFor(step));
+}
+
+mvPair<long> mvi::FilterSearch::planeFor(const mvFilterStep& step) const {
+    return mfProgramPlane(picture_, mfFiltersReach({step}));
+}
+
+double mvi::FilterSearch::background(const mvFilterStep& step, Fineness fineness) {
+    const Key key(step.frequency, step.sigma, step.plateau, step.sigmaAcross, step.dcRadius);
+    const auto [at, isNew] = known_[fineness].try_emplace(key);
+    if (isNew) {
+        advance_();
+        at->second = tilesFor(layoutFor(step), fineness).background(step);
+    }
+    return at->second;
+}
+
+mvi::Scored mvi::FilterSearch::score(const mvFilterStep& step, const Bump& bump,
+                                     Fineness fineness) {
+    const double behind = background(step, fineness);
+    const double answer = answerOf(step, bump, fineness);
+    return {step, behind > 0 && answer > kLeastAnswer ? answer / behind : 0};
+}
+
+void mvi::FilterSearch::tryAll() {
+    for (const mvFilterStep& step : coarse_) background(step, coarse);
+}
+
+// The most promising filters, tried again on more tiles.
+std::vector<mvi::Scored> mvi::FilterSearch::coarseBest(const Bump& bump) {
+    std::vector<Scored> found;
+    for (const mvFilterStep& step : coarse_) {
+        if (isWithinReach(step, bump.across)) found.push_back(score(step, bump, coarse));
+    }
+    std::stable_sort(found.begin(), found.end(), isBetter);
+    found.resize(std::min(found.size(), kStarts));
+    for (Scored& each : found) each = score(each.step, bump, fine);
+    return found;
+}
+
+// One step to the best neighbour, when that is better.
+bool mvi::FilterSearch::improve(Scored& best, const Bump& bump, double ratio,
+                                std::vector<Scored>& seen) {
+    std::vector<mvFilterStep> steps = neighbours(best.step, ratio);
+    const mvPair<long> plane = planeFor(best.step);
+    for (const long radius : dcRadii(best.step, std::min(plane.x, plane.y))) {
+        steps.push_back(best.step);
+        steps.back().dcRadius = radius;
+    }
+    const Scored former = best;
+    for (const mvFilterStep& step : steps) {
+        seen.push_back(score(step, bump, fine));
+        best = std::min(best, seen.back(), isBetter);
+    }
+    return isBetter(best, former);
+}
+
+std::vector<mvi::Scored> mvi::FilterSearch::best(const Bump& bump, std::size_t most) {
+    std::vector<Scored> seen = coarseBest(bump);
+    Scored best = *std::min_element(seen.begin(), seen.end(), isBetter);
+    for (const double ratio : kRatios) {
+        for (int round = 0; round < 4 && improve(best, bump, ratio, seen); ++round) {
+        }
+    }
+    std::stable_sort(seen.begin(), seen.end(), isBetter);
+    const auto isSame = [](const Scored& a, const Scored& b) { return a.step == b.step; };
+    seen.erase(std::unique(seen.begin(), seen.end(), isSame), seen.end());
+    seen.resize(std::min(seen.size(), most));
+    return seen;
+}

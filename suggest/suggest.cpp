@@ -1,0 +1,123 @@
+// Filters proposed from pictures of a good surface.
+#include "suggest.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "internal/filter_search.h"
+#include "internal/good_pictures.h"
+#include "internal/remarks.h"
+#include "internal/whole_pictures.h"
+#include "program_plane.h"
+
+namespace {
+
+using mvi::DoubleView;
+
+// Spots that stand out less than this are not seen.
+constexpr double kStandsOut = 3;
+
+mvi::Bump bumpOf(double radius, const mvSuggestOptions& options) {
+    return {radius, options.direction ? mvi::kScratchLength * radius : radius};
+}
+
+void requireBound(const std::vector<DoubleView>& pictures) {
+    for (const DoubleView& picture : pictures) {
+        if (!picture.isBound()) throw mvFrequencyDefs::UnboundWindow(nullptr);
+    }
+}
+
+// Calls back with the part that is done.
+class Progress {
+  public:
+    explicit Progress(const std::function<void(double)>& report) : report_(report) {}
+
+    void expect(std::size_t steps) { expected_ = static_cast<double>(steps); }
+
+    void advance(double steps = 1) {
+        done_ += steps;
+        if (report_) report_(std::min(done_ / expected_, 1.0));
+    }
+
+    void finish() {
+        if (report_) report_(1);
+    }
+
+  private:
+    const std::function<void(double)>& report_;
+    double expected_ = 1, done_ = 0;
+};
+
+// The search for all radii over pictures that are fit for it.
+class Proposals {
+  public:
+    Proposals(const std::vector<DoubleView>& pictures, const mvSuggestOptions& options)
+        : options_(options),
+          radii_(mvi::fittingRadii(pictures, options.radii)),
+          picture_(pictures.front().width(), pictures.front().height()),
+          windows_(mvi::lookedAt(pictures)),
+          whole_(windows_, picture_),
+          progress_(options.progress) {}
+
+    std::vector<mvSuggestion> find() {
+        if (radii_.empty()) return {};
+        mvi::FilterSearch search(windows_, picture_, {radii_, options_.direction},
+                                 [this] { progress_.advance(); });
+        const std::size_t finalists = whole_.finalists();
+        progress_.expect(search.tries() + kWholeTries * finalists * radii_.size());
+        search.tryAll();
+        std::vector<mvSuggestion> found;
+        for (const double radius : radii_) {
+            found.push_back(bestOf(search.best(bumpOf(radius, options_), finalists), radius));
+        }
+        progress_.finish();
+        return found;
+    }
+
+  private:
+    // A whole picture takes as long as so many tries on tiles.
+    static constexpr std::size_t kWholeTries = 20;
+
+    mvSuggestion bestOf(const std::vector<mvi::Scored>& finalists, double radius) {
+        mvSuggestion best;
+        for (const mvi::Scored& finalist : finalists) {
+            mvSuggestion next = measured(finalist.step, radius);
+            if (best.steps.empty() || next.levels < best.levels) best = std::move(next);
+            progress_.advance(kWholeTries);
+        }
+        return best;
+    }
+
+    mvSuggestion measured(const mvFilterStep& step, double radius) {
+        mvSuggestion found;
+        found.radius = radius;
+        found.steps = {step};
+        found.plane = mfProgramPlane(picture_, mfFiltersReach(found.steps));
+        found.answer =
+            whole_.answer(found.steps, bumpOf(radius, options_), options_.direction.value_or(0));
+        found.background = whole_.background(found.steps);
+        found.levels = kStandsOut * found.background / found.answer;
+        found.arguments = mfFilterArguments(found.steps);
+        return found;
+    }
+
+    const mvSuggestOptions& options_;
+    const std::vector<double> radii_;
+    const mvPair<long> picture_;
+    const std::vector<DoubleView> windows_;
+    mvi::WholePictures whole_;
+    Progress progress_;
+};
+
+}  // namespace
+
+mvSuggestions mfSuggest(const std::vector<DoubleView>& pictures, const mvSuggestOptions& options) {
+    requireBound(pictures);
+    mvSuggestions found;
+    found.refusal = mvi::refusalOf(pictures, options.white);
+    if (!found.refusal.empty()) return found;
+    Proposals proposals(pictures, options);
+    found.filters = proposals.find();
+    found.remarks = mvi::remarksOn(found.filters, options);
+    return found;
+}
