@@ -1,0 +1,242 @@
+// The library as the page's worker calls it.
+#include <emscripten/bind.h>
+#include <emscripten/val.h>
+
+#include "session.h"
+#include "tools/failure.h"
+#include "tools/logarithmic_pels.h"
+#include "tools/windowed_spectrum.h"
+
+using emscripten::typed_memory_view;
+using emscripten::val;
+
+namespace {
+
+// A copy of pels in the page's memory, without the gaps between rows.
+template <class T>
+val copyOf(const mvPelBuffer_const<T>& picture, const char* type) {
+    const val all = val::global(type).new_(picture.width() * picture.height());
+    const bool hasGaps = picture.rowUpdate() != picture.width();
+    const long rows = hasGaps ? 1 : picture.height();
+    for (long y = 0; y < picture.height(); y += rows) {
+        const auto count = static_cast<std::size_t>(rows * picture.width());
+        all.call<void>("set", typed_memory_view(count, picture.pointToRow(y)), y * picture.width());
+    }
+    return all;
+}
+
+val copyOf(const mvPelBuffer_const<unsigned char>& picture) {
+    return copyOf(picture, "Uint8Array");
+}
+
+// A picture and its halves, to be looked at from near and far.
+val levelsOf(mvPelBuffer<unsigned char> picture) {
+    val levels = val::array();
+    for (;;) {
+        val level = val::object();
+        level.set("width", picture.width());
+        level.set("height", picture.height());
+        level.set("pels", copyOf(picture));
+        levels.call<void>("push", level);
+        if (picture.width() <= 64 && picture.height() <= 64) return levels;
+        picture = halved(picture);
+    }
+}
+
+val shown(const mvPelBuffer<unsigned char>& picture) {
+    val result = val::object();
+    result.set("levels", levelsOf(picture));
+    result.set("pels", val::null());
+    return result;
+}
+
+val shown(const mvPelBuffer<unsigned short>& picture) {
+    val result = val::object();
+    result.set("levels", levelsOf(upperBytes(picture)));
+    result.set("pels", copyOf<unsigned short>(picture, "Uint16Array"));
+    return result;
+}
+
+FilterSettings settingsOf(const val& from) {
+    const auto number = [&](const char* name) { return from[name].as<double>(); };
+    return {.kind = static_cast<FilterKind>(from["kind"].as<int>()),
+            .frequency = number("frequency"),
+            .degrees = number("angle"),
+            .sigma = {number("sigma"), number("sigmaAcross")},
+            .plateau = {number("plateau"), number("plateauAcross")},
+            .dcRadius = from["dcRadius"].as<long>()};
+}
+
+ResultWish wishOf(const val& from) {
+    ResultWish wish;
+    if (from["border"].as<std::string>() == "zero") wish.border = mvBorder::zero;
+    if (!from["rescale"].isNull()) wish.percent = from["rescale"].as<double>();
+    wish.withSign = from["signed"].as<bool>();
+    return wish;
+}
+
+template <class T>
+std::vector<T> samplesOf(const val& array) {
+    return emscripten::convertJSArrayToNumberVector<T>(array);
+}
+
+// All that the worker keeps. Every call gives an object; one that fails has an `error`.
+class Engine {
+  public:
+    val setPicture(const val& samples, long width, long height, long channels) {
+        return guarded([&] {
+            drop();
+            picture_ = pictureOf(samples, width, height, channels);
+            return std::visit([](const auto& pels) { return shown(pels); }, picture_);
+        });
+    }
+
+    val setKernel(const val& samples, long width, long height, long channels) {
+        return guarded([&] {
+            kernel_.emplace("The weights", pictureOf(samples, width, height, channels));
+            return val::object();
+        });
+    }
+
+    // The magnitudes of the picture's frequencies, and what they look like.
+    val spectrum() const {
+        return guarded([&] {
+            const mvPelBuffer<double> magnitudes =
+                std::visit([](const auto& pels) { return windowedSpectrum(pels); }, picture_);
+            val result = shown(logarithmicPels(magnitudes));
+            result.set("magnitudes", copyOf<double>(magnitudes, "Float32Array"));
+            return result;
+        });
+    }
+
+    // Builds the filter and cuts the picture; gives the plane and the tiles.
+    val begin(const val& settings) {
+        return guarded([&] {
+            const ResultWish wish = wishOf(settings);
+            const FilterRecipe recipe = recipeOf(settingsOf(settings), kernel_);
+            drop();
+            std::visit([&](const auto& pels) { prepare(pels, recipe, wish); }, picture_);
+            return plan();
+        });
+    }
+
+    val work(long tile) {
+        return guarded([&] {
+            std::visit([=](auto& work) { work->work(tile); }, work_);
+            return val::object();
+        });
+    }
+
+    // The result, or what there is of it.
+    val result() const {
+        return guarded([&] {
+            return std::visit(
+                [](const auto& work) {
+                    return work->isWide() ? shown(work->words()) : shown(work->bytes());
+                },
+                work_);
+        });
+    }
+
+    val gains(long side) const {
+        return guarded([&] {
+            const mvPelBuffer<unsigned char> picture = shownGains(*filter_, side);
+            val result = val::object();
+            result.set("width", picture.width());
+            result.set("height", picture.height());
+            result.set("pels", copyOf(picture));
+            return result;
+        });
+    }
+
+    val archive() const {
+        return guarded([&] {
+            const std::string bytes = archiveOf(*filter_);
+            const val copy = val::global("Uint8Array").new_(bytes.size());
+            copy.call<void>(
+                "set", typed_memory_view(bytes.size(),
+                                         reinterpret_cast<const unsigned char*>(bytes.data())));
+            val result = val::object();
+            result.set("bytes", copy);
+            return result;
+        });
+    }
+
+  private:
+    template <class Steps>
+    static val guarded(Steps steps) {
+        try {
+            return steps();
+        } catch (...) {
+            val result = val::object();
+            result.set("error", reportOfException().text);
+            return result;
+        }
+    }
+
+    static Picture pictureOf(const val& samples, long width, long height, long channels) {
+        if (samples["BYTES_PER_ELEMENT"].as<int>() == 2) {
+            const auto values = samplesOf<unsigned short>(samples);
+            return greyPicture(values.data(), width, height, channels);
+        }
+        const auto values = samplesOf<unsigned char>(samples);
+        return greyPicture(values.data(), width, height, channels);
+    }
+
+    // The work refers to picture and filter: it goes first.
+    void drop() {
+        work_ = std::unique_ptr<TileWork<unsigned char>>();
+        filter_.reset();
+    }
+
+    template <class T>
+    void prepare(const mvPelBuffer<T>& pels, const FilterRecipe& recipe, const ResultWish& wish) {
+        const PlaneOptions options{.border = wish.border};
+        filter_ = recipe.make(choosePlane(pels, recipe, options).plane);
+        work_ = std::make_unique<TileWork<T>>(pels, *filter_, wish);
+    }
+
+    val plan() const {
+        val areas = val::array();
+        const auto add = [&](const auto& work) {
+            for (long at = 0; at < work->tiles(); ++at) {
+                const PelArea part = work->area(at);
+                val area = val::object();
+                area.set("x", part.x);
+                area.set("y", part.y);
+                area.set("width", part.width);
+                area.set("height", part.height);
+                areas.call<void>("push", area);
+            }
+        };
+        std::visit(add, work_);
+        const mvPair<long> plane = mfFilterPlane(*filter_);
+        val result = val::object();
+        result.set("planeWidth", plane.x);
+        result.set("planeHeight", plane.y);
+        result.set("tiles", areas);
+        return result;
+    }
+
+    Picture picture_;
+    std::optional<Kernel> kernel_;
+    std::unique_ptr<mvFrequencyFilter> filter_;
+    std::variant<std::unique_ptr<TileWork<unsigned char>>,
+                 std::unique_ptr<TileWork<unsigned short>>>
+        work_;
+};
+
+}  // namespace
+
+EMSCRIPTEN_BINDINGS(mvfreq) {
+    emscripten::class_<Engine>("Engine")
+        .constructor<>()
+        .function("setPicture", &Engine::setPicture)
+        .function("setKernel", &Engine::setKernel)
+        .function("spectrum", &Engine::spectrum)
+        .function("begin", &Engine::begin)
+        .function("work", &Engine::work)
+        .function("result", &Engine::result)
+        .function("gains", &Engine::gains)
+        .function("archive", &Engine::archive);
+}

@@ -1,0 +1,83 @@
+// A picture filtered tile by tile, in any order, with the bits of the one call.
+#pragma once
+
+#include <filt/freqfilt.h>
+
+#include <vector>
+
+#include "tools/filter_recipe.h"
+#include "tools/plane_choice.h"
+
+/// One axis of a picture as the picture call cuts it.
+struct TileAxis {
+    /// For `pels` of the picture and the plane that the filter was built for.
+    TileAxis(long pels, long plane, long reach, mvBorder border);
+
+    /// The pels of the picture that tile number `at` is laid from; some may lie outside of it.
+    long from(long at) const { return isWhole ? 0 : at * core - margin; }
+
+    /// The pels of the result that it gives.
+    long begin(long at) const { return at * core; }
+    long length(long at) const;
+
+    long pels, plane, margin;
+    bool isWhole;  // in one plane, with its border
+    long core;     // result pels of a tile
+    long tiles;
+};
+
+/// What is seen of a result: grey levels, or with a percentage so many of the pels spread over the
+/// range; magnitudes, or real parts around 32768.
+struct ResultWish {
+    mvBorder border = mvBorder::mirror;
+    std::optional<double> percent{};
+    bool withSign = false;
+};
+
+/// A rectangle in pels.
+struct PelArea {
+    long x, y, width, height;
+};
+
+/// The work of one filter on one picture, in tiles that can be taken in any order.
+template <class T>
+class TileWork {
+  public:
+    /// The picture and the filter must outlive the work.
+    TileWork(const mvPelBuffer_const<T>& picture, const mvFrequencyFilter& filter,
+             const ResultWish& wish);
+
+    long tiles() const { return x_.tiles * y_.tiles; }
+
+    /// The part of the result that tile number `at` gives; tiles are counted row by row.
+    PelArea area(long at) const;
+
+    void work(long at);
+
+    /// The result as pels of 8 or 16 bits. Before the last tile is done the range is that of the
+    /// tiles that are, and all other pels are black.
+    bool isWide() const { return sizeof(T) == 2 || wish_.withSign; }
+    mvPelBuffer<unsigned char> bytes() const;
+    mvPelBuffer<unsigned short> words() const;
+
+  private:
+    bool isPlain() const { return !wish_.percent && !wish_.withSign; }
+    bool isSingle() const { return tiles() == 1; }
+
+    mvPelBuffer_const<T> laid(const PelArea& from) const;
+    mvFilterImageOptions options() const;
+
+    template <class U>
+    void takeTile(long at, mvPelBuffer<U>& result);
+    template <class U>
+    mvPelBuffer<U> pels() const;
+    mvPelBuffer<T> spread() const;
+
+    const mvPelBuffer_const<T> picture_;
+    const mvFrequencyFilter& filter_;
+    const ResultWish wish_;
+    const TileAxis x_, y_;
+    mvPelBuffer<T> plain_;        // what needs no range
+    mvPelBuffer<double> values_;  // what does: magnitudes or real parts
+    std::vector<bool> done_;
+};
