@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "archive_report.h"
+#include "explore.h"
 #include "failure.h"
 #include "filter_commands.h"
 #include "filter_view.h"
@@ -123,6 +124,24 @@ void addInfo(CLI::App& app, Work& work) {
     });
 }
 
+void addExplore(CLI::App& app, Work& work) {
+    const auto options = std::make_shared<ExploreOptions>();
+    CLI::App* command =
+        app.add_subcommand("explore", "Open a picture in the browser, to find a filter by eye");
+    command->add_option("picture", options->picture, "Picture to begin with");
+    command->add_option("--page", options->page, "The explorer, if not where it was installed");
+    command->add_flag("!--no-browser", options->opensBrowser,
+                      "Only print the path of the page, as without a desktop");
+    command->footer("Example:\n  mvfreq explore examples/pictures/woven.png");
+    command->callback([options, &work] {
+        work = [options] {
+            if (options->picture) requireInputs({*options->picture});
+            explore(*options);
+            return exitGood;
+        };
+    });
+}
+
 // Reports a misspelt word, not the right one that is missing because of it.
 std::string complaintOf(const CLI::App& app, const CLI::ParseError& outcome) {
     const std::vector<std::string> unknown = app.remaining(true);
@@ -175,6 +194,7 @@ Work readCommandLine(int argc, char** argv) {
     addFilterCommands(app, work);
     addSpectrum(app, work);
     addView(app, work);
+    addExplore(app, work);
     addInfo(app, work);
     try {
         std::vector<std::string> words = withPercentage(argc, argv);

@@ -12,7 +12,7 @@
 namespace {
 
 constexpr const char* kCommands[] = {"bandpass", "bandreject", "gabor", "gaborreject", "convolve",
-                                     "apply",    "spectrum",   "view",  "info"};
+                                     "apply",    "spectrum",   "view",  "explore",     "info"};
 
 using CommandLine = ProgramTest;
 

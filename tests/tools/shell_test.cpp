@@ -25,9 +25,10 @@ class Shell : public ProgramTest {
 };
 
 TEST_F(Shell, CompletesCommands) {
-    EXPECT_EQ(completions("mvfreq ''"),
-              "bandpass bandreject gabor gaborreject convolve apply spectrum view info --help "
-              "--version\n");
+    EXPECT_EQ(
+        completions("mvfreq ''"),
+        "bandpass bandreject gabor gaborreject convolve apply spectrum view explore info --help "
+        "--version\n");
     EXPECT_EQ(completions("mvfreq ban"), "bandpass bandreject\n");
 }
 

@@ -1,0 +1,138 @@
+// The explorer: a page for the browser, with a picture in it.
+#include "explore.h"
+
+#include <fcntl.h>
+#include <spawn.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <cstdlib>
+#include <filesystem>
+#include <iterator>
+#include <string_view>
+#include <vector>
+
+#include "failure.h"
+#include "input_file.h"
+#include "printable.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+// Beside an installed program, beside one in its build tree, and where it was to be installed.
+std::vector<fs::path> places() {
+    std::error_code ignored;
+    const fs::path folder = fs::read_symlink("/proc/self/exe", ignored).parent_path();
+    return {folder / "../share/mvfreq/explorer.html", folder / "../explorer/explorer.html",
+            MVFREQ_EXPLORER_PAGE};
+}
+
+std::string findPage() {
+    std::error_code ignored;
+    for (const fs::path& place : places()) {
+        if (fs::exists(place, ignored)) return fs::weakly_canonical(place).string();
+    }
+    throw Failure("the explorer is not installed: there is no " MVFREQ_EXPLORER_PAGE
+                  " (--page names another place)");
+}
+
+std::string contentsOf(const std::string& path) {
+    std::ifstream file = openInput(path);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+std::string base64(const std::string& bytes) {
+    constexpr std::string_view kLetters =
+        "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+    const auto byteAt = [&](std::size_t at) {
+        return at < bytes.size() ? static_cast<unsigned char>(bytes[at]) : 0U;
+    };
+    std::string text;
+    for (std::size_t at = 0; at < bytes.size(); at += 3) {
+        const unsigned group = byteAt(at) << 16 | byteAt(at + 1) << 8 | byteAt(at + 2);
+        for (std::size_t letter = 0; letter < 4; ++letter) {
+            const bool isThere = at + letter <= bytes.size();
+            text += isThere ? kLetters[group >> (18 - 6 * letter) & 63] : '=';
+        }
+    }
+    return text;
+}
+
+// A name within quotation marks of HTML.
+std::string quoted(const std::string& name) {
+    std::string text;
+    for (const char letter : name) {
+        if (std::string_view("\"&<>").find(letter) == std::string_view::npos) {
+            text += letter;
+        } else {
+            text += "&#" + std::to_string(static_cast<int>(letter)) + ";";
+        }
+    }
+    return text;
+}
+
+std::string withPicture(std::string page, const std::string& pagePath, const std::string& picture) {
+    constexpr std::string_view kMark = "<!--given-->";
+    const std::size_t at = page.find(kMark);
+    if (at == std::string::npos) throw Failure(pagePath + ": is not the page of the explorer");
+    const std::string name =
+        isStandard(picture) ? "picture.png" : fs::path(picture).filename().string();
+    return page.replace(at, kMark.size(),
+                        "<script type=\"text/plain\" data-given=\"" + quoted(name) + "\">" +
+                            base64(contentsOf(picture)) + "</script>");
+}
+
+// The browser reads it after the program has ended, so it stays; systems clear the folder.
+std::string temporaryPage(const std::string& text) {
+    std::string path = (fs::temp_directory_path() / "mvfreq-XXXXXX.html").string();
+    const int file = mkstemps(path.data(), 5);
+    if (file < 0) throw Failure(path + ": " + systemText(errno));
+    for (std::size_t done = 0; done < text.size();) {
+        const ssize_t count = ::write(file, text.data() + done, text.size() - done);
+        if (count < 0 && errno == EINTR) continue;
+        if (count < 0) {
+            const int error = errno;
+            ::close(file);
+            ::unlink(path.c_str());
+            throw Failure(path + ": " + systemText(error));
+        }
+        done += static_cast<std::size_t>(count);
+    }
+    ::close(file);
+    return path;
+}
+
+bool hasDesktop() {
+    const auto isSet = [](const char* name) {
+        const char* value = std::getenv(name);
+        return value != nullptr && *value != '\0';
+    };
+    return isSet("DISPLAY") || isSet("WAYLAND_DISPLAY");
+}
+
+// The path is printed in any case: what the browser does with it cannot be seen from here.
+void openInBrowser(std::string path) {
+    std::string command = "xdg-open";
+    const std::array<char*, 3> arguments{command.data(), path.data(), nullptr};
+    posix_spawn_file_actions_t actions;
+    posix_spawn_file_actions_init(&actions);
+    posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
+    posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, "/dev/null", O_WRONLY, 0);
+    pid_t child = 0;
+    posix_spawnp(&child, command.c_str(), &actions, nullptr, arguments.data(), environ);
+    posix_spawn_file_actions_destroy(&actions);
+}
+
+}  // namespace
+
+void explore(const ExploreOptions& options) {
+    const std::string page = options.page ? *options.page : findPage();
+    std::string shown = page;
+    if (options.picture) {
+        shown = temporaryPage(withPicture(contentsOf(page), page, *options.picture));
+    }
+    if (options.opensBrowser && hasDesktop()) openInBrowser(shown);
+    printOut(shown + "\n");
+}
