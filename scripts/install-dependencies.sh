@@ -6,6 +6,7 @@
 #     ci       for the checks of .ci/run
 #     checks   for the longer checks: other machines, coverage, static analysis, the interface
 #     fuzz     for the fuzz targets
+#     explorer for the explorer and its tests in a browser
 set -euo pipefail
 
 packages=(cmake ninja-build g++ libcli11-dev libpng-dev libgtest-dev
@@ -18,6 +19,8 @@ for group in "$@"; do
     checks) packages+=(clang g++-aarch64-linux-gnu qemu-user gcovr abigail-tools ccache
         emscripten node-acorn nodejs googletest) ;;
     fuzz) packages+=(clang libclang-rt-dev patch zlib1g-dev) ;;
+    explorer) packages+=(emscripten node-acorn nodejs chromium chromium-driver python3-selenium
+        optipng fonts-liberation) ;;
     *) echo "There is no group $group." >&2; exit 1 ;;
     esac
 done

@@ -75,11 +75,6 @@ ResultWish wishOf(const val& from) {
     return wish;
 }
 
-template <class T>
-std::vector<T> samplesOf(const val& array) {
-    return emscripten::convertJSArrayToNumberVector<T>(array);
-}
-
 // All that the worker keeps. Every call gives an object; one that fails has an `error`.
 class Engine {
   public:
@@ -87,7 +82,7 @@ class Engine {
         return guarded([&] {
             drop();
             picture_ = pictureOf(samples, width, height, channels);
-            return std::visit([](const auto& pels) { return shown(pels); }, picture_);
+            return std::visit([](const auto& picture) { return shown(picture.first()); }, picture_);
         });
     }
 
@@ -101,8 +96,8 @@ class Engine {
     // The magnitudes of the picture's frequencies, and what they look like.
     val spectrum() const {
         return guarded([&] {
-            const mvPelBuffer<double> magnitudes =
-                std::visit([](const auto& pels) { return windowedSpectrum(pels); }, picture_);
+            const mvPelBuffer<double> magnitudes = std::visit(
+                [](const auto& picture) { return windowedSpectrum(picture.first()); }, picture_);
             val result = shown(logarithmicPels(magnitudes));
             result.set("magnitudes", copyOf<double>(magnitudes, "Float32Array"));
             return result;
@@ -115,7 +110,8 @@ class Engine {
             const ResultWish wish = wishOf(settings);
             const FilterRecipe recipe = recipeOf(settingsOf(settings), kernel_);
             drop();
-            std::visit([&](const auto& pels) { prepare(pels, recipe, wish); }, picture_);
+            std::visit([&](const auto& picture) { prepare(picture.first(), recipe, wish); },
+                       picture_);
             return plan();
         });
     }
@@ -174,13 +170,16 @@ class Engine {
         }
     }
 
+    template <class T>
+    static Picture pictureFrom(const val& samples, long width, long height, long channels) {
+        const std::vector<T> values = emscripten::convertJSArrayToNumberVector<T>(samples);
+        return PictureOf<T>{{greyPicture(values.data(), width, height, channels)}};
+    }
+
     static Picture pictureOf(const val& samples, long width, long height, long channels) {
-        if (samples["BYTES_PER_ELEMENT"].as<int>() == 2) {
-            const auto values = samplesOf<unsigned short>(samples);
-            return greyPicture(values.data(), width, height, channels);
-        }
-        const auto values = samplesOf<unsigned char>(samples);
-        return greyPicture(values.data(), width, height, channels);
+        const bool isWide = samples["BYTES_PER_ELEMENT"].as<int>() == 2;
+        const auto from = isWide ? pictureFrom<unsigned short> : pictureFrom<unsigned char>;
+        return from(samples, width, height, channels);
     }
 
     // The work refers to picture and filter: it goes first.

@@ -11,7 +11,7 @@
 
 #include "tile_work.h"
 #include "tools/kernel_filter.h"
-#include "tools/png_picture.h"
+#include "tools/picture.h"
 
 enum class FilterKind { bandPass, bandReject, gabor, gaborReject, convolve };
 

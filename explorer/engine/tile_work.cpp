@@ -62,15 +62,17 @@ TileWork<T>::TileWork(const mvPelBuffer_const<T>& picture, const mvFrequencyFilt
       x_(picture.width(), mfFilterPlane(filter).x, mfFilterReach(filter).x, wish.border),
       y_(picture.height(), mfFilterPlane(filter).y, mfFilterReach(filter).y, wish.border),
       done_(static_cast<std::size_t>(tiles())) {
+    if (isTogether()) return;
     if (isPlain()) {
         plain_ = mvPelBuffer<T>(picture.width(), picture.height());
-    } else if (!isSingle() || wish_.withSign) {
+    } else {
         values_ = mvPelBuffer<double>(picture.width(), picture.height());
     }
 }
 
 template <class T>
 PelArea TileWork<T>::area(long at) const {
+    if (isTogether()) return {0, 0, picture_.width(), picture_.height()};
     const long column = at % x_.tiles, row = at / x_.tiles;
     return {x_.begin(column), y_.begin(row), x_.length(column), y_.length(row)};
 }
@@ -121,13 +123,24 @@ void TileWork<T>::takeTile(long at, mvPelBuffer<U>& result) {
 }
 
 template <class T>
-void TileWork<T>::work(long at) {
-    if (isPlain()) {
-        takeTile(at, plain_);
-    } else if (values_.isBound()) {
-        takeTile(at, values_);
+void TileWork<T>::workTogether() {
+    mvFilterImageOptions all = options();
+    all.margin = {-1, -1};
+    if (wish_.withSign) {
+        mfFilterImage(picture_, filter_, values_, all);
     } else {
-        plain_ = magnitudePels(picture_, filter_, options(), wish_.percent);
+        plain_ = magnitudePels(picture_, filter_, all, wish_.percent);
+    }
+}
+
+template <class T>
+void TileWork<T>::work(long at) {
+    if (isTogether()) {
+        workTogether();
+    } else if (isPlain()) {
+        takeTile(at, plain_);
+    } else {
+        takeTile(at, values_);
     }
     done_[static_cast<std::size_t>(at)] = true;
 }
@@ -164,7 +177,8 @@ mvPelBuffer<U> TileWork<T>::pels() const {
         if (plain_.isBound()) return plain_;
         if (!wish_.withSign) {
             const bool isAll = *wish_.percent >= 100;
-            return isAll ? spread() : spreadMagnitudes<T>(values_, *wish_.percent);
+            if (isAll) return spread();
+            return spreadMagnitudes<T>(values_, magnitudeRange(values_, *wish_.percent));
         }
     }
     if constexpr (std::is_same_v<U, unsigned short>) return realPels(values_, wish_.percent);

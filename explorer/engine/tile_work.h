@@ -47,7 +47,9 @@ class TileWork {
     TileWork(const mvPelBuffer_const<T>& picture, const mvFrequencyFilter& filter,
              const ResultWish& wish);
 
-    long tiles() const { return x_.tiles * y_.tiles; }
+    /// How many pieces there are: the tiles, or the picture where these are few. The one call does
+    /// less work for all of them, since it knows what of them is not asked for.
+    long tiles() const { return isTogether() ? 1 : x_.tiles * y_.tiles; }
 
     /// The part of the result that tile number `at` gives; tiles are counted row by row.
     PelArea area(long at) const;
@@ -61,11 +63,15 @@ class TileWork {
     mvPelBuffer<unsigned short> words() const;
 
   private:
+    static constexpr long kFewTiles = 9;
+
     bool isPlain() const { return !wish_.percent && !wish_.withSign; }
-    bool isSingle() const { return tiles() == 1; }
+    bool isTogether() const { return x_.tiles * y_.tiles <= kFewTiles; }
 
     mvPelBuffer_const<T> laid(const PelArea& from) const;
     mvFilterImageOptions options() const;
+
+    void workTogether();
 
     template <class U>
     void takeTile(long at, mvPelBuffer<U>& result);

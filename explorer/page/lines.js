@@ -7,8 +7,9 @@ function quoted(name) {
     return /^[\w.\/+-]+$/.test(name) && !name.startsWith("-") ? name : `'${name.replaceAll("'", "'\\''")}'`;
 }
 
-function ofResult({ border, rescale, signed }) {
-    const words = [];
+// The page shows colours as grey, whatever the program makes of them by itself.
+function ofResult({ border, rescale, signed }, isColour) {
+    const words = isColour ? ["--channels grey"] : [];
     if (border === "zero") words.push("--border zero");
     if (rescale !== null) words.push(rescale === 100 ? "--rescale" : `--rescale ${rescale}`);
     if (signed) words.push("--signed");
@@ -32,14 +33,13 @@ function input(name) {
     return quoted(name.replace(/\.\w+$/, "") + ".png");
 }
 
-export function commandLine(s, name, kernel) {
-    // A bare --rescale would take a file that begins like a number.
-    const words = [...ofFilter(s, kernel), ...ofResult(s)];
+export function commandLine(s, name, kernel, isColour) {
+    const words = [...ofFilter(s, kernel), ...ofResult(s, isColour)];
     return ["mvfreq", kinds[s.kind].name, ...words, input(name), "out.png"].join(" ");
 }
 
-export function applyLine(s, name) {
-    return ["mvfreq apply filter.mva", ...ofResult(s), input(name), "out.png"].join(" ");
+export function applyLine(s, name, isColour) {
+    return ["mvfreq apply filter.mva", ...ofResult(s, isColour), input(name), "out.png"].join(" ");
 }
 
 function spreading({ rescale }) {

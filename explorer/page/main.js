@@ -122,10 +122,10 @@ function bindResult() {
 const overlay = new Overlay(panes.spectrum, change);
 
 function lines() {
-    const { settings, name, kernel, plane } = state;
+    const { settings, name, kernel, plane, isColour } = state;
     if (state.tab === "cpp") return cppLines(settings, plane, panes.result.pels?.BYTES_PER_ELEMENT === 2);
     if (state.tab === "python") return pythonLines(settings, plane);
-    return `${commandLine(settings, name, kernel)}\n${applyLine(settings, name)}`;
+    return `${commandLine(settings, name, kernel, isColour)}\n${applyLine(settings, name, isColour)}`;
 }
 
 function showLine() {
@@ -216,7 +216,7 @@ const heard = {
     },
     opened(message) {
         if (message.picture !== state.picture) return;
-        Object.assign(state, { name: message.name, isExact: message.isExact });
+        Object.assign(state, { name: message.name, isExact: message.isExact, isColour: message.isExact && message.isColour });
         panes.result.levels = null;
         panes.spectrum.magnitudes = null;
         take(panes.picture, message);
@@ -402,4 +402,4 @@ worker.postMessage({ type: "start", module }, [module]);
 showSettings();
 
 // For tests, and for the curious.
-globalThis.explorer = { state, panes, view, change, open };
+globalThis.explorer = { state, panes, view, change, open, worker };

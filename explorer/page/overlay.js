@@ -150,21 +150,36 @@ export class Overlay {
         }, this.grips);
         element("circle", { class: "reach", r: 14 }, grip);
         element("circle", { class: "knob", r: 5 }, grip);
-        let isHeld = false;
-        grip.addEventListener("pointerdown", (event) => {
-            isHeld = true;
-            grip.setPointerCapture(event.pointerId);
-            event.stopPropagation();
-        });
-        grip.addEventListener("pointermove", (event) => {
-            if (!isHeld) return;
-            const box = this.pane.canvas.getBoundingClientRect();
-            const part = this.pane.partAt(event.clientX - box.left, event.clientY - box.top);
-            this.set(handle.set(this.settings, part.x - 0.5, part.y - 0.5));
-        });
-        for (const type of ["pointerup", "pointercancel"]) grip.addEventListener(type, () => { isHeld = false; });
+        grip.addEventListener("pointerdown", (event) => this.hold(event));
+        grip.addEventListener("pointermove", (event) => this.drag(event));
+        for (const type of ["pointerup", "pointercancel"]) grip.addEventListener(type, () => { this.held = null; });
         grip.addEventListener("keydown", (event) => this.key(event, handle));
         return grip;
+    }
+
+    at({ clientX, clientY }) {
+        const box = this.pane.canvas.getBoundingClientRect();
+        const part = this.pane.partAt(clientX - box.left, clientY - box.top);
+        return [part.x - 0.5, part.y - 0.5];
+    }
+
+    // Handles may lie within each other's reach: the nearest one is meant.
+    hold(event) {
+        const [u, v] = this.at(event), handles = handlesOf[this.shape];
+        const apart = (handle) => {
+            const [x, y] = handle.at(this.settings);
+            return Math.hypot(x - u, y - v);
+        };
+        this.held = handles.reduce((a, b) => (apart(b) < apart(a) ? b : a));
+        const grip = this.grips.children[handles.indexOf(this.held)];
+        grip.setPointerCapture(event.pointerId);
+        grip.focus({ preventScroll: true });
+        event.preventDefault();
+        event.stopPropagation();
+    }
+
+    drag(event) {
+        if (this.held) this.set(this.held.set(this.settings, ...this.at(event)));
     }
 
     key(event, { name, label }) {

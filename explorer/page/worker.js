@@ -1,6 +1,7 @@
 // The work, beside the page: one picture, one filter at a time, and of several wishes only the last.
 import { isPng, readPng } from "./png.js";
 
+let library = null;
 let engine = null;
 let picture = null; // the number of the picture that is open
 let hasSpectrum = false;
@@ -46,7 +47,7 @@ async function open(message) {
     const answer = checked(engine.setPicture(samples, width, height, channels));
     picture = message.picture;
     hasSpectrum = false;
-    send({ type: "opened", picture, name: message.name, isExact: Boolean(message.bytes) }, answer);
+    send({ type: "opened", picture, name: message.name, isExact: Boolean(message.bytes), isColour: channels > 2 }, answer);
 }
 
 async function takeKernel(message) {
@@ -130,7 +131,7 @@ function inTurn(message, steps) {
 
 const takes = {
     async start({ module }) {
-        const library = await mvfreqEngine({ wasmBinary: module });
+        library = await mvfreqEngine({ wasmBinary: module });
         engine = new library.Engine();
         send({ type: "ready" });
     },
@@ -140,6 +141,7 @@ const takes = {
         wanted = message;
         breath().then(run);
     },
+    memory: ({ port }) => port.postMessage(library.HEAPU8.length),
     archive() {
         const { bytes } = checked(engine.archive());
         postMessage({ type: "archive", bytes }, [bytes.buffer]);

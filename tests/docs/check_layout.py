@@ -13,7 +13,7 @@ import sys
 TESTS = pathlib.Path(__file__).resolve().parents[1]
 ROOT = TESTS.parent
 LIBRARIES = ("vsys", "base", "filt", "internal", "suggest")
-SOURCES = ("vsys", "base", "filt", "suggest", "tools")
+SOURCES = ("vsys", "base", "filt", "suggest", "tools", "explorer")
 # What the files of a folder may include of the libraries; the first row that fits counts. A single
 # header names what filt uses of base and vsys, and what stands outside sees no internal header.
 ARROWS = (
@@ -23,7 +23,7 @@ ARROWS = (
     ("filt/fft", r"filt/(fft|internal)/|filt/(export|platform)\.h|internal/"),
     ("filt/", r"filt/|internal/"),
     ("suggest/", r"suggest/|(?!.*internal/)(vsys|base|filt)/"),
-    ("tools/|python/|examples/", r"(?!.*internal/)(vsys|base|filt|suggest)/"),
+    ("tools/|explorer/|python/|examples/", r"(?!.*internal/)(vsys|base|filt|suggest)/"),
 )
 ROW = re.compile(r"^\| `([\w/]+)/` \|[^|]*\|(.*)", re.MULTILINE)
 
