@@ -57,6 +57,8 @@ if(TARGET mvfreq_tool)
     SUMMARY "filter pictures in the frequency domain"
     TEXT "A command line program that finds defects in textures, removes screens from\nprints, and shows spectra and the responses of filters."
     DEPENDS "${library} (= ${version})")
+  # Opens the explorer in the desktop's browser.
+  set(CPACK_DEBIAN_TOOLS_PACKAGE_SUGGESTS xdg-utils)
 endif()
 
 mvfreq_package(docs NAME mvfreq-doc SECTION doc

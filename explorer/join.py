@@ -25,6 +25,15 @@ def joined(name, seen):
     return needed + re.sub(r"^export ", "", IMPORT.sub("", text), flags=re.MULTILINE)
 
 
+def require_single_names(text):
+    """All sources share one scope."""
+    names = re.findall(r"^(?:async )?(?:const|let|function|class) (\w+)", text, re.MULTILINE)
+    twice = {name for name in names if names.count(name) > 1}
+    if twice:
+        sys.exit(f"join.py: declared twice: {', '.join(sorted(twice))}")
+    return text
+
+
 def base64_of(path):
     return base64.b64encode(path.read_bytes()).decode("ascii")
 
@@ -43,8 +52,8 @@ def main(module, output, version):
         "style": (PAGE / "style.css").read_text(encoding="utf-8"),
         "pictures": pictures,
         "module": base64_of(module / "mvfreq_explorer.wasm"),
-        "worker": inline(glue + "\n(() => {\n" + joined("worker.js", set()) + "})();\n"),
-        "script": inline(joined("main.js", set())),
+        "worker": inline(glue + "\n(() => {\n" + require_single_names(joined("worker.js", set())) + "})();\n"),
+        "script": inline(require_single_names(joined("main.js", set()))),
     }
     page = (PAGE / "index.html").read_text(encoding="utf-8").replace("<h1>mvfreq", f'<h1 title="mvfreq {version}">mvfreq')
     page = re.sub(r"@(\w+)@", lambda match: parts[match[1]], page)

@@ -20,12 +20,16 @@ flags="$(dpkg-buildflags --get CXXFLAGS) $(dpkg-buildflags --get CPPFLAGS)"
 flags+=" -ffile-prefix-map=$PWD=/usr/src/mvfreq -ffile-prefix-map=$build=/usr/src/mvfreq/build"
 linking=$(dpkg-buildflags --get LDFLAGS)
 
+# The explorer takes a compiler of its own, which not every machine has.
+explorer=OFF
+if command -v em++ >/dev/null; then explorer=ON; fi
+
 cmake -S . -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=Release -DCMAKE_INSTALL_PREFIX=/usr \
     -DCMAKE_INSTALL_LIBDIR="lib/$(dpkg-architecture -qDEB_HOST_MULTIARCH)" \
     -DCMAKE_CXX_FLAGS="$flags" -DCMAKE_SHARED_LINKER_FLAGS="$linking" \
     -DCMAKE_MODULE_LINKER_FLAGS="$linking" -DCMAKE_EXE_LINKER_FLAGS="$linking" \
     -DCMAKE_BUILD_RPATH_USE_ORIGIN=ON -DMVFREQ_BUILD_TESTS=OFF -DMVFREQ_BUILD_EXAMPLES=OFF \
-    -DMVFREQ_PACKAGES=ON
+    -DMVFREQ_BUILD_EXPLORER="$explorer" -DMVFREQ_PACKAGES=ON
 cmake --build "$build"
 (cd "$build" && cpack)
 rm -f "$out"/*mvfreq*.deb

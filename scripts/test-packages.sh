@@ -54,6 +54,7 @@ inside sh -ec 'cd /try
     mvfreq gabor --frequency 0.143 --sigma 0.01 --save weave.mva pictures/woven.png weave.png
     mvfreq view --axes weave.mva response.png
     test -s response.png && ls results
+    if test -f /usr/share/mvfreq/explorer.html; then test -s "$(mvfreq explore pictures/woven.png)"; fi
     test -f /usr/share/bash-completion/completions/mvfreq
     test -f /usr/share/man/man1/mvfreq.1.gz || grep --quiet man /etc/dpkg/dpkg.cfg.d/* 2>/dev/null'
 cmp "$root/try/results/woven.png" docs/images/woven-defects.png

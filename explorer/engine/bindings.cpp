@@ -1,6 +1,10 @@
 // The library as the page's worker calls it.
 #include <emscripten/bind.h>
 #include <emscripten/val.h>
+#include <suggest/suggest.h>
+
+#include <algorithm>
+#include <limits>
 
 #include "session.h"
 #include "tools/failure.h"
@@ -75,6 +79,50 @@ ResultWish wishOf(const val& from) {
     return wish;
 }
 
+template <class T>
+mvSuggestions suggestionsFor(const PictureOf<T>& picture, const val& progress) {
+    const mvPelBuffer<T>& pels = picture.first();
+    mvPelBuffer<double> levels(pels.width(), pels.height());
+    for (long y = 0; y < pels.height(); ++y) {
+        std::copy_n(pels.pointToRow(y), pels.width(), levels.pointToRow(y));
+    }
+    mvSuggestOptions options;
+    options.white = std::numeric_limits<T>::max();
+    options.progress = [&](double part) { progress(part); };
+    return mfSuggest({levels}, options);
+}
+
+val shown(const mvFilterStep& step) {
+    val result = val::object();
+    result.set("kind", static_cast<int>(step.kind));
+    result.set("frequency", step.frequency);
+    result.set("angle", step.degrees);
+    result.set("sigma", step.sigma);
+    result.set("sigmaAcross", step.sigmaAcross == 0 ? step.sigma : step.sigmaAcross);
+    result.set("plateau", step.plateau);
+    result.set("plateauAcross", step.plateauAcross);
+    result.set("dcRadius", step.dcRadius);
+    result.set("bothSides", step.bothSides);
+    return result;
+}
+
+template <class List, class Make>
+val listOf(const List& list, Make make) {
+    val result = val::array();
+    for (const auto& each : list) result.call<void>("push", make(each));
+    return result;
+}
+
+val shown(const mvSuggestion& suggestion) {
+    val result = val::object();
+    result.set("radius", suggestion.radius);
+    result.set("levels", suggestion.levels);
+    result.set("steps", listOf(suggestion.steps, [](const auto& step) { return shown(step); }));
+    result.set("arguments",
+               listOf(suggestion.arguments, [](const auto& word) { return val(word); }));
+    return result;
+}
+
 // All that the worker keeps. Every call gives an object; one that fails has an `error`.
 class Engine {
   public:
@@ -141,6 +189,20 @@ class Engine {
             result.set("width", picture.width());
             result.set("height", picture.height());
             result.set("pels", copyOf(picture));
+            return result;
+        });
+    }
+
+    val suggest(const val& progress) const {
+        return guarded([&] {
+            const mvSuggestions found = std::visit(
+                [&](const auto& picture) { return suggestionsFor(picture, progress); }, picture_);
+            val result = val::object();
+            result.set("filters",
+                       listOf(found.filters, [](const auto& each) { return shown(each); }));
+            result.set("remarks",
+                       listOf(found.remarks, [](const auto& text) { return val(text); }));
+            result.set("refusal", found.refusal);
             return result;
         });
     }
@@ -237,5 +299,6 @@ EMSCRIPTEN_BINDINGS(mvfreq) {
         .function("work", &Engine::work)
         .function("result", &Engine::result)
         .function("gains", &Engine::gains)
+        .function("suggest", &Engine::suggest)
         .function("archive", &Engine::archive);
 }

@@ -1,20 +1,30 @@
 // The page: what is set, shown and given away.
+import { drawn, find } from "./dom.js";
 import { applyLine, commandLine, cppLines, pythonLines } from "./lines.js";
 import { Overlay } from "./overlay.js";
 import { acceptPictures, bytesOf, download, givenPicture, messageOf, shipped, transfersOf } from "./pictures.js";
 import { clamped, fields, kinds, presets, start } from "./settings.js";
+import { Suggestions } from "./suggest.js";
 import { fit, makeMovable, Pane, view, whenViewChanges, zoomBy } from "./view.js";
 import { writePng } from "./png.js";
 
-const find = (id) => document.getElementById(id);
 const panes = Object.fromEntries(["picture", "spectrum", "result"].map((id) => [id, new Pane(find(id))]));
 const state = {
-    settings: { ...start }, name: "", kernel: "disc.png", picture: 0, number: 0, shown: 0, isExact: true,
+    settings: { ...start }, name: "", kernel: "disc.png", picture: 0, shownPicture: 0, sources: {}, number: 0, shown: 0, isExact: true,
     plane: { width: 0, height: 0 }, tiles: 1, changed: 0, tab: "shell", timings: [], isPartial: false,
 };
 
 // The worker is a part of this file: pages from the disk may not read others.
-const worker = new Worker(URL.createObjectURL(new Blob([find("worker").textContent], { type: "text/javascript" })));
+const workerPlace = URL.createObjectURL(new Blob([find("worker").textContent], { type: "text/javascript" }));
+
+function newWorker() {
+    const made = new Worker(workerPlace);
+    const module = bytesOf(find("module").textContent).buffer;
+    made.postMessage({ type: "start", module }, [module]);
+    return made;
+}
+
+const worker = newWorker();
 let isScheduled = false;
 
 function say(text) {
@@ -157,10 +167,9 @@ function drawCross() {
         pane.svg.querySelector("g.pointer")?.remove();
         if (!pointer || !pane.levels) continue;
         const { x, y } = pane.placeOf(pointer.x, pointer.y);
-        const group = document.createElementNS("http://www.w3.org/2000/svg", "g");
-        group.setAttribute("class", "pointer");
-        group.innerHTML = `<path class="cross" d="M${x - 14} ${y}h9m10 0h9M${x} ${y - 14}v9m0 10v9"/>`;
-        if (pane.root !== pointer.root) pane.svg.append(group);
+        if (pane.root === pointer.root) continue;
+        const group = drawn("g", { class: "pointer" }, pane.svg);
+        drawn("path", { class: "cross", d: `M${x - 14} ${y}h9m10 0h9M${x} ${y - 14}v9m0 10v9` }, group);
     }
     showValues();
 }
@@ -215,7 +224,9 @@ const heard = {
         else openShipped("woven.png");
     },
     opened(message) {
-        if (message.picture !== state.picture) return;
+        state.shownPicture = message.picture;
+        for (const picture of Object.keys(state.sources)) if (picture < message.picture) delete state.sources[picture];
+        suggestions.clear();
         Object.assign(state, { name: message.name, isExact: message.isExact, isColour: message.isExact && message.isColour });
         panes.result.levels = null;
         panes.spectrum.magnitudes = null;
@@ -228,7 +239,8 @@ const heard = {
         showSettings();
         wish();
     },
-    refused({ name, text }) {
+    refused({ name, text, picture }) {
+        delete state.sources[picture];
         say(`${name}: ${text}`);
     },
     kernel({ name }) {
@@ -254,7 +266,7 @@ const heard = {
         if (message.number === state.number) overlay.showGains(message);
     },
     spectrum(message) {
-        if (message.picture !== state.picture) return;
+        if (message.picture !== state.shownPicture) return;
         panes.spectrum.magnitudes = message.magnitudes;
         take(panes.spectrum, message);
         overlay.draw(state.settings);
@@ -274,6 +286,19 @@ function showTiming(milliseconds, { tiles, planeWidth, planeHeight, number, isPa
         `${isPartial ? "working" : `${milliseconds.toFixed(0)} ms`}`;
 }
 
+// A filter of several steps, for which there are only lines here.
+function printLine(words) {
+    selectTab("shell");
+    find("line").textContent = ["mvfreq", ...words, `${state.name} out.png`].join(" ");
+    find("state").textContent = "several filters in turn: the program applies them";
+}
+
+const suggestions = new Suggestions({
+    newWorker, say, print: printLine,
+    pictureMessage: () => messageOf(state.sources[state.shownPicture].blob, state.name),
+    take: (settings) => change({ ...start, ...settings, border: state.settings.border }),
+});
+
 // Where pictures come from and results go.
 
 async function opened(type, blob, name, more = {}) {
@@ -285,7 +310,11 @@ async function opened(type, blob, name, more = {}) {
     }
 }
 
-const open = (blob, name) => opened("open", blob, name, { picture: ++state.picture });
+function open(blob, name) {
+    const picture = ++state.picture;
+    state.sources[picture] = { blob, name };
+    return opened("open", blob, name, { picture });
+}
 const openKernel = (blob, name) => opened("kernel", blob, name);
 
 function openShipped(name) {
@@ -397,8 +426,6 @@ whenViewChanges(drawPanes);
 addEventListener("resize", drawPanes);
 worker.onmessage = ({ data }) => heard[data.type](data);
 worker.onerror = ({ message }) => say(`The work has stopped: ${message}`);
-const module = bytesOf(find("module").textContent).buffer;
-worker.postMessage({ type: "start", module }, [module]);
 showSettings();
 
 // For tests, and for the curious.

@@ -1,16 +1,10 @@
 // The filter upon the spectrum: what it lets through as a tint, its shape as lines, its numbers as
 // handles that are dragged or moved by keys.
+import { drawn } from "./dom.js";
 import { clamped, fields, kinds } from "./settings.js";
 
-const svgName = "http://www.w3.org/2000/svg";
 const fieldOf = Object.fromEntries(fields.map((field) => [field.name, field]));
 const radians = (degrees) => (degrees * Math.PI) / 180;
-
-function element(name, attributes, parent) {
-    const made = document.createElementNS(svgName, name);
-    for (const [key, value] of Object.entries(attributes)) made.setAttribute(key, value);
-    return parent.appendChild(made);
-}
 
 // Where a handle stands in cycles per pixel, and what dragging it there sets.
 const ringHandles = [
@@ -48,8 +42,8 @@ export class Overlay {
     constructor(pane, change) {
         this.pane = pane;
         this.change = change;
-        this.lines = element("g", {}, pane.svg);
-        this.grips = element("g", {}, pane.svg);
+        this.lines = drawn("g", {}, pane.svg);
+        this.grips = drawn("g", {}, pane.svg);
         this.gains = null;
         pane.layers.push((context, ratio) => this.tint(context, ratio));
     }
@@ -97,13 +91,13 @@ export class Overlay {
         for (let value = -0.5; value < 0.5001; value += step) {
             const { x } = this.place([value, 0]), { y } = this.place([0, value]);
             if (x >= left && x <= width) {
-                element("line", { class: "tick", x1: x, x2: x, y1: height - 4, y2: height }, this.lines);
-                element("text", { class: "tick", x: Math.min(Math.max(x, left + 14), width - 14), y: height - 7, "text-anchor": "middle" },
+                drawn("line", { class: "tick", x1: x, x2: x, y1: height - 4, y2: height }, this.lines);
+                drawn("text", { class: "tick", x: Math.min(Math.max(x, left + 14), width - 14), y: height - 7, "text-anchor": "middle" },
                         this.lines).textContent = text(value);
             }
             if (y >= 12 && y <= height - 20) {
-                element("line", { class: "tick", x1: left, x2: left + 4, y1: y, y2: y }, this.lines);
-                element("text", { class: "tick", x: left + 7, y: y + 3 }, this.lines).textContent = text(value);
+                drawn("line", { class: "tick", x1: left, x2: left + 4, y1: y, y2: y }, this.lines);
+                drawn("text", { class: "tick", x: left + 7, y: y + 3 }, this.lines).textContent = text(value);
             }
         }
     }
@@ -111,7 +105,7 @@ export class Overlay {
     drawRing(s) {
         const { x, y } = this.place([0, 0]);
         const circle = (radius, name) => {
-            if (radius > 0) element("circle", { class: name, cx: x, cy: y, r: radius * this.cycle }, this.lines);
+            if (radius > 0) drawn("circle", { class: name, cx: x, cy: y, r: radius * this.cycle }, this.lines);
         };
         circle(s.frequency, "shape");
         circle(s.frequency + s.plateau + s.sigma, "width");
@@ -122,7 +116,7 @@ export class Overlay {
     drawLobe(s) {
         const ellipse = (angle, name, rx, ry) => {
             const { x, y } = this.place(along({ angle }, s.frequency));
-            element("ellipse", { class: name, cx: x, cy: y, rx: rx * this.cycle, ry: ry * this.cycle,
+            drawn("ellipse", { class: name, cx: x, cy: y, rx: rx * this.cycle, ry: ry * this.cycle,
                                  transform: `rotate(${angle} ${x} ${y})` }, this.lines);
         };
         ellipse(s.angle, "width", s.plateau + s.sigma, s.plateauAcross + s.sigmaAcross);
@@ -144,12 +138,12 @@ export class Overlay {
 
     grip(handle) {
         const { least, most, unit } = fieldOf[handle.name];
-        const grip = element("g", {
+        const grip = drawn("g", {
             class: "grip", tabindex: 0, role: "slider", "aria-label": `${handle.label}, ${unit}`, "data-field": handle.name,
             "aria-valuemin": least, "aria-valuemax": most,
         }, this.grips);
-        element("circle", { class: "reach", r: 14 }, grip);
-        element("circle", { class: "knob", r: 5 }, grip);
+        drawn("circle", { class: "reach", r: 14 }, grip);
+        drawn("circle", { class: "knob", r: 5 }, grip);
         grip.addEventListener("pointerdown", (event) => this.hold(event));
         grip.addEventListener("pointermove", (event) => this.drag(event));
         for (const type of ["pointerup", "pointercancel"]) grip.addEventListener(type, () => { this.held = null; });

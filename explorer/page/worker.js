@@ -141,6 +141,10 @@ const takes = {
         wanted = message;
         breath().then(run);
     },
+    suggest: (message) => inTurn(message, async () => {
+        const answer = checked(engine.suggest((part) => postMessage({ type: "progress", part })));
+        postMessage({ type: "suggested", ...answer });
+    }),
     memory: ({ port }) => port.postMessage(library.HEAPU8.length),
     archive() {
         const { bytes } = checked(engine.archive());

@@ -344,6 +344,26 @@ class Use(PageTest):
             self.assertEqual(self.text("message"), "")
 
 
+class Suggest(PageTest):
+    def test_takes_a_suggestion(self):
+        self.open((PICTURES / "woven.png").read_bytes(), "woven.png")
+        self.browser.find_element(By.ID, "suggest").click()
+        self.change(**RING)  # the page goes on meanwhile
+        self.wait("!document.getElementById('suggestions').hidden", 300)
+        buttons = self.browser.find_elements(By.CSS_SELECTOR, "#suggested button")
+        self.assertGreaterEqual(len(buttons), 5)
+        taken = 0
+        for button in buttons:
+            line = button.get_attribute("title")
+            button.click()
+            self.settle()
+            if line.count("mvfreq") == 1 and " then " not in line:
+                self.assertTrue(set(shlex.split(line)) <= set(shlex.split(self.lines()[0])), (line, self.lines()[0]))
+                self.assert_same_bytes(self.lines()[0], line)
+                taken += 1
+        self.assertGreater(taken, 0)
+
+
 class WrongFiles(PageTest):
     def refused(self, data, name, word):
         self.run_script("document.getElementById('message').hidden = true")
