@@ -467,12 +467,20 @@ def take_pictures(folder):
             page.execute_script("document.activeElement.blur()")
             (folder / name).write_bytes(page.get_screenshot_as_png())
             page.quit()
+        # The greys of the pictures need few levels here, the colours of the filter their own.
+        with PIL.Image.open(folder / name) as picture:
+            pels = numpy.asarray(picture.convert("RGB")).astype(int)
+        is_grey = (abs(pels - pels.mean(axis=2, keepdims=True)) < 4).all(axis=2, keepdims=True)
+        step = numpy.where(is_grey, 4, 8)
+        few = numpy.minimum((pels + step // 2) // step * step, 255).astype(numpy.uint8)
+        PIL.Image.fromarray(few).save(folder / name)
         subprocess.run(["optipng", "-quiet", "-o5", folder / name], check=True)
 
-    shoot("explorer.png", 1280, 720, "light", RING)
+    near = "document.getElementById('together').click(); explorer.panes.spectrum.own.zoom = 5; window.dispatchEvent(new Event('resize'))"
+    shoot("explorer.png", 1280, 640, "light", RING, near)
     lobe = {**RING, "kind": 2, "frequency": 0.143, "sigma": 0.02, "sigmaAcross": 0.02, "dcRadius": 0}
-    shoot("explorer-dark.png", 1280, 720, "dark", lobe)
-    shoot("explorer-narrow.png", 390, 1560, "light", RING)
+    shoot("explorer-dark.png", 1280, 680, "dark", lobe, near.replace("= 5", "= 1.6"))
+    shoot("explorer-narrow.png", 390, 1240, "light", RING)
 
 
 if __name__ == "__main__":
