@@ -8,7 +8,7 @@ import sys
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 PICTURES = ("docs/images", "examples/pictures")
-MOST_BYTES = 3_200_000
+MOST_BYTES = 4_000_000
 
 CODE = re.compile(r"^```.*?^```", re.MULTILINE | re.DOTALL)
 LINK = re.compile(r"\]\(([^)\s]+)\)|\b(?:src|href)=\"([^\"]+)\"")
