@@ -113,9 +113,9 @@ bool hasDesktop() {
 }
 
 // The path is printed in any case: what the browser does with it cannot be seen from here.
-void openInBrowser(std::string path) {
-    std::string command = "xdg-open";
-    const std::array<char*, 3> arguments{command.data(), path.data(), nullptr};
+void openInBrowser(const std::string& path) {
+    std::string command = "xdg-open", argument = path;
+    const std::array<char*, 3> arguments{command.data(), argument.data(), nullptr};
     posix_spawn_file_actions_t actions;
     posix_spawn_file_actions_init(&actions);
     posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);

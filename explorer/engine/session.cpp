@@ -16,9 +16,9 @@ namespace {
 
 // The square around DC has its room in every plane.
 long radiusWithin(long radius, mvPair<long> plane) {
-    const long largest = std::max(std::min(plane.x, plane.y) / 2, 1l);
-    if (radius <= largest) return radius;
-    throw BadArgument("DC radius: at most " + std::to_string(largest) + " fits a plane of " +
+    const long most = std::max(std::min(plane.x, plane.y) / 2, 1l);
+    if (radius <= most) return radius;
+    throw BadArgument("DC radius: at most " + std::to_string(most) + " fits a plane of " +
                       sizeText(plane));
 }
 

@@ -97,11 +97,11 @@ mvPelBuffer_const<T> TileWork<T>::laid(const PelArea& from) const {
     for (long y = 0; y < from.height; ++y) {
         const long row = isMirrored ? reflected(from.y + y, picture_.height()) : from.y + y;
         if (row < 0 || row >= picture_.height()) continue;
-        const T* pels = picture_.pointToRow(row);
+        const T* source = picture_.pointToRow(row);
         T* to = tile.pointToRow(y);
         for (long x = 0; x < from.width; ++x) {
             const long column = isMirrored ? reflected(from.x + x, picture_.width()) : from.x + x;
-            if (column >= 0 && column < picture_.width()) to[x] = pels[column];
+            if (column >= 0 && column < picture_.width()) to[x] = source[column];
         }
     }
     return tile;

@@ -47,8 +47,3 @@ export function clamped(field, value) {
     const digits = field.step >= 1 ? 0 : 5;
     return Number(Math.min(Math.max(value, field.least), field.most).toFixed(digits));
 }
-
-// What the worker's engine takes: a ring has one sigma.
-export function engineSettings(settings) {
-    return { ...settings, rescale: settings.rescale, dcRadius: settings.dcRadius };
-}
