@@ -95,7 +95,7 @@ std::string mfNumberText(double value) {
     text.imbue(std::locale::classic());
     text.setf(std::ios::fixed);
     text.precision(placesOf(value));
-    text << value;
+    text << (value == 0 ? 0.0 : value);  // no minus zero
     std::string digits = text.str();
     if (digits.find('.') == std::string::npos) return digits;
     digits.resize(digits.find_last_not_of('0') + 1);
@@ -125,6 +125,7 @@ mvPair<long> mfFiltersReach(const std::vector<mvFilterStep>& steps) {
 std::vector<std::string> mfFilterArguments(const std::vector<mvFilterStep>& steps) {
     std::vector<std::string> words;
     for (const mvFilterStep& step : steps) {
+        if (!words.empty()) words.emplace_back("then");
         const std::vector<std::string> more = argumentsOf(step);
         words.insert(words.end(), more.begin(), more.end());
     }

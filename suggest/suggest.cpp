@@ -2,6 +2,8 @@
 #include "suggest.h"
 
 #include <algorithm>
+#include <cmath>
+#include <limits>
 #include <utility>
 
 #include "internal/filter_search.h"
@@ -16,6 +18,9 @@ using mvi::DoubleView;
 
 // Spots that stand out less than this are not seen.
 constexpr double kStandsOut = 3;
+
+// What leaves less of a spot leaves roundings.
+constexpr double kLeastAnswer = 1e-3;
 
 mvi::Bump bumpOf(double radius, const mvSuggestOptions& options) {
     return {radius, options.direction ? mvi::kScratchLength * radius : radius};
@@ -68,7 +73,8 @@ class Proposals {
         search.tryAll();
         std::vector<mvSuggestion> found;
         for (const double radius : radii_) {
-            found.push_back(bestOf(search.best(bumpOf(radius, options_), finalists), radius));
+            mvSuggestion best = bestOf(search.best(bumpOf(radius, options_), finalists), radius);
+            if (std::isfinite(best.levels)) found.push_back(std::move(best));
         }
         progress_.finish();
         return found;
@@ -96,7 +102,8 @@ class Proposals {
         found.answer =
             whole_.answer(found.steps, bumpOf(radius, options_), options_.direction.value_or(0));
         found.background = whole_.background(found.steps);
-        found.levels = kStandsOut * found.background / found.answer;
+        found.levels = found.answer > kLeastAnswer ? kStandsOut * found.background / found.answer
+                                                   : std::numeric_limits<double>::infinity();
         found.arguments = mfFilterArguments(found.steps);
         return found;
     }

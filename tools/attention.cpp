@@ -55,6 +55,12 @@ void beginStage(const char* name, long polls) {
     stage = {name, 0, polls};
 }
 
+// In so small parts that polls in between hardly count.
+void showStage(const char* name, double part) {
+    constexpr long kParts = 10'000'000;
+    stage = {name, static_cast<long>(part * kParts), kParts};
+}
+
 // What is expected is only about right: nothing is done before it is.
 std::string stageText() {
     if (stage.expected == 0) return stage.name;

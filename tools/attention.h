@@ -26,6 +26,9 @@ class Attention {
 /// Names what this thread begins to do, for about so many polls.
 void beginStage(const char* name, long polls);
 
+/// Says that of what this thread does under that name a part, from 0 to 1, is done.
+void showStage(const char* name, double part);
+
 /// "filtering, 35 %": what this thread is doing, and how far it is by its polls.
 std::string stageText();
 

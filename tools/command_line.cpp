@@ -18,6 +18,7 @@
 #include "picture_run.h"
 #include "printable.h"
 #include "spectrum.h"
+#include "suggest_command.h"
 #include "wrapped_text.h"
 
 namespace {
@@ -195,6 +196,7 @@ Work readCommandLine(int argc, char** argv) {
     addSpectrum(app, work);
     addView(app, work);
     addExplore(app, work);
+    addSuggest(app, work);
     addInfo(app, work);
     try {
         std::vector<std::string> words = withPercentage(argc, argv);

@@ -1,19 +1,27 @@
 // The spectrum of a picture as a picture.
 #include "spectrum.h"
 
+#include <suggest/windowed_spectrum.h>
+
 #include <algorithm>
 #include <cmath>
 
+#include "attention.h"
 #include "axes.h"
 #include "logarithmic_pels.h"
 #include "output_file.h"
 #include "picture_file.h"
 #include "picture_output.h"
-#include "windowed_spectrum.h"
 
 namespace {
 
 using Magnitudes = mvPelBuffer<double>;
+
+template <class T>
+Magnitudes spectrumOf(const mvPelBuffer<T>& picture) {
+    beginStage("transforming", windowedSpectrumPolls(picture));
+    return windowedSpectrum(picture);
+}
 
 // The frequencies up to `most` on both axes, the zero one still in the middle.
 Magnitudes middle(const Magnitudes& plane, double most) {
@@ -38,7 +46,7 @@ mvPelBuffer<unsigned char> enlarged(const mvPelBuffer<unsigned char>& image, lon
 
 void writeSpectrum(const PictureFiles& files, const SpectrumOptions& options) {
     const Magnitudes plane =
-        std::visit([](const auto& picture) { return windowedSpectrum(picture.first()); },
+        std::visit([](const auto& picture) { return spectrumOf(picture.first()); },
                    readPicture(files.input, {}));
     const Magnitudes part = middle(plane, options.maxFrequency);
     const long factor = plane.width() / part.width();

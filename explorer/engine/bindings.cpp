@@ -7,9 +7,9 @@
 #include <limits>
 
 #include "session.h"
+#include "suggest/windowed_spectrum.h"
 #include "tools/failure.h"
 #include "tools/logarithmic_pels.h"
-#include "tools/windowed_spectrum.h"
 
 using emscripten::typed_memory_view;
 using emscripten::val;

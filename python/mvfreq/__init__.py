@@ -80,6 +80,7 @@ from .errors import (
 )
 from .files import load, load_buffer, save
 from .mapping import FrequencyMapping
+from .proposals import Peak, Suggestion, peaks, suggest
 
 __all__ = [
     "BadCoord",
@@ -97,8 +98,10 @@ __all__ = [
     "InvalidBuffer",
     "InvalidSize",
     "LobeParameters",
+    "Peak",
     "PelBuffer",
     "RingParameters",
+    "Suggestion",
     "Truncated",
     "UnboundWindow",
     "Uninitialized",
@@ -130,8 +133,10 @@ __all__ = [
     "mvException",
     "mvExceptionWithString",
     "mvStatusException",
+    "peaks",
     "pel_clone",
     "pel_copy",
     "pel_set",
     "save",
+    "suggest",
 ]

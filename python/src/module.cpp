@@ -7,6 +7,7 @@
 #include "filters.h"
 #include "frequency_buffer.h"
 #include "pel_buffers.h"
+#include "proposals.h"
 #include "xform.h"
 
 PYBIND11_MODULE(_core, module) {
@@ -21,5 +22,6 @@ PYBIND11_MODULE(_core, module) {
     bindArithmetic(module);
     bindFilters(module);
     bindPictures(module);
+    bindProposals(module);
     bindArchives(module);
 }

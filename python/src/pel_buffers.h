@@ -50,6 +50,9 @@ Image viewOrUnbound(const pybind11::object& pels, const std::string& name);
 /// A PelBuffer or an array as input; an array whose memory is not laid out in rows is copied.
 Image inputImage(const pybind11::object& source, const std::string& name);
 
+/// The argument `image` of a picture call; singles become doubles, which hold them all.
+Image pictureOf(const pybind11::object& image);
+
 /// Where pels go to: a new image, an array or a PelBuffer.
 class Output {
   public:

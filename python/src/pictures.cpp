@@ -17,12 +17,6 @@ using namespace py::literals;
 
 namespace {
 
-// Singles become doubles, which hold them all.
-Image pictureOf(const py::object& image) {
-    if (!py::isinstance<py::array_t<float>>(image)) return inputImage(image, "image");
-    return inputImage(image.attr("astype")(py::dtype::of<double>()), "image");
-}
-
 template <class Value>
 Value chosen(const std::string& name, const char* parameter, const char* first, Value firstValue,
              const char* second, Value secondValue) {
@@ -121,6 +115,11 @@ py::tuple reachOf(const py::object& filter) {
 }
 
 }  // namespace
+
+Image pictureOf(const py::object& image) {
+    if (!py::isinstance<py::array_t<float>>(image)) return inputImage(image, "image");
+    return inputImage(image.attr("astype")(py::dtype::of<double>()), "image");
+}
 
 void bindPictures(py::module_& module) {
     module.def(

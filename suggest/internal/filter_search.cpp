@@ -14,7 +14,7 @@ constexpr double kRatios[] = {1.12, 1.06};
 // What leaves less of a defect is lost among the roundings.
 constexpr double kLeastAnswer = 0.01;
 
-constexpr std::size_t kStarts = 6, kTriesForARadius = 45;
+constexpr std::size_t kStarts = 3, kRefined = 2, kTriesForARadius = 70;
 
 // Fine filters are tried on small tiles, whose planes stay in a processor's cache. What is filtered
 // with them and dropped is more than all but the narrowest of these filters reach.
@@ -22,7 +22,7 @@ constexpr long kSmallSide = 256, kSmallMargin = 32;
 
 // The rest on planes as the program takes them, of which only the lowest frequencies are kept.
 constexpr double kHighestKept = 0.48;
-constexpr long kLeastSide = 64;
+constexpr long kLeastSide = 64, kLeastPels = 16'000;
 
 bool isBetter(const mvi::Scored& a, const mvi::Scored& b) {
     return a.contrast > b.contrast;
@@ -40,11 +40,13 @@ mvi::TileAxis programAxis(long n, long reach, long side) {
     return {side, isWhole ? 0 : side / 4, isWhole};
 }
 
-// How many times smaller a filtered plane may be.
-long scaleFor(const mvFilterStep& step, mvPair<long> plane) {
+// How many times smaller a filtered plane may be, of pictures with so many pels. Where few are left
+// of these, the thousandth that counts is missed between them.
+long scaleFor(const mvFilterStep& step, mvPair<long> plane, long pels) {
     long scale = 1;
     while (2 * static_cast<double>(scale) * mvi::upperEdge(step) <= kHighestKept &&
-           std::min(plane.x, plane.y) / (2 * scale) >= kLeastSide) {
+           std::min(plane.x, plane.y) / (2 * scale) >= kLeastSide &&
+           pels / (4 * scale * scale) >= kLeastPels) {
         scale *= 2;
     }
     return scale;
@@ -55,6 +57,7 @@ long scaleFor(const mvFilterStep& step, mvPair<long> plane) {
 mvi::FilterSearch::FilterSearch(const std::vector<DoubleView>& pictures, mvPair<long> picture,
                                 const SearchedFor& wanted, std::function<void()> advance)
     : pictures_(pictures), picture_(picture), wanted_(wanted), advance_(std::move(advance)) {
+    for (const DoubleView& each : pictures_) pels_ += each.width() * each.height();
     for (const mvFilterStep& step : coarseFilters(wanted_)) {
         const mvPair<long> plane = planeFor(step);
         for (const long radius : dcRadii(step, std::min(plane.x, plane.y))) {
@@ -71,7 +74,7 @@ std::size_t mvi::FilterSearch::tries() const {
 mvi::TileLayout mvi::FilterSearch::layoutFor(const mvFilterStep& step) const {
     const mvPair<long> reach = mfFiltersReach({step});
     const mvPair<long> plane = mfProgramPlane(picture_, reach);
-    const long scale = scaleFor(step, plane);
+    const long scale = scaleFor(step, plane, pels_);
     if (scale == 1 && step.dcRadius <= 1) return {smallAxis(picture_.x), smallAxis(picture_.y), 1};
     return {programAxis(picture_.x, reach.x, plane.x), programAxis(picture_.y, reach.y, plane.y),
             scale};
@@ -104,7 +107,7 @@ mvi::SearchTiles& mvi::FilterSearch::bumpFor(const TileLayout& layout, const Bum
 double mvi::FilterSearch::answerOf(const mvFilterStep& step, const Bump& bump, Fineness fineness) {
     const TileLayout layout = layoutFor(step);
     const bool isWhole = layout.x.isWhole && layout.y.isWhole;
-    if (fineness == fine && isWhole && layout.scale > 1) return bumpFor(layout, bump).peak(step);
+    if (fineness == fine && isWhole) return bumpFor(layout, bump).peak(step);
     return spotAnswer(step, bump, planeFor(step));
 }
 
@@ -133,16 +136,22 @@ void mvi::FilterSearch::tryAll() {
     for (const mvFilterStep& step : coarse_) background(step, coarse);
 }
 
-// The most promising filters, tried again on more tiles.
+// The most promising filters of each DC radius, tried again on more tiles: mirror images, which
+// play a part there, may turn the order of the radii round.
 std::vector<mvi::Scored> mvi::FilterSearch::coarseBest(const Bump& bump) {
-    std::vector<Scored> found;
+    std::map<long, std::vector<Scored>> found;
     for (const mvFilterStep& step : coarse_) {
-        if (isWithinReach(step, bump.across)) found.push_back(score(step, bump, coarse));
+        if (!isWithinReach(step, bump.across)) continue;
+        found[step.dcRadius].push_back(score(step, bump, coarse));
     }
-    std::stable_sort(found.begin(), found.end(), isBetter);
-    found.resize(std::min(found.size(), kStarts));
-    for (Scored& each : found) each = score(each.step, bump, fine);
-    return found;
+    std::vector<Scored> starts;
+    for (auto& [radius, scored] : found) {
+        std::stable_sort(scored.begin(), scored.end(), isBetter);
+        scored.resize(std::min(scored.size(), kStarts));
+        for (const Scored& each : scored) starts.push_back(score(each.step, bump, fine));
+    }
+    std::stable_sort(starts.begin(), starts.end(), isBetter);
+    return starts;
 }
 
 // One step to the best neighbour, when that is better.
@@ -162,12 +171,18 @@ bool mvi::FilterSearch::improve(Scored& best, const Bump& bump, double ratio,
     return isBetter(best, former);
 }
 
-std::vector<mvi::Scored> mvi::FilterSearch::best(const Bump& bump, std::size_t most) {
-    std::vector<Scored> seen = coarseBest(bump);
-    Scored best = *std::min_element(seen.begin(), seen.end(), isBetter);
+void mvi::FilterSearch::refine(Scored best, const Bump& bump, std::vector<Scored>& seen) {
     for (const double ratio : kRatios) {
         for (int round = 0; round < 4 && improve(best, bump, ratio, seen); ++round) {
         }
+    }
+}
+
+std::vector<mvi::Scored> mvi::FilterSearch::best(const Bump& bump, std::size_t most) {
+    const std::vector<Scored> starts = coarseBest(bump);
+    std::vector<Scored> seen = starts;
+    for (std::size_t at = 0; at < std::min(starts.size(), kRefined); ++at) {
+        refine(starts[at], bump, seen);
     }
     std::stable_sort(seen.begin(), seen.end(), isBetter);
     const auto isSame = [](const Scored& a, const Scored& b) { return a.step == b.step; };

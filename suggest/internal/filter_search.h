@@ -49,9 +49,11 @@ class FilterSearch {
     double background(const mvFilterStep& step, Fineness fineness);
     Scored score(const mvFilterStep& step, const Bump& bump, Fineness fineness);
     std::vector<Scored> coarseBest(const Bump& bump);
+    void refine(Scored best, const Bump& bump, std::vector<Scored>& seen);
     bool improve(Scored& best, const Bump& bump, double ratio, std::vector<Scored>& seen);
 
     std::vector<DoubleView> pictures_;
+    long pels_ = 0;
     mvPair<long> picture_;
     SearchedFor wanted_;
     std::function<void()> advance_;

@@ -9,7 +9,7 @@
 
 namespace {
 
-constexpr std::size_t kPels = 2048 * 2048, kLeast = 2, kMost = 4;
+constexpr std::size_t kPels = 2048 * 2048, kLeast = 1, kMost = 8;
 
 // The pels of an axis that come from one plane.
 long inOnePlane(long n, long reach, long side) {

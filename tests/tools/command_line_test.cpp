@@ -11,8 +11,9 @@
 
 namespace {
 
-constexpr const char* kCommands[] = {"bandpass", "bandreject", "gabor", "gaborreject", "convolve",
-                                     "apply",    "spectrum",   "view",  "explore",     "info"};
+constexpr const char* kCommands[] = {"bandpass", "bandreject", "gabor",    "gaborreject",
+                                     "convolve", "apply",      "spectrum", "view",
+                                     "explore",  "suggest",    "info"};
 
 using CommandLine = ProgramTest;
 
@@ -71,6 +72,8 @@ INSTANTIATE_TEST_SUITE_P(
         Wrong{{"bandpass", "--freq", "0.1", "--sigma", "0.1", "in.png", "out.png"},
               "--freq: there is no such option"},
         Wrong{{"info", "filter.mva", "more.mva"}, "more.mva: is not expected"},
+        Wrong{{"suggest"}, "pictures is required"},
+        Wrong{{"suggest", "in.png", "--radius", "0"}, "--radius"},
         Wrong{{"spectrum"}, "input is required"},
         Wrong{{"spectrum", "in.png"}, "output is required"},
         Wrong{{"spectrum", "in.png", "out.png", "more.png"}, "more.png"},

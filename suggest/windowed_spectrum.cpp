@@ -9,7 +9,7 @@
 #include <numbers>
 #include <vector>
 
-#include "attention.h"
+#include "internal/poll.h"
 
 namespace {
 
@@ -64,7 +64,7 @@ class PieceSpectrum {
     template <class Each>
     void visit(long x, long y, Each each) {
         for (std::size_t j = 0; j < down_.size(); ++j) {
-            checkInterrupted();
+            mvi::pollRow(static_cast<long>(j));
             const T* row = picture_.pointToRow(y + static_cast<long>(j)) + x;
             for (std::size_t i = 0; i < across_.size(); ++i) {
                 each(static_cast<double>(row[i]), across_[i] * down_[j], i, j);
@@ -116,7 +116,6 @@ mvPelBuffer<double> windowedSpectrum(const mvPelBuffer_const<T>& picture) {
     const Pieces across(picture.width(), side), down(picture.height(), side);
     PieceSpectrum<T> pieces(picture, across.length, down.length, side);
     mvPelBuffer<double> power(side, side);
-    beginStage("transforming", across.count * down.count * (2 * down.length + side / 8));
     for (long y = 0; y < down.count; ++y) {
         for (long x = 0; x < across.count; ++x) {
             pieces.addPower(across.begin(x), down.begin(y), power);
@@ -126,5 +125,12 @@ mvPelBuffer<double> windowedSpectrum(const mvPelBuffer_const<T>& picture) {
     return power;
 }
 
+long windowedSpectrumPolls(const mv_PelBuffer& picture) {
+    const long side = planeSide(picture);
+    const Pieces across(picture.width(), side), down(picture.height(), side);
+    return across.count * down.count * (down.length / 8 + 3 * side / 16);
+}
+
 template mvPelBuffer<double> windowedSpectrum(const mvPelBuffer_const<unsigned char>&);
 template mvPelBuffer<double> windowedSpectrum(const mvPelBuffer_const<unsigned short>&);
+template mvPelBuffer<double> windowedSpectrum(const mvPelBuffer_const<double>&);

@@ -12,3 +12,6 @@
 /// averaged.
 template <class T>
 mvPelBuffer<double> windowedSpectrum(const mvPelBuffer_const<T>& picture);
+
+/// About how often that polls.
+long windowedSpectrumPolls(const mv_PelBuffer& picture);
