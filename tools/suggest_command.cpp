@@ -135,10 +135,10 @@ void addSuggest(CLI::App& app, Work& work) {
               "Also draw the grey levels over the radius, and the rings on the spectrum");
     addForce(*command, run->existing);
     command->footer(
-        "A spot of radius r is a soft bump: half its height stands 1.2 r from its middle. The "
-        "grey\n"
-        "levels are those at which it stands out threefold: its peak behind the filter is three\n"
-        "times what the surface itself exceeds in a thousandth of its pels.\n"
+        "A spot of radius r is a soft bump: half its height stands 1.2 r from its\n"
+        "middle. The grey levels are those at which it stands out threefold: its peak\n"
+        "behind the filter is three times what the surface itself exceeds in a\n"
+        "thousandth of its pels.\n"
         "Example:\n  mvfreq suggest examples/pictures/woven.png");
     command->callback([run, &work] { work = [run] { return run->run(); }; });
 }
