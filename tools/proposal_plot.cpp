@@ -57,10 +57,12 @@ class Curve {
 
     Canvas draw() const {
         fill(canvas_, 0, 0, canvas_.width(), canvas_.height(), kWhite);
-        for (const long edge : {kTop, kTop + kHeight})
+        for (const long edge : {kTop, kTop + kHeight}) {
             fill(canvas_, kLeft, edge, kWidth, 1, kBlack);
-        for (const long edge : {kLeft, kLeft + kWidth})
+        }
+        for (const long edge : {kLeft, kLeft + kWidth}) {
             fill(canvas_, edge, kTop, 1, kHeight, kBlack);
+        }
         drawRadii();
         drawLevels();
         for (std::size_t at = 0; at < filters_.size(); ++at) drawPoint(at);

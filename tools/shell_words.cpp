@@ -12,8 +12,10 @@ constexpr char kPlain[] =
 std::string quoted(const std::string& word) {
     if (!word.empty() && word.find_first_not_of(kPlain) == std::string::npos) return word;
     std::string text = "'";
-    for (const char letter : word)
-        text += letter == '\'' ? std::string("'\\''") : std::string(1, letter);
+    for (const char letter : word) {
+        if (letter == '\'') text += "'\\'";  // ends the quotation for a moment
+        text += letter;
+    }
     return text + "'";
 }
 
