@@ -45,5 +45,7 @@ std::string shellLine(const std::vector<std::string>& words) {
 }
 
 std::string jsonList(const std::vector<std::string>& words) {
-    return "[" + joined(words, ", ", jsonText) + "]";
+    std::string text = "[";
+    text += joined(words, ", ", jsonText);
+    return text += ']';
 }

@@ -147,8 +147,9 @@ std::vector<mvi::Scored> mvi::FilterSearch::coarseBest(const Bump& bump) {
     std::vector<Scored> starts;
     for (auto& [radius, scored] : found) {
         std::stable_sort(scored.begin(), scored.end(), isBetter);
-        scored.resize(std::min(scored.size(), kStarts));
-        for (const Scored& each : scored) starts.push_back(score(each.step, bump, fine));
+        for (std::size_t at = 0; at < std::min(scored.size(), kStarts); ++at) {
+            starts.push_back(score(scored[at].step, bump, fine));
+        }
     }
     std::stable_sort(starts.begin(), starts.end(), isBetter);
     return starts;
