@@ -12,6 +12,16 @@ set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 
+# Both libraries include this header, which refuses flags that give bits away.
+include(CheckCXXSourceCompiles)
+set(CMAKE_REQUIRED_INCLUDES ${PROJECT_SOURCE_DIR})
+check_cxx_source_compiles("#include <internal/product.h>\nint main() {}" MVFREQ_KEEPS_ITS_BITS)
+unset(CMAKE_REQUIRED_INCLUDES)
+if(NOT MVFREQ_KEEPS_ITS_BITS)
+  message(FATAL_ERROR "mvfreq: every build gives the same bits. Leave out -ffast-math, its parts, -Ofast "
+    "and /fp:fast; for 32-bit x86 add -msse2 -mfpmath=sse.")
+endif()
+
 # Contraction into fused multiply-add would change results from machine to machine.
 add_compile_options(-ffp-contract=off)
 
@@ -28,7 +38,8 @@ function(mvfreq_add_library name)
 
   add_library(${name}_objects OBJECT ${ARG_SOURCES})
   target_include_directories(${name}_objects PUBLIC $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>)
-  target_compile_definitions(${name}_objects PRIVATE ${upper}_BUILDING)
+  # Who links the objects imports nothing either.
+  target_compile_definitions(${name}_objects PUBLIC ${upper}_BUILDING)
 
   add_library(${name} $<TARGET_OBJECTS:${name}_objects>)
   add_library(mvfreq::${name} ALIAS ${name})
