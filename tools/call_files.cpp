@@ -68,7 +68,7 @@ void requireName(const Output& output) {
 
 bool isArchive(const std::string& path) {
     try {
-        return loadFilter(path) != nullptr;
+        return !loadFilters(path).list().empty();
     } catch (const Failure&) {
         return false;
     }

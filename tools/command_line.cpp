@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "archive_report.h"
+#include "command_words.h"
 #include "explore.h"
 #include "failure.h"
 #include "filter_commands.h"
@@ -144,44 +145,65 @@ void addExplore(CLI::App& app, Work& work) {
 }
 
 // Reports a misspelt word, not the right one that is missing because of it.
-std::string complaintOf(const CLI::App& app, const CLI::ParseError& outcome) {
+std::string complaintOf(const CLI::App& app, const CLI::ParseError& outcome, const char* command) {
     const std::vector<std::string> unknown = app.remaining(true);
     if (unknown.empty()) return outcome.what();
     const std::string& word = unknown.front();
     if (word.starts_with('-')) return word + ": there is no such option";
-    if (app.get_subcommands().empty()) return word + ": there is no such command";
+    if (app.get_subcommands().empty()) return word + ": there is no such " + command;
     return word + ": is not expected";
 }
 
 constexpr std::size_t kHelpColumns = 80;
 
 // CLI11 reports help and version as exceptions, too.
-void printOrReject(const CLI::App& app, const CLI::ParseError& outcome) {
+void printOrReject(const CLI::App& app, const CLI::ParseError& outcome, const char* command) {
     if (outcome.get_exit_code() != 0) {
-        throw BadArgument(complaintOf(app, outcome) + " (mvfreq --help tells more)");
+        throw BadArgument(complaintOf(app, outcome, command) + " (mvfreq --help tells more)");
     }
     std::ostringstream text;
     app.exit(outcome, text, text);
     printOut(wrapped(text.str(), kHelpColumns));
 }
 
-// --rescale may have a number behind it, or none: it gets one.
-std::vector<std::string> withPercentage(int argc, char** argv) {
-    std::vector<std::string> words;
-    bool isAfterDashes = false;  // what follows "--" is no option
-    for (int at = 1; at < argc; ++at) {
-        const std::string word = argv[at];
-        const bool isBare = word == "--rescale" && !isAfterDashes;
-        isAfterDashes = isAfterDashes || word == "--";
-        const bool hasNumber = isBare && at + 1 < argc && numberIn(argv[at + 1]);
-        words.push_back(isBare ? word + "=" + (hasNumber ? argv[++at] : "100") : word);
+// CLI11 takes the words from the end.
+void parse(CLI::App& app, std::vector<std::string> words) {
+    std::reverse(words.begin(), words.end());
+    app.parse(words);
+}
+
+void requireOwnWords(const CLI::App& app) {
+    const std::vector<std::string> unknown = app.remaining(true);
+    if (unknown.empty()) return;
+    throw BadArgument(unknown.front() + (app.get_subcommands().empty()
+                                             ? ": is no filter that `then` can follow"
+                                             : ": before `then` stand only a filter and its own "
+                                               "options"));
+}
+
+// Reads a filter that others follow. False when it was only asked for its help.
+bool readStep(const std::vector<std::string>& words, FilterSteps& steps) {
+    CLI::App app("A filter that others follow.", "mvfreq");
+    app.require_subcommand(1);
+    addFilterSteps(app, steps);
+    try {
+        parse(app, words);
+    } catch (const CLI::ParseError& outcome) {
+        requireOwnWords(app);
+        printOrReject(app, outcome, "filter");
+        return false;
     }
-    return words;
+    return true;
 }
 
 }  // namespace
 
 Work readCommandLine(int argc, char** argv) {
+    const std::vector<std::vector<std::string>> commands = commandsOf(argc, argv);
+    FilterSteps steps;
+    for (std::size_t i = 0; i + 1 < commands.size(); ++i) {
+        if (!readStep(commands[i], steps)) return [] { return exitGood; };
+    }
     CLI::App app(
         "Filters pictures in the frequency domain. Frequencies and widths are in cycles per pixel: "
         "a texture that repeats every 8 pixels has the frequency 0.125.",
@@ -190,20 +212,25 @@ Work readCommandLine(int argc, char** argv) {
     app.require_subcommand(1);
     app.footer(
         "mvfreq COMMAND --help shows the options of a command and an example. The pictures of the\n"
-        "examples come with the sources; Debian has them in /usr/share/doc/mvfreq-doc.");
+        "examples come with the sources; Debian has them in /usr/share/doc/mvfreq-doc.\n\n"
+        "Filters are applied one after the other, in one pass, when `then` stands between\n"
+        "them; all else, pictures included, follows the last one:\n"
+        "  mvfreq gaborreject --frequency 0.2 --angle 45 --sigma 0.02 --both-sides \\\n"
+        "    then gaborreject --frequency 0.2 --angle 135 --sigma 0.02 --both-sides \\\n"
+        "    examples/pictures/printed.png descreened.png");
     Work work = [] { return exitGood; };
-    addFilterCommands(app, work);
-    addSpectrum(app, work);
-    addView(app, work);
-    addExplore(app, work);
-    addSuggest(app, work);
-    addInfo(app, work);
+    addFilterCommands(app, work, steps);
+    if (steps.empty()) {
+        addSpectrum(app, work);
+        addView(app, work);
+        addExplore(app, work);
+        addSuggest(app, work);
+        addInfo(app, work);
+    }
     try {
-        std::vector<std::string> words = withPercentage(argc, argv);
-        std::reverse(words.begin(), words.end());  // CLI11 takes them from the end
-        app.parse(words);
+        parse(app, commands.back());
     } catch (const CLI::ParseError& outcome) {
-        printOrReject(app, outcome);
+        printOrReject(app, outcome, steps.empty() ? "command" : "filter");
     }
     return work;
 }

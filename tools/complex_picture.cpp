@@ -3,32 +3,24 @@
 
 #include <algorithm>
 #include <cmath>
+#include <vector>
 
 namespace {
 
-// The filter times -i, whose real parts are the imaginary ones of the filter. Turning a complex
-// number by a quarter swaps its parts and a sign, so that not a bit of them changes on the way.
-mvFrequencyFilterImage turned(const mvFrequencyFilter& filter) {
-    const mvPair<long> size = mfFilterPlane(filter);
+// Multiplies by -i, so that imaginary parts become real ones. Turning a complex number by a quarter
+// swaps its parts and a sign; not a bit of them changes on the way.
+mvFrequencyFilterImage quarterTurn(mvPair<long> size) {
     mvFrequencyBuffer gains(size.x, size.y);
     for (long y = 0; y < size.y; ++y) {
-        for (long x = 0; x < size.x; ++x) gains.put(x, y, {1.0, 0.0}, false);
-    }
-    filter.apply(gains);
-    gains.clearBand();
-    for (long y = 0; y < size.y; ++y) {
-        for (long x = 0; x < size.x; ++x) {
-            const mvPair<double> gain = gains.get(x, y, false);
-            gains.put(x, y, {gain.y, -gain.x}, false);
-        }
+        for (long x = 0; x < size.x; ++x) gains.put(x, y, {0.0, -1.0}, false);
     }
     return mvFrequencyFilterImage(gains);
 }
 
-// The margin that the picture call takes of itself would be that of the turned filter.
-mvPair<long> marginOf(const mvFrequencyFilter& filter, mvPair<long> given) {
+// The turn adds nothing to the margin.
+mvPair<long> marginOf(FilterList filters, mvPair<long> given) {
     if (given.x != -1) return given;
-    const mvPair<long> reach = mfFilterReach(filter), plane = mfFilterPlane(filter);
+    const mvPair<long> reach = mfFilterReach(filters), plane = mfFilterPlane(filters);
     return {std::min(reach.x, plane.x / 4), std::min(reach.y, plane.y / 4)};
 }
 
@@ -46,26 +38,29 @@ mvPelBuffer<U> pelsLike(const mv_PelBuffer& image, Make make) {
 }  // namespace
 
 template <class T>
-mvPelBuffer<double> realPart(const mvPelBuffer_const<T>& picture, const mvFrequencyFilter& filter,
+mvPelBuffer<double> realPart(const mvPelBuffer_const<T>& picture, FilterList filters,
                              mvFilterImageOptions options) {
     mvPelBuffer<double> part;
     options.result = mvFilterResult::real;
-    mfFilterImage(picture, filter, part, options);
+    mfFilterImage(picture, filters, part, options);
     return part;
 }
 
 template <class T>
-mvPelBuffer<double> imaginaryPart(const mvPelBuffer_const<T>& picture,
-                                  const mvFrequencyFilter& filter, mvFilterImageOptions options) {
-    options.margin = marginOf(filter, options.margin);
-    return realPart(picture, turned(filter), options);
+mvPelBuffer<double> imaginaryPart(const mvPelBuffer_const<T>& picture, FilterList filters,
+                                  mvFilterImageOptions options) {
+    options.margin = marginOf(filters, options.margin);
+    const mvFrequencyFilterImage turn = quarterTurn(mfFilterPlane(filters));
+    std::vector<const mvFrequencyFilter*> turned(filters.begin(), filters.end());
+    turned.push_back(&turn);
+    return realPart(picture, FilterList(turned), options);
 }
 
-#define PARTS_OF(T)                                                                              \
-    template mvPelBuffer<double> realPart(const mvPelBuffer_const<T>&, const mvFrequencyFilter&, \
-                                          mvFilterImageOptions);                                 \
-    template mvPelBuffer<double> imaginaryPart(const mvPelBuffer_const<T>&,                      \
-                                               const mvFrequencyFilter&, mvFilterImageOptions);
+#define PARTS_OF(T)                                                                     \
+    template mvPelBuffer<double> realPart(const mvPelBuffer_const<T>&, FilterList,      \
+                                          mvFilterImageOptions);                        \
+    template mvPelBuffer<double> imaginaryPart(const mvPelBuffer_const<T>&, FilterList, \
+                                               mvFilterImageOptions);
 PARTS_OF(unsigned char)
 PARTS_OF(unsigned short)
 #undef PARTS_OF

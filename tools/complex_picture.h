@@ -3,15 +3,17 @@
 
 #include <filt/freqfilt.h>
 
+#include "filter_chain.h"
+
 /// The real part of what mfFilterImage makes of a picture.
 template <class T>
-mvPelBuffer<double> realPart(const mvPelBuffer_const<T>& picture, const mvFrequencyFilter& filter,
+mvPelBuffer<double> realPart(const mvPelBuffer_const<T>& picture, FilterList filters,
                              mvFilterImageOptions options);
 
 /// The imaginary part, which is all but zero for filters that treat both sides of DC alike.
 template <class T>
-mvPelBuffer<double> imaginaryPart(const mvPelBuffer_const<T>& picture,
-                                  const mvFrequencyFilter& filter, mvFilterImageOptions options);
+mvPelBuffer<double> imaginaryPart(const mvPelBuffer_const<T>& picture, FilterList filters,
+                                  mvFilterImageOptions options);
 
 /// The angles of complex pels as bytes: 0 to 255 for a full turn.
 mvPelBuffer<unsigned char> anglePels(const mvPelBuffer_const<double>& real,

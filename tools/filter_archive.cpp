@@ -9,25 +9,25 @@
 #include "input_file.h"
 #include "output_file.h"
 
-void saveFilter(OutputFile& file, const mvFrequencyFilter& filter) {
-    // An archive takes what it could also load: a copy that may change.
-    const std::unique_ptr<mvFrequencyFilter> copy(filter.clone());
+void saveFilters(OutputFile& file, FilterList filters) {
     std::ostringstream bytes;
     mvArchive archive(bytes);
-    mvPersistent* object = copy.get();
-    archive || object;
+    for (const mvFrequencyFilter* filter : filters) archive.storePointer(filter);
     file.write(bytes.str());
 }
 
-std::unique_ptr<mvFrequencyFilter> loadFilter(const std::string& path) {
+FilterChain loadFilters(const std::string& path) {
     std::ifstream file = openInput(path);
-    std::unique_ptr<mvFrequencyFilter> filter;
+    FilterChain chain;
     try {
         mvArchive archive(file);
-        filter = mfLoad<mvFrequencyFilter>(archive);
+        do {
+            std::unique_ptr<const mvFrequencyFilter> filter = mfLoad<mvFrequencyFilter>(archive);
+            if (!filter) throw Failure(inputName(path) + ": holds no filter");
+            chain.add(std::move(filter));
+        } while (file.peek() != std::istream::traits_type::eof());
     } catch (const mvException& error) {
         throw Failure(inputName(path) + ": holds no filter: " + textOf(error));
     }
-    if (!filter) throw Failure(inputName(path) + ": holds no filter");
-    return filter;
+    return chain;
 }

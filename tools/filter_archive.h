@@ -3,13 +3,15 @@
 
 #include <filt/freqfilt.h>
 
-#include <memory>
 #include <string>
+
+#include "filter_chain.h"
 
 class OutputFile;
 
-/// Writes the filter by pointer, under its class name, so that reading needs no class.
-void saveFilter(OutputFile& file, const mvFrequencyFilter& filter);
+/// Writes each filter by pointer, under its class name, so that reading needs no class.
+void saveFilters(OutputFile& file, FilterList filters);
 
-/// Reads a filter of any class. Throws a Failure for a file that cannot be read or holds none.
-std::unique_ptr<mvFrequencyFilter> loadFilter(const std::string& path);
+/// Reads all filters of an archive, of any class. Throws a Failure for a file that cannot be read,
+/// holds none, or holds anything besides.
+FilterChain loadFilters(const std::string& path);

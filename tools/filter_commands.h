@@ -3,8 +3,19 @@
 
 #include <CLI/CLI.hpp>
 
+#include <memory>
+#include <vector>
+
+#include "filter_steps.h"
 #include "work.h"
 
-/// Adds bandpass, bandreject, gabor, gaborreject, convolve and apply; the one that is chosen sets
-/// `work`.
-void addFilterCommands(CLI::App& app, Work& work);
+/// Filters on a command line, in their order.
+using FilterSteps = std::vector<std::shared_ptr<const FilterStep>>;
+
+/// Adds bandpass, bandreject, gabor, gaborreject, convolve and apply, with the options of the
+/// filter and no others; the one that is chosen is appended to `steps`.
+void addFilterSteps(CLI::App& app, FilterSteps& steps);
+
+/// Adds the same commands with all their options; the one that is chosen sets `work`. Its filter is
+/// applied behind those of `before`.
+void addFilterCommands(CLI::App& app, Work& work, const FilterSteps& before);

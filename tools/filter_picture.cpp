@@ -47,8 +47,8 @@ class FilterRun {
         : picture_(std::move(picture)),
           hadFewLevels_(hasFewLevelsEach(picture_)),
           options_(options),
-          choice_(choosePlane(picture_.first(), filters.recipe(), options.plane)),
-          filter_(filters.get(choice_.plane)),
+          choice_(choosePlane(picture_.first(), filters.needs(), options.plane)),
+          filters_(filters.get(choice_.plane)),
           image_(imageOptions(options.plane, threads)) {}
 
     std::string write(const std::string& output) {
@@ -58,7 +58,7 @@ class FilterRun {
         results.insert(results.begin(), {output, filtered()});
         OutputFiles outputs;
         for (const Result& result : results) result.write(outputs);
-        if (options_.save) saveFilter(outputs.add(*options_.save), filter_);
+        if (options_.save) saveFilters(outputs.add(*options_.save), filters_);
         outputs.publish();
         return hint(results.front());
     }
@@ -83,7 +83,7 @@ class FilterRun {
             return spread<T>(values, magnitudeRange, spreadMagnitudes<T>);
         }
         return each<T>([this](const Pels& channel) {
-            return magnitudePels(channel, filter_, image_, options_.rescale);
+            return magnitudePels(channel, filters_, image_, options_.rescale);
         });
     }
 
@@ -129,18 +129,18 @@ class FilterRun {
 
     Values magnitudes(const Pels& channel) const {
         Values result;
-        mfFilterImage(channel, filter_, result, image_);
+        mfFilterImage(channel, filters_, result, image_);
         return result;
     }
 
     // Once for a single channel, of which the phases need it as well.
     Values real(const Pels& channel) {
-        return real_.isBound() ? real_ : realPart(channel, filter_, image_);
+        return real_.isBound() ? real_ : realPart(channel, filters_, image_);
     }
 
     std::vector<Result> phases() {
-        real_ = realPart(picture_.first(), filter_, image_);
-        const Values imaginary = imaginaryPart(picture_.first(), filter_, image_);
+        real_ = realPart(picture_.first(), filters_, image_);
+        const Values imaginary = imaginaryPart(picture_.first(), filters_, image_);
         std::vector<Result> results;
         const auto add = [&](const std::optional<std::string>& path, auto pels) {
             if (path)
@@ -163,13 +163,13 @@ class FilterRun {
     const bool hadFewLevels_;
     const FilterOptions& options_;
     const PlaneChoice choice_;
-    const mvFrequencyFilter& filter_;
+    const FilterList filters_;
     const mvFilterImageOptions image_;
     Values real_;
 };
 
-Channels channelsOf(const FilterOptions& options, const FilterRecipe& recipe) {
-    if (!options.hasPhases()) return options.channels.value_or(recipe.channels);
+Channels channelsOf(const FilterOptions& options, const ChainRecipe& recipe) {
+    if (!options.hasPhases()) return options.channels.value_or(::channelsOf(recipe));
     if (options.channels != Channels::each) return Channels::grey;
     throw BadArgument("--channels each: angles and quadrants are those of the grey picture");
 }

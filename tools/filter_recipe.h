@@ -6,6 +6,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <vector>
 
 #include "picture.h"
 
@@ -27,3 +28,22 @@ struct FilterRecipe {
     /// colours; what passes one is looked at in grey.
     Channels channels = Channels::grey;
 };
+
+/// Filters that are applied one after the other.
+using ChainRecipe = std::vector<FilterRecipe>;
+
+/// Colour stays colour when no filter of them is looked at in grey.
+Channels channelsOf(const ChainRecipe& chain);
+
+/// What filters need of their plane.
+struct PlaneNeeds {
+    mvPair<long> reach;
+    mvPair<long> leastPlane{1, 1};
+    std::optional<mvPair<long>> plane{};
+};
+
+PlaneNeeds needsOf(const FilterRecipe& recipe);
+
+/// Of a chain: the sum of the reaches, the largest of the least planes, and the plane of those that
+/// have one. Throws BadArgument when these are several.
+PlaneNeeds needsOf(const ChainRecipe& chain);

@@ -4,7 +4,6 @@
 #include <filt/freqfilt.h>
 
 #include <algorithm>
-#include <memory>
 
 #include "axes.h"
 #include "filter_archive.h"
@@ -21,10 +20,10 @@ mvFrequencyBuffer planeOfOnes(mvPair<long> size) {
     return {ones, mvPelBuffer<double>(size.x, size.y)};
 }
 
-// A plane of ones, filtered: the gains at their places, with all else that the filter does.
-mvPelBuffer<double> gains(const mvFrequencyFilter& filter) {
-    mvFrequencyBuffer plane = planeOfOnes(mfFilterPlane(filter));
-    filter.apply(plane);
+// A plane of ones, filtered: the gains at their places, with all else that the filters do.
+mvPelBuffer<double> gains(FilterList filters) {
+    mvFrequencyBuffer plane = planeOfOnes(mfFilterPlane(filters));
+    for (const mvFrequencyFilter* filter : filters) filter->apply(plane);
     return plane.getMagnitudeImage(true);
 }
 
@@ -40,8 +39,8 @@ double largest(const mvPelBuffer<double>& image) {
 }  // namespace
 
 void viewFilter(const std::string& archive, const std::string& output, bool axes) {
-    const std::unique_ptr<mvFrequencyFilter> filter = loadFilter(archive);
-    const mvPelBuffer<double> response = gains(*filter);
+    const FilterChain filters = loadFilters(archive);
+    const mvPelBuffer<double> response = gains(filters.list());
     const mvPelBuffer<unsigned char> plane =
         mfFrequencyMapImage(response, mvFrequencyDefs::eMapRange, 0, largest(response));
     const mvPair<double> size(static_cast<double>(plane.width()),

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "failure.h"
+#include "size_text.h"
 
 namespace {
 
@@ -52,11 +53,15 @@ struct Axis {
 
 }  // namespace
 
-PlaneChoice choosePlane(const mv_PelBuffer& picture, const FilterRecipe& recipe,
+PlaneChoice choosePlane(const mv_PelBuffer& picture, const PlaneNeeds& needs,
                         const PlaneOptions& options) {
-    const Axis x{picture.width(), recipe.reach.x, recipe.leastPlane.x, options};
-    const Axis y{picture.height(), recipe.reach.y, recipe.leastPlane.y, options};
-    const mvPair<long> plane = recipe.plane.value_or(mvPair<long>(x.side(), y.side()));
+    if (needs.plane && options.tile) {
+        throw BadArgument("--tile: a filter from an archive has its plane, of " +
+                          sizeText(*needs.plane));
+    }
+    const Axis x{picture.width(), needs.reach.x, needs.leastPlane.x, options};
+    const Axis y{picture.height(), needs.reach.y, needs.leastPlane.y, options};
+    const mvPair<long> plane = needs.plane.value_or(mvPair<long>(x.side(), y.side()));
     return {plane, x.planes(plane.x) * y.planes(plane.y)};
 }
 

@@ -27,9 +27,14 @@ struct PlaneChoice {
 /// A mirror needs the margin at either end: what is given, else the filter's reach, but at most a
 /// quarter of the side. Sides go up to --tile, or without it to 1024; to 2048 where that saves
 /// tiles: for a margin above 256 pels, and for one plane in place of three tiles or more. Throws
-/// BadArgument for a margin that leaves nothing of a tile.
-PlaneChoice choosePlane(const mv_PelBuffer& picture, const FilterRecipe& recipe,
+/// BadArgument for a margin that leaves nothing of a tile, and for tiles of filters that have their
+/// plane.
+PlaneChoice choosePlane(const mv_PelBuffer& picture, const PlaneNeeds& needs,
                         const PlaneOptions& options);
+inline PlaneChoice choosePlane(const mv_PelBuffer& picture, const FilterRecipe& recipe,
+                               const PlaneOptions& options) {
+    return choosePlane(picture, needsOf(recipe), options);
+}
 
 /// The picture call's part of the options.
 mvFilterImageOptions imageOptions(const PlaneOptions& options, int threads);

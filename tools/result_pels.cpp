@@ -6,29 +6,29 @@
 namespace {
 
 template <class U, class T>
-mvPelBuffer<U> filtered(const mvPelBuffer_const<T>& picture, const mvFrequencyFilter& filter,
+mvPelBuffer<U> filtered(const mvPelBuffer_const<T>& picture, FilterList filters,
                         const mvFilterImageOptions& image) {
     mvPelBuffer<U> result;
-    mfFilterImage(picture, filter, result, image);
+    mfFilterImage(picture, filters, result, image);
     return result;
 }
 
 }  // namespace
 
 template <class T>
-mvPelBuffer<T> magnitudePels(const mvPelBuffer_const<T>& picture, const mvFrequencyFilter& filter,
+mvPelBuffer<T> magnitudePels(const mvPelBuffer_const<T>& picture, FilterList filters,
                              const mvFilterImageOptions& image, std::optional<double> percent) {
     if (percent.value_or(100) < 100) {
-        const mvPelBuffer<double> values = filtered<double>(picture, filter, image);
+        const mvPelBuffer<double> values = filtered<double>(picture, filters, image);
         return spreadMagnitudes<T>(values, magnitudeRange(values, *percent));
     }
     mvFilterImageOptions withRange = image;
     withRange.rescale = percent.has_value();
-    return filtered<T>(picture, filter, withRange);
+    return filtered<T>(picture, filters, withRange);
 }
 
-#define MAGNITUDES_OF(T)                                                                         \
-    template mvPelBuffer<T> magnitudePels(const mvPelBuffer_const<T>&, const mvFrequencyFilter&, \
+#define MAGNITUDES_OF(T)                                                           \
+    template mvPelBuffer<T> magnitudePels(const mvPelBuffer_const<T>&, FilterList, \
                                           const mvFilterImageOptions&, std::optional<double>);
 MAGNITUDES_OF(unsigned char)
 MAGNITUDES_OF(unsigned short)

@@ -1,30 +1,39 @@
-// The filters of a run, one for each plane.
+// The filters of a run, built once for each plane.
 #pragma once
 
 #include <map>
-#include <memory>
 #include <mutex>
 #include <utility>
 
+#include "filter_chain.h"
 #include "filter_recipe.h"
 
 /// Filters that are built when the first picture of their plane comes, and then used by all
 /// threads: a filter that does not change may be applied from several threads at once.
 class SharedFilters {
   public:
-    explicit SharedFilters(FilterRecipe recipe) : recipe_(std::move(recipe)) {}
+    explicit SharedFilters(ChainRecipe recipe)
+        : recipe_(std::move(recipe)), needs_(needsOf(recipe_)) {}
 
-    const FilterRecipe& recipe() const { return recipe_; }
+    const ChainRecipe& recipe() const { return recipe_; }
+    const PlaneNeeds& needs() const { return needs_; }
 
-    const mvFrequencyFilter& get(mvPair<long> plane) {
+    FilterList get(mvPair<long> plane) {
         const std::lock_guard lock(mutex_);
-        std::unique_ptr<const mvFrequencyFilter>& filter = filters_[{plane.x, plane.y}];
-        if (!filter) filter = recipe_.make(plane);
-        return *filter;
+        const auto [chain, isNew] = chains_.try_emplace({plane.x, plane.y});
+        if (isNew) chain->second = made(plane);
+        return chain->second.list();
     }
 
   private:
-    const FilterRecipe recipe_;
+    FilterChain made(mvPair<long> plane) const {
+        FilterChain chain;
+        for (const FilterRecipe& filter : recipe_) chain.add(filter.make(plane));
+        return chain;
+    }
+
+    const ChainRecipe recipe_;
+    const PlaneNeeds needs_;
     std::mutex mutex_;
-    std::map<std::pair<long, long>, std::unique_ptr<const mvFrequencyFilter>> filters_;
+    std::map<std::pair<long, long>, FilterChain> chains_;
 };

@@ -40,6 +40,12 @@ TEST_F(Shell, CompletesTheOptionsOfACommand) {
     EXPECT_EQ(completions("mvfreq bandpass --o"), "--out-dir\n");
 }
 
+TEST_F(Shell, CompletesTheFiltersOfAChain) {
+    EXPECT_EQ(completions("mvfreq bandpass --sigma 1 then ''"),
+              "bandpass bandreject gabor gaborreject convolve apply\n");
+    EXPECT_EQ(completions("mvfreq bandpass then gaborreject --b"), "--both-sides --border\n");
+}
+
 TEST_F(Shell, CompletesValues) {
     std::filesystem::create_directory(path("results"));
     write("rest.png", "");

@@ -2,14 +2,23 @@
 
 _mvfreq_commands() { mvfreq --help | sed -n '/^Subcommands:/,/^$/s/^  \([a-z]\+\) .*/\1/p'; }
 
+# Those that may stand behind `then`.
+_mvfreq_filters() { _mvfreq_commands | grep -vx -e spectrum -e view -e info; }
+
 _mvfreq_options() { mvfreq "$1" --help | sed -n 's/^  \(-h,\)\?\(--[a-z-]\+\).*/\2/p'; }
 
 _mvfreq() {
     local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD-1]}
-    local command=${COMP_WORDS[1]}
+    local at begin=1
+    for ((at = 2; at < COMP_CWORD; ++at)); do  # a command begins behind each `then`
+        if [[ ${COMP_WORDS[at]} == then ]]; then begin=$((at + 1)); fi
+    done
+    local command=${COMP_WORDS[begin]}
     compopt +o default
     if ((COMP_CWORD == 1)); then
         mapfile -t COMPREPLY < <(compgen -W "$(_mvfreq_commands) --help --version" -- "$current")
+    elif ((COMP_CWORD == begin)); then
+        mapfile -t COMPREPLY < <(compgen -W "$(_mvfreq_filters)" -- "$current")
     elif [[ $current == -* ]]; then
         mapfile -t COMPREPLY < <(compgen -W "$(_mvfreq_options "$command")" -- "$current")
     elif [[ $previous == --border ]]; then

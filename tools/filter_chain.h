@@ -1,0 +1,27 @@
+// Filters that are applied one after the other.
+#pragma once
+
+#include <filt/freqfilt.h>
+
+#include <memory>
+#include <span>
+#include <utility>
+#include <vector>
+
+/// Filters in their order, as the library takes them.
+using FilterList = std::span<const mvFrequencyFilter* const>;
+
+/// One that owns its filters.
+class FilterChain {
+  public:
+    void add(std::unique_ptr<const mvFrequencyFilter> filter) {
+        list_.push_back(filter.get());
+        filters_.push_back(std::move(filter));
+    }
+
+    FilterList list() const { return list_; }
+
+  private:
+    std::vector<std::unique_ptr<const mvFrequencyFilter>> filters_;
+    std::vector<const mvFrequencyFilter*> list_;
+};
