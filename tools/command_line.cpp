@@ -59,7 +59,7 @@ void addSpectrum(CLI::App& app, Work& work) {
             requireFiles(run->pictures, {});
             return runPictures(run->pictures, [&](const PictureFiles& files, int) {
                 writeSpectrum(files, run->options);
-                return std::string();
+                return PictureReport();
             });
         };
     });

@@ -1,8 +1,10 @@
 // The commands that filter a picture.
 #include "filter_commands.h"
 
+#include "failure.h"
 #include "filter_options.h"
 #include "picture_run.h"
+#include "standard_names.h"
 
 namespace {
 
@@ -30,7 +32,18 @@ struct FilterCommand {
         return all;
     }
 
+    // The list is for standard output, too.
+    void requireRoomForList() const {
+        std::vector<Output> outputs = otherOutputs(options);
+        if (!pictures.outDir) outputs.push_back({pictures.files().front().output, Role::picture});
+        for (const Output& output : outputs) {
+            if (isStandard(output.path)) throw BadArgument("-: standard output takes the list");
+        }
+    }
+
     ExitCode run() const {
+        requireSense(options.find);
+        if (options.find.isListed()) requireRoomForList();
         requireFiles(pictures, {inputs(), otherOutputs(options)});
         SharedFilters filters(recipe());
         const auto filter = [&](const PictureFiles& files, int threads) {

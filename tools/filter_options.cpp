@@ -51,6 +51,7 @@ void addFilterOptions(CLI::App& command, FilterOptions& options, CLI::Option* ou
     addOutput(command, "--quadrant-image", options.quadrantImage,
               "Also write its quadrants: 0, 85, 170, 255 for the signs ++, -+, +-, --")
         ->excludes(outDir);
+    addFindOptions(command, options.find, outDir);
     if (!buildsFilter) return;
     addOutput(command, "--save", options.save,
               "Also write the filter to an archive, for mvfreq apply")
@@ -61,6 +62,7 @@ std::vector<Output> otherOutputs(const FilterOptions& options) {
     std::vector<Output> outputs;
     if (options.angleImage) outputs.push_back({*options.angleImage, Role::picture});
     if (options.quadrantImage) outputs.push_back({*options.quadrantImage, Role::picture});
+    if (options.find.overlay) outputs.push_back({*options.find.overlay, Role::picture});
     if (options.save) outputs.push_back({*options.save, Role::archive});
     return outputs;
 }

@@ -13,10 +13,13 @@
 #include "failure.h"
 #include "filter_archive.h"
 #include "grey_levels.h"
+#include "luma.h"
 #include "output_file.h"
+#include "overlay.h"
 #include "picture_file.h"
 #include "picture_output.h"
 #include "result_pels.h"
+#include "spot_list.h"
 #include "standard_names.h"
 
 namespace {
@@ -38,29 +41,59 @@ bool hasFewLevelsEach(const PictureOf<T>& picture) {
                        [](const auto& channel) { return hasFewLevels(channel); });
 }
 
+// A picture in grey stays as it is.
+template <class T>
+PictureOf<T> greyOf(PictureOf<T>&& picture) {
+    if (!picture.isColour()) return std::move(picture);
+    mvPelBuffer<T> grey(picture.first().width(), picture.first().height());
+    for (long y = 0; y < grey.height(); ++y) {
+        for (long x = 0; x < grey.width(); ++x) {
+            const T rgb[] = {picture.channels[0].pel(x, y), picture.channels[1].pel(x, y),
+                             picture.channels[2].pel(x, y)};
+            grey.pointToRow(y)[x] = luma(rgb);
+        }
+    }
+    return {{grey}};
+}
+
+// The larger of two values at each place.
+mvPelBuffer<double> larger(mvPelBuffer<double> values, const mvPelBuffer<double>& others) {
+    for (long y = 0; y < values.height(); ++y) {
+        double* row = values.pointToRow(y);
+        std::transform(row, row + values.width(), others.pointToRow(y), row,
+                       [](double a, double b) { return std::max(a, b); });
+    }
+    return values;
+}
+
 // One picture on its way.
 template <class T>
 class FilterRun {
   public:
-    FilterRun(PictureOf<T>&& picture, const FilterOptions& options, SharedFilters& filters,
-              int threads)
-        : picture_(std::move(picture)),
+    FilterRun(PictureOf<T>&& picture, Channels channels, const FilterOptions& options,
+              SharedFilters& filters, int threads)
+        : shown_(options.find.overlay ? picture : PictureOf<T>()),
+          picture_(channels == Channels::each ? std::move(picture) : greyOf(std::move(picture))),
           hadFewLevels_(hasFewLevelsEach(picture_)),
           options_(options),
           choice_(choosePlane(picture_.first(), filters.needs(), options.plane)),
           filters_(filters.get(choice_.plane)),
           image_(imageOptions(options.plane, threads)) {}
 
-    std::string write(const std::string& output) {
+    PictureReport write(const PictureFiles& files) {
         beginStage("filtering", calls() * expectedPolls(choice_, image_.threads));
         std::vector<Result> results;
         if (options_.hasPhases()) results = phases();
-        results.insert(results.begin(), {output, filtered()});
+        const std::vector<Spot> spots = found();
+        if (options_.find.overlay) {
+            results.push_back({*options_.find.overlay, withFrames(shown_, spots)});
+        }
+        results.insert(results.begin(), {files.output, filtered()});
         OutputFiles outputs;
         for (const Result& result : results) result.write(outputs);
         if (options_.save) saveFilters(outputs.add(*options_.save), filters_);
         outputs.publish();
-        return hint(results.front());
+        return {hint(results.front()), listOf({files.input, threshold(), spots})};
     }
 
   private:
@@ -71,7 +104,8 @@ class FilterRun {
     long calls() const {
         const long channels = std::ssize(picture_.channels);
         const long phases = options_.hasPhases() ? (options_.withSign ? 1 : 2) : 0;
-        return phases + (isSpreadTogether() ? 2 * channels - 1 : channels);
+        const long searches = options_.find.isAsked() ? channels : 0;
+        return searches + phases + (isSpreadTogether() ? 2 * channels - 1 : channels);
     }
 
     bool isSpreadTogether() const { return options_.rescale && picture_.isColour(); }
@@ -127,6 +161,25 @@ class FilterRun {
         return result;
     }
 
+    double threshold() const { return options_.find.threshold.value_or(10); }
+
+    // The strongest of all channels counts.
+    std::vector<Spot> found() const {
+        if (!options_.find.isAsked()) return {};
+        Values strengths;
+        for (const Pels& channel : picture_.channels) {
+            Values values = magnitudes(channel);
+            toStrengths(values);
+            strengths = strengths.isBound() ? larger(strengths, values) : values;
+        }
+        return findSpots(strengths, threshold());
+    }
+
+    std::string listOf(const Findings& findings) const {
+        if (options_.find.json) return spotJson(findings);
+        return options_.find.list ? spotTable(findings) : "";
+    }
+
     Values magnitudes(const Pels& channel) const {
         Values result;
         mfFilterImage(channel, filters_, result, image_);
@@ -159,6 +212,7 @@ class FilterRun {
         return outputName(result.path) + ": has fewer than 10 grey levels (--rescale spreads them)";
     }
 
+    const PictureOf<T> shown_;
     PictureOf<T> picture_;
     const bool hadFewLevels_;
     const FilterOptions& options_;
@@ -176,12 +230,13 @@ Channels channelsOf(const FilterOptions& options, const ChainRecipe& recipe) {
 
 }  // namespace
 
-std::string filterPicture(const PictureFiles& files, const FilterOptions& options,
-                          SharedFilters& filters, int threads) {
-    Picture read = readPicture(files.input, {channelsOf(options, filters.recipe())});
+PictureReport filterPicture(const PictureFiles& files, const FilterOptions& options,
+                            SharedFilters& filters, int threads) {
+    const Channels channels = channelsOf(options, filters.recipe());
+    Picture read = readPicture(files.input, {options.find.overlay ? Channels::each : channels});
     return std::visit(
         [&](auto& picture) {
-            return FilterRun(std::move(picture), options, filters, threads).write(files.output);
+            return FilterRun(std::move(picture), channels, options, filters, threads).write(files);
         },
         read);
 }

@@ -29,7 +29,7 @@ std::string pictureCount(std::size_t count) {
 class Batch {
   public:
     Batch(std::vector<PictureFiles> files, std::size_t skipped, const PictureWork& work)
-        : files_(std::move(files)), skipped_(skipped), work_(work) {}
+        : files_(std::move(files)), skipped_(skipped), work_(work), lists_(files_.size()) {}
 
     ExitCode run(std::size_t jobs) {
         const std::size_t pictures = std::clamp<std::size_t>(files_.size(), 1, jobs);
@@ -59,13 +59,15 @@ class Batch {
 
     void takePictures() {
         for (std::size_t at = next_++; at < files_.size() && !interrupted(); at = next_++) {
-            take(files_[at]);
+            take(at);
         }
     }
 
-    void take(const PictureFiles& files) {
+    void take(std::size_t at) {
+        const PictureFiles& files = files_[at];
         try {
-            const std::string remark = work_(files, threadsEach_);
+            auto [remark, list] = work_(files, threadsEach_);
+            lists_[at] = std::move(list);
             ++done_;
             if (!remark.empty() && !hasRemarked_.exchange(true)) line_.say("mvfreq: " + remark);
         } catch (const mvFrequencyDefs::InvalidArgument&) {
@@ -90,23 +92,37 @@ class Batch {
         line_.say("mvfreq: " + (namesFile ? text : files.input + ": " + text));
     }
 
+    // True when there is any.
+    bool printLists() {
+        std::string text;
+        for (const std::string& list : lists_) text += list;
+        line_.hide();  // standard output may be the same terminal
+        printOut(text);
+        return !text.empty();
+    }
+
     ExitCode summary() {
+        const bool hasLists = printLists();
         const std::string done = std::to_string(done_) + " of " + pictureCount(files_.size());
         if (done_ + failed_ < files_.size()) {
             line_.say("mvfreq: interrupted, " + done + " done");
             return exitStopped;
         }
-        line_.hide();  // standard output may be the same terminal
         std::string text = failed_ == 0 ? pictureCount(done_) + " done" : done + " done";
         if (failed_ != 0) text += ", " + std::to_string(failed_) + " failed";
         if (skipped_ != 0) text += ", " + std::to_string(skipped_) + " skipped";
-        printOut(text + "\n");
+        if (hasLists) {
+            line_.say("mvfreq: " + text);
+        } else {
+            printOut(text + "\n");
+        }
         return failed_ == 0 ? exitGood : exitFailed;
     }
 
     const std::vector<PictureFiles> files_;
     const std::size_t skipped_;
     const PictureWork& work_;
+    std::vector<std::string> lists_;  // in the order of the pictures
     int threadsEach_ = 1;
     std::atomic<std::size_t> next_ = 0, done_ = 0, failed_ = 0;
     std::atomic<bool> hasRemarked_ = false;
@@ -133,7 +149,8 @@ std::vector<PictureFiles> unfinished(std::vector<PictureFiles> files) {
 
 ExitCode runSingle(const std::vector<PictureFiles>& files, long jobs, const PictureWork& work) {
     if (files.empty()) return exitGood;
-    const std::string remark = work(files.front(), static_cast<int>(jobs));
+    const auto [remark, list] = work(files.front(), static_cast<int>(jobs));
+    printOut(list);
     if (!remark.empty()) std::fprintf(stderr, "mvfreq: %s\n", printable(remark).c_str());
     return exitGood;
 }

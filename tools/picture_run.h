@@ -8,9 +8,14 @@
 #include "failure.h"
 #include "picture_arguments.h"
 
+/// What there is to say of a picture that is done, or empty texts.
+struct PictureReport {
+    std::string remark{};  // what a user should know of the result
+    std::string list{};    // what was found in it, for standard output
+};
+
 /// What is done to one picture, on up to `threads` threads; called from several threads at once.
-/// Gives what a user should know of the result, or an empty text.
-using PictureWork = std::function<std::string(const PictureFiles& files, int threads)>;
+using PictureWork = std::function<PictureReport(const PictureFiles& files, int threads)>;
 
 /// The files of a run beside its pictures.
 struct OtherFiles {
@@ -25,6 +30,7 @@ void requireFiles(const PictureArguments& pictures, const OtherFiles& others);
 /// pictures, each picture gets several.
 ///
 /// Errors of a single picture are thrown. With --out-dir, a picture that fails is reported and the
-/// others go on; at the end a line on standard output says how many are done. Parameters with which
-/// no picture can be filtered end the run as an exception.
+/// others go on; at the end a line on standard output says how many are done, or on standard error,
+/// where standard output has the lists of the pictures in their order. Parameters with which no
+/// picture can be filtered end the run as an exception.
 ExitCode runPictures(const PictureArguments& pictures, const PictureWork& work);
