@@ -175,10 +175,12 @@ void parse(CLI::App& app, std::vector<std::string> words) {
 void requireOwnWords(const CLI::App& app) {
     const std::vector<std::string> unknown = app.remaining(true);
     if (unknown.empty()) return;
-    throw BadArgument(unknown.front() + (app.get_subcommands().empty()
-                                             ? ": is no filter that `then` can follow"
-                                             : ": before `then` stand only a filter and its own "
-                                               "options"));
+    const std::string& word = unknown.front();
+    const std::string name = word.substr(0, word.starts_with("--") ? word.find('=') : word.npos);
+    throw BadArgument(name + (app.get_subcommands().empty()
+                                  ? ": is no filter that `then` can follow"
+                                  : ": before `then` stand only a filter and its own "
+                                    "options"));
 }
 
 // Reads a filter that others follow. False when it was only asked for its help.

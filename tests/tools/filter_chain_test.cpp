@@ -171,7 +171,7 @@ TEST_F(Chain, SaysWhatStandsInAWrongPlace) {
     EXPECT_EQ(complaint(joined({"then"}, {kWave, files})),
               "mvfreq: then: stands between two filters\n");
     EXPECT_EQ(complaint(joined(kWave, {{"--rescale", "then"}, kRing, files})),
-              "mvfreq: --rescale=100: before `then` stand only a filter and its own options\n");
+              "mvfreq: --rescale: before `then` stand only a filter and its own options\n");
     EXPECT_EQ(complaint(joined(kWave, {files, {"then"}, kRing})),
               "mvfreq: in.png: before `then` stand only a filter and its own options\n");
     EXPECT_EQ(complaint(joined({"spectrum", "then"}, {kRing, files})),
@@ -180,7 +180,7 @@ TEST_F(Chain, SaysWhatStandsInAWrongPlace) {
               "mvfreq: spectrum: there is no such filter");
     EXPECT_EQ(complaint(joined({"gaborreject", "--sigma", "0.1", "then"}, {kRing, files})),
               "mvfreq: --frequency is required");
-    EXPECT_EQ(files(), (std::vector<std::string>{"in.png"}));
+    EXPECT_EQ(this->files(), (std::vector<std::string>{"in.png"}));
 }
 
 TEST_F(Chain, ChecksTheFirstFilterBeforeAnyPicture) {

@@ -37,7 +37,7 @@ TEST_F(Shell, CompletesTheOptionsOfACommand) {
               "--sigma --sigma-across --skip-existing --signed --save\n");
     EXPECT_EQ(completions("mvfreq spectrum in.png --"),
               "--help --out-dir --jobs --force --skip-existing --axes --max-frequency --border\n");
-    EXPECT_EQ(completions("mvfreq bandpass --o"), "--out-dir\n");
+    EXPECT_EQ(completions("mvfreq bandpass --o"), "--out-dir --overlay\n");
 }
 
 TEST_F(Shell, CompletesTheFiltersOfAChain) {
