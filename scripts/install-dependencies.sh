@@ -9,7 +9,7 @@
 #     explorer for the explorer and its tests in a browser
 set -euo pipefail
 
-packages=(cmake ninja-build g++ libcli11-dev libpng-dev libgtest-dev
+packages=(cmake ninja-build g++ libcli11-dev libpng-dev libjpeg62-turbo-dev libtiff-dev libgtest-dev
     pybind11-dev python3-dev python3-numpy python3-pil python3-pytest)
 for group in "$@"; do
     case $group in

@@ -55,6 +55,8 @@ inside sh -ec 'cd /try
     mvfreq view --axes weave.mva response.png
     test -s response.png && ls results
     if test -f /usr/share/mvfreq/explorer.html; then test -s "$(mvfreq explore pictures/woven.png)"; fi
+    mvfreq bandreject --frequency 0.24 --sigma 0.02 --plateau 0.05 pictures/printed.png tone.tif
+    mvfreq info tone.tif | grep --quiet "TIFF picture"
     test -f /usr/share/bash-completion/completions/mvfreq
     test -f /usr/share/man/man1/mvfreq.1.gz || grep --quiet man /etc/dpkg/dpkg.cfg.d/* 2>/dev/null'
 cmp "$root/try/results/woven.png" docs/images/woven-defects.png

@@ -5,17 +5,15 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <array>
-#include <cctype>
 #include <cerrno>
 #include <filesystem>
 #include <set>
-#include <string_view>
 #include <utility>
 
 #include "failure.h"
 #include "filter_archive.h"
 #include "picture_file.h"
+#include "picture_format.h"
 #include "standard_names.h"
 
 namespace fs = std::filesystem;
@@ -39,29 +37,15 @@ std::set<Identity> identitiesOf(const std::vector<std::string>& paths) {
     return identities;
 }
 
-std::string endingOf(const std::string& path) {
-    std::string ending = fs::path(path).extension();
-    std::transform(ending.begin(), ending.end(), ending.begin(),
-                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-    return ending;
-}
-
-bool namesOtherPicture(const std::string& path) {
-    constexpr std::array<std::string_view, 13> kEndings = {
-        ".jpg",  ".jpeg", ".jpe", ".tif", ".tiff", ".bmp", ".gif",
-        ".webp", ".pgm",  ".pnm", ".ppm", ".heic", ".avif"};
-    return std::find(kEndings.begin(), kEndings.end(), endingOf(path)) != kEndings.end();
-}
-
 void requireName(const Output& output) {
     if (output.path.empty()) throw BadArgument("output: the name of a file is missing");
     if (!output.isGiven) return;
-    const bool isOther = namesOtherPicture(output.path);
-    if (output.role == Role::picture && isOther) {
-        throw BadArgument(output.path + ": pictures are written as PNG; call it " +
-                          fs::path(output.path).replace_extension(".png").string());
+    if (output.role == Role::picture && namesOtherPicture(output.path)) {
+        throw BadArgument(output.path +
+                          ": pictures are written as PNG, TIFF, PGM and PPM; call it " +
+                          writableName(output.path));
     }
-    if (output.role == Role::archive && (isOther || endingOf(output.path) == ".png")) {
+    if (output.role == Role::archive && namesPicture(output.path)) {
         throw BadArgument(output.path + ": a filter is written as an archive, not as a picture");
     }
 }

@@ -38,7 +38,7 @@ void addSpectrum(CLI::App& app, Work& work) {
     const auto run = std::make_shared<SpectrumCommand>();
     CLI::App* command = app.add_subcommand(
         "spectrum", "Write the centred log magnitude of the spectrum as an 8-bit picture");
-    addPictures(*command, run->pictures, "square 8-bit grey PNG, DC in the middle");
+    addPictures(*command, run->pictures, "a square of 8 bits, DC in the middle");
     addAxes(*command, run->options.axes);
     addNumber(
         *command, "--max-frequency",
@@ -78,7 +78,8 @@ void addView(CLI::App& app, Work& work) {
     command->add_option("archive", run->archive, "Filter that --save wrote")->required();
     command
         ->add_option("output", run->output,
-                     "8-bit grey PNG, DC in the middle: black clears, white is the largest gain")
+                     "8-bit grey picture, by its ending .png, .tif or .pgm, DC in the middle: "
+                     "black clears, white is the largest gain")
         ->required();
     addAxes(*command, run->axes);
     addForce(*command, run->existing);
@@ -112,7 +113,7 @@ void printReport(const std::string& path) {
 void addInfo(CLI::App& app, Work& work) {
     const auto path = std::make_shared<std::string>();
     CLI::App* command = app.add_subcommand("info", "Tell what an archive holds");
-    command->add_option("archive", *path, "Archive of filters or errors; or a PNG")->required();
+    command->add_option("archive", *path, "Archive of filters or errors; or a picture")->required();
     command->footer(
         "Example:\n"
         "  mvfreq bandpass --frequency 0.03 --sigma 0.012 --save filter.mva \\\n"

@@ -62,7 +62,7 @@ void addCommand(CLI::App& app, Work& work, const StepKind& kind, const FilterSte
     step->addOptions(options);
     CLI::Option* outDir =
         addPictures(options, command->pictures,
-                    "PNG of the same depth, the magnitudes; in colour where --channels says so");
+                    "the magnitudes, of the same depth; in colour where --channels says so");
     addFilterOptions(options, command->options, outDir, kind.buildsFilter || !before.empty());
     options.footer(std::string("Example:\n  ") + kind.example);
     options.callback([command, &work] { work = [command] { return command->run(); }; });

@@ -17,6 +17,7 @@
 #include "output_file.h"
 #include "overlay.h"
 #include "picture_file.h"
+#include "picture_format.h"
 #include "picture_output.h"
 #include "result_pels.h"
 #include "spot_list.h"
@@ -196,8 +197,8 @@ class FilterRun {
         const Values imaginary = imaginaryPart(picture_.first(), filters_, image_);
         std::vector<Result> results;
         const auto add = [&](const std::optional<std::string>& path, auto pels) {
-            if (path)
-                results.push_back({*path, PictureOf<unsigned char>{{pels(real_, imaginary)}}});
+            if (!path) return;
+            results.push_back({*path, PictureOf<unsigned char>{{pels(real_, imaginary)}}});
         };
         add(options_.angleImage, anglePels);
         add(options_.quadrantImage, quadrantPels);
@@ -233,9 +234,12 @@ Channels channelsOf(const FilterOptions& options, const ChainRecipe& recipe) {
 PictureReport filterPicture(const PictureFiles& files, const FilterOptions& options,
                             SharedFilters& filters, int threads) {
     const Channels channels = channelsOf(options, filters.recipe());
-    Picture read = readPicture(files.input, {options.find.overlay ? Channels::each : channels});
+    Picture read = readPicture(files.input,
+                               {options.find.overlay ? Channels::each : channels, files.maxPixels});
     return std::visit(
         [&](auto& picture) {
+            const bool staysColour = channels == Channels::each && picture.isColour();
+            if (staysColour) requireRoomForColour(files.output);
             return FilterRun(std::move(picture), channels, options, filters, threads).write(files);
         },
         read);

@@ -3,7 +3,7 @@
 
 #include <sys/stat.h>
 
-#include <algorithm>
+#include <array>
 #include <cerrno>
 
 #include "failure.h"
@@ -12,6 +12,7 @@
 namespace {
 
 constexpr std::size_t kHead = 8;
+constexpr std::size_t kMostKept = std::size_t{2} << 30;
 
 int leaveOpen(std::FILE*) {
     return 0;
@@ -36,17 +37,57 @@ InputBytes::InputBytes(const std::string& path) : file_(open(path)), head_(kHead
     isShort_ = head_.empty();
 }
 
+// From the file, or from what is kept of it.
+std::size_t InputBytes::pull(char* to, std::size_t count) noexcept {
+    if (!isKept_) return std::fread(to, 1, count, file_.get());
+    const std::size_t copied = place_ < kept_.size() ? kept_.copy(to, count, place_) : 0;
+    place_ += copied;
+    return copied;
+}
+
 std::size_t InputBytes::readSome(void* to, std::size_t count) noexcept {
-    const std::size_t first = pending_.copy(static_cast<char*>(to), count);
+    auto* bytes = static_cast<char*>(to);
+    const std::size_t first = pending_.copy(bytes, count);
     pending_.remove_prefix(first);
-    const std::size_t rest =
-        std::fread(static_cast<char*>(to) + first, 1, count - first, file_.get());
-    isShort_ = isShort_ || first + rest < count;
+    const std::size_t all = first + pull(bytes + first, count - first);
+    isShort_ = isShort_ || (all == 0 && count > 0);
     if (std::ferror(file_.get()) != 0 && error_ == 0) error_ = errno;
-    return first + rest;
+    return all;
+}
+
+bool InputBytes::read(void* to, std::size_t count) noexcept {
+    if (readSome(to, count) == count) return true;
+    isShort_ = true;
+    return false;
+}
+
+std::uint64_t InputBytes::seek(std::uint64_t offset, int whence) noexcept {
+    pending_ = {};
+    if (!isKept_) {
+        fseeko(file_.get(), static_cast<off_t>(offset), whence);
+        return static_cast<std::uint64_t>(ftello(file_.get()));
+    }
+    if (whence == SEEK_CUR) offset += place_;
+    if (whence == SEEK_END) offset += kept_.size();
+    place_ = offset;
+    return place_;
+}
+
+void InputBytes::makeSeekable() {
+    if (!size()) {
+        kept_ = head_;
+        std::array<char, 65536> bytes{};
+        while (const std::size_t count = pull(bytes.data(), bytes.size())) {
+            kept_.append(bytes.data(), count);
+            if (kept_.size() > kMostKept) throw Failure("More than 2 GiB come through the pipe");
+        }
+        isKept_ = true;
+    }
+    seek(0, SEEK_SET);
 }
 
 std::optional<std::uint64_t> InputBytes::size() const {
+    if (isKept_) return kept_.size();
     struct stat status {};
     const bool isFile = fstat(fileno(file_.get()), &status) == 0 && S_ISREG(status.st_mode);
     if (!isFile) return std::nullopt;

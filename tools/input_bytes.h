@@ -18,15 +18,25 @@ class InputBytes {
     std::string_view head() const { return head_; }
 
     /// True when `count` bytes were read. Throws nothing: decoders in C call it.
-    bool read(void* to, std::size_t count) noexcept { return readSome(to, count) == count; }
+    bool read(void* to, std::size_t count) noexcept;
 
     /// Reads up to that many bytes, none at the end of the file.
     std::size_t readSome(void* to, std::size_t count) noexcept;
 
+    /// Notes that the file should have had more bytes.
+    void noteEnd() noexcept { isShort_ = true; }
+
+    /// Goes to that place, counted as fseek counts; gives the place, from the first byte.
+    std::uint64_t seek(std::uint64_t offset, int whence) noexcept;
+
+    /// Keeps what a pipe delivers, so that it has places and a size like a file. Throws a Failure
+    /// when that is more than a picture takes.
+    void makeSeekable();
+
     /// How many bytes there are; nothing for a pipe.
     std::optional<std::uint64_t> size() const;
 
-    /// Why the bytes were too few, or an empty text when they were not.
+    /// Why the bytes were too few for what was read, or an empty text when they were not.
     std::string complaint() const;
 
   private:
@@ -34,7 +44,12 @@ class InputBytes {
 
     static File open(const std::string& path);
 
+    std::size_t pull(char* to, std::size_t count) noexcept;
+
     File file_;
+    bool isKept_ = false;
+    std::string kept_;
+    std::size_t place_ = 0;  // in what is kept
     std::string head_;
     std::string_view pending_;  // what of the head is still to be read
     int error_ = 0;

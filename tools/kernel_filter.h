@@ -14,7 +14,8 @@
 class Kernel {
   public:
     /// Throws what readPicture throws.
-    explicit Kernel(const std::string& path) : Kernel(path, readPicture(path, {})) {}
+    explicit Kernel(const std::string& path, long maxPixels = ReadOptions::kMaxPixels)
+        : Kernel(path, readPicture(path, {Channels::grey, maxPixels})) {}
 
     /// The weights are there already; the name is for messages.
     Kernel(std::string name, Picture weights)

@@ -18,6 +18,9 @@ class OutputFile {
     OutputFile(const OutputFile&) = delete;
     OutputFile& operator=(const OutputFile&) = delete;
 
+    /// As it was given.
+    const std::string& name() const { return name_; }
+
     const std::filesystem::path& target() const { return target_; }
     bool isStandardOutput() const { return !stream_ && target_.empty(); }
 

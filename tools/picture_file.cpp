@@ -6,12 +6,16 @@
 #include <string_view>
 #include <utility>
 
+#include "bmp_picture.h"
 #include "failure.h"
 #include "input_bytes.h"
+#include "jpeg_picture.h"
 #include "picture_rows.h"
 #include "png_picture.h"
+#include "pnm_picture.h"
 #include "size_text.h"
 #include "standard_names.h"
+#include "tiff_picture.h"
 
 namespace {
 
@@ -24,6 +28,16 @@ using namespace std::string_view_literals;
 
 constexpr Kind kKinds[] = {
     {"\x89PNG\r\n\x1a\n"sv, pngReader},
+    {"\xff\xd8\xff"sv, jpegReader},
+    {"II*\0"sv, tiffReader},  // and its large kind
+    {"MM\0*"sv, tiffReader},
+    {"II+\0"sv, tiffReader},
+    {"MM\0+"sv, tiffReader},
+    {"BM"sv, bmpReader},
+    {"P2"sv, pnmReader},
+    {"P3"sv, pnmReader},
+    {"P5"sv, pnmReader},
+    {"P6"sv, pnmReader},
 };
 
 std::unique_ptr<PictureReader> openReader(InputBytes& file) {
@@ -31,7 +45,7 @@ std::unique_ptr<PictureReader> openReader(InputBytes& file) {
         std::find_if(std::begin(kKinds), std::end(kKinds),
                      [&](const Kind& known) { return file.head().starts_with(known.head); });
     if (kind != std::end(kKinds)) return kind->open(file);
-    throw Failure("Not a PNG file");
+    throw Failure("Not a PNG, JPEG, TIFF, BMP or PNM file");
 }
 
 // Reads a file as far as `use` needs it.
@@ -59,7 +73,7 @@ auto useNamed(const std::string& path, Use use) {
 // Before memory is taken for them.
 void requireFewPels(const PictureHeader& header, long most) {
     if (header.width <= most / header.height) return;
-    throw Failure(sizeText({header.width, header.height}) + " are more than --max-pixels " +
+    throw Failure(sizeText({header.width, header.height}) + " pels are more than --max-pixels " +
                   std::to_string(most));
 }
 
@@ -89,8 +103,9 @@ bool beginsPicture(int firstByte) {
 std::string pictureReport(const std::string& path) {
     return useNamed(path, [](PictureReader& reader) {
         const PictureHeader header = reader.header();
-        return std::string(header.kind) +
-               " picture\n  size: " + sizeText({header.width, header.height}) +
+        const mvPair<long> upright = header.isTurned() ? mvPair<long>(header.height, header.width)
+                                                       : mvPair<long>(header.width, header.height);
+        return std::string(header.kind) + " picture\n  size: " + sizeText(upright) +
                "\n  depth: " + std::to_string(header.depth) + " bits, " + header.colour +
                (header.isOwn ? "\n  written by: mvfreq\n" : "\n");
     });

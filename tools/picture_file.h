@@ -5,15 +5,15 @@
 
 #include "picture.h"
 
-/// What is read of a file, and how much of it at most.
+/// What is read of a file, and how many pels it may have.
 struct ReadOptions {
+    static constexpr long kMaxPixels = 200'000'000;
+
     Channels channels = Channels::grey;
     long maxPixels = kMaxPixels;
-
-    static constexpr long kMaxPixels = 200'000'000;
 };
 
-/// Reads a PNG. The kind is recognised by the first bytes of the file.
+/// Reads a PNG, JPEG, TIFF, BMP or PNM. The kind is recognised by the first bytes of the file.
 /// Fewer than 8 bits a sample, and palettes, become 8 bits. Colour becomes grey, when that is asked
 /// for, by the weights 0.299 red, 0.587 green, 0.114 blue on the stored values, rounded; alpha is
 /// ignored. A picture that is stored turned or mirrored, and says so, is turned upright.

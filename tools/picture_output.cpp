@@ -2,12 +2,17 @@
 #include "picture_output.h"
 
 #include <cstddef>
+#include <memory>
+#include <string>
 #include <vector>
 
 #include "attention.h"
 #include "failure.h"
 #include "output_file.h"
+#include "picture_format.h"
 #include "png_output.h"
+#include "pnm_output.h"
+#include "tiff_output.h"
 
 namespace {
 
@@ -39,12 +44,34 @@ void writeRows(PictureWriter& writer, const PictureOf<T>& picture) {
     writer.finish();
 }
 
+std::unique_ptr<PictureWriter> writerOf(OutputFile& file, const PictureForm& form) {
+    switch (formatOf(file.name())) {
+        case PictureFormat::tiff:
+            return tiffWriter(file, form);
+        case PictureFormat::pgm:
+        case PictureFormat::ppm:
+            return pnmWriter(file, form);
+        case PictureFormat::png:
+            break;
+    }
+    return pngWriter(file, form);
+}
+
+// A PPM has three channels always; they may share their pels.
+template <class T>
+PictureOf<T> fitted(const PictureOf<T>& picture, const std::string& path) {
+    if (picture.isColour()) requireRoomForColour(path);
+    if (picture.isColour() || formatOf(path) != PictureFormat::ppm) return picture;
+    return {{picture.first(), picture.first(), picture.first()}};
+}
+
 }  // namespace
 
 template <class T>
 void writePicture(OutputFile& file, const PictureOf<T>& picture) {
+    const PictureOf<T> fit = fitted(picture, file.name());
     try {
-        writeRows(*pngWriter(file, formOf(picture)), picture);
+        writeRows(*writerOf(file, formOf(fit)), fit);
     } catch (const Failure&) {
         file.requireStored();
         throw;

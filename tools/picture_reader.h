@@ -15,6 +15,9 @@ struct PictureHeader {
     bool isOwn = false;     // this program wrote it
     int orientation = 1;    // 1 to 8, as cameras count: which way up the picture is to be shown
 
+    /// Rows are shown as columns.
+    bool isTurned() const { return orientation >= 5; }
+
     /// Samples are decoded to bytes, or to unsigned shorts.
     bool isWide() const { return depth > 8; }
 };

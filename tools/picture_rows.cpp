@@ -13,7 +13,7 @@ namespace {
 class Orientation {
   public:
     explicit Orientation(const PictureHeader& header)
-        : isTurned_(header.orientation >= 5),
+        : isTurned_(header.isTurned()),
           fromRight_(header.orientation % 4 == 2 || header.orientation % 4 == 3),
           fromBottom_(header.orientation == 3 || header.orientation == 4 ||
                       header.orientation >= 7),

@@ -1,6 +1,7 @@
 // What encoders of picture files have in common.
 #pragma once
 
+#include <cstddef>
 #include <memory>
 
 class OutputFile;
@@ -10,6 +11,8 @@ struct PictureForm {
     long width, height;
     int depth;      // 8 or 16 bits a sample
     long channels;  // 1 or 3
+
+    std::size_t rowBytes() const { return static_cast<std::size_t>(width * channels * depth / 8); }
 };
 
 /// A picture's file that is being encoded, after its head.

@@ -14,7 +14,7 @@
 
 namespace {
 
-extern "C" void readBytes(png_structp png, png_bytep to, png_size_t count) {
+extern "C" void readPng(png_structp png, png_bytep to, png_size_t count) {
     auto* file = static_cast<InputBytes*>(png_get_io_ptr(png));
     if (!file->read(to, count)) png_error(png, "too few bytes");
 }
@@ -23,7 +23,7 @@ class PngReader : public PictureReader {
   public:
     explicit PngReader(InputBytes& file) {
         guarded(state_, [&](png_structp png, png_infop info) {
-            png_set_read_fn(png, &file, readBytes);
+            png_set_read_fn(png, &file, readPng);
             png_read_info(png, info);
         });
         requireBytes(file);

@@ -47,7 +47,7 @@ mvPelBuffer<unsigned char> enlarged(const mvPelBuffer<unsigned char>& image, lon
 void writeSpectrum(const PictureFiles& files, const SpectrumOptions& options) {
     const Magnitudes plane =
         std::visit([](const auto& picture) { return spectrumOf(picture.first()); },
-                   readPicture(files.input, {}));
+                   readPicture(files.input, {Channels::grey, files.maxPixels}));
     const Magnitudes part = middle(plane, options.maxFrequency);
     const long factor = plane.width() / part.width();
     const mvPelBuffer<unsigned char> shown = enlarged(logarithmicPels(part), factor);

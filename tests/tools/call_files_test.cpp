@@ -149,9 +149,10 @@ TEST_F(CallFiles, AFolderIsNoOutput) {
     }
 }
 
-TEST_F(CallFiles, ANameThatSaysThatItIsNoPngIsRefused) {
-    expectRefused(ring({"a.png", "x.jpg"}), "x.jpg: pictures are written as PNG; call it x.png");
-    expectRefused({"spectrum", "a.png", "X.TIFF"}, "X.TIFF: pictures are written as PNG");
+TEST_F(CallFiles, ANameOfAKindThatIsNotWrittenIsRefused) {
+    expectRefused(ring({"a.png", "x.jpg"}),
+                  "x.jpg: pictures are written as PNG, TIFF, PGM and PPM");
+    expectRefused({"spectrum", "a.png", "X.GIF"}, "X.GIF: pictures are written as PNG");
     expectRefused(ring({"a.png", "out.png", "--angle-image", "x.bmp"}), "x.bmp: pictures are");
     expectRefused(ring({"a.png", "out.png", "--save", "filter.png"}),
                   "filter.png: a filter is written as an archive, not as a picture");

@@ -161,7 +161,8 @@ TEST_F(PictureTest, ReportsBrokenFiles) {
         EXPECT_EQ(outcome.exitCode, 1) << length;
         EXPECT_EQ(outcome.err, "mvfreq: short.png: The file ends early\n") << length;
     }
-    EXPECT_EQ(run({"spectrum", "text.png", "out.png"}).err, "mvfreq: text.png: Not a PNG file\n");
+    EXPECT_EQ(run({"spectrum", "text.png", "out.png"}).err,
+              "mvfreq: text.png: Not a PNG, JPEG, TIFF, BMP or PNM file\n");
     EXPECT_EQ(run({"spectrum", "empty.png", "out.png"}).exitCode, 1);
     EXPECT_EQ(run({"spectrum", "missing.png", "out.png"}).err,
               "mvfreq: missing.png: No such file or directory\n");

@@ -36,7 +36,8 @@ TEST_F(Shell, CompletesTheOptionsOfACommand) {
     EXPECT_EQ(completions("mvfreq gabor --s"),
               "--sigma --sigma-across --skip-existing --signed --save\n");
     EXPECT_EQ(completions("mvfreq spectrum in.png --"),
-              "--help --out-dir --jobs --force --skip-existing --axes --max-frequency --border\n");
+              "--help --out-dir --jobs --max-pixels --force --skip-existing --axes --max-frequency "
+              "--border\n");
     EXPECT_EQ(completions("mvfreq bandpass --o"), "--out-dir --overlay\n");
 }
 
@@ -50,6 +51,7 @@ TEST_F(Shell, CompletesValues) {
     std::filesystem::create_directory(path("results"));
     write("rest.png", "");
     EXPECT_EQ(completions("mvfreq bandpass --border ''"), "mirror zero\n");
+    EXPECT_EQ(completions("mvfreq bandpass --channels ''"), "grey each\n");
     EXPECT_EQ(completions("mvfreq bandpass --out-dir res"), "results\n");
 }
 

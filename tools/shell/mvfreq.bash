@@ -23,6 +23,8 @@ _mvfreq() {
         mapfile -t COMPREPLY < <(compgen -W "$(_mvfreq_options "$command")" -- "$current")
     elif [[ $previous == --border ]]; then
         mapfile -t COMPREPLY < <(compgen -W 'mirror zero' -- "$current")
+    elif [[ $previous == --channels ]]; then
+        mapfile -t COMPREPLY < <(compgen -W 'grey each' -- "$current")
     elif [[ $previous == --out-dir ]]; then
         compopt -o filenames
         mapfile -t COMPREPLY < <(compgen -d -- "$current")

@@ -6,6 +6,7 @@
     corpus.py seed TARGET FOLDER   first inputs: golden archives, kernel headers, command lines
 """
 import hashlib
+import io
 import itertools
 import pathlib
 import random
@@ -94,7 +95,59 @@ def png(width, height, depth, colour, interlace=0, extra=b""):
             + chunk(b"IDAT", zlib.compress(pels)) + chunk(b"IEND", b""))
 
 
+def tiff(width, height, channels, depth, order):
+    """Samples that are not compressed, in one strip."""
+    pels = bytes((7 * i + 3) % 256 for i in range(width * height * channels * depth // 8))
+    place = 8 + 2 + 12 * 10 + 4
+    bits = depth if channels == 1 else place
+    where = place + 8
+    tags = [(256, 3, 1, width), (257, 3, 1, height), (258, 3, channels, bits), (259, 3, 1, 1),
+            (262, 3, 1, 2 if channels == 3 else 1), (273, 4, 1, where), (274, 3, 1, 6),
+            (277, 3, 1, channels), (278, 3, 1, height), (279, 4, 1, len(pels))]
+    head = {"<": b"II*\0", ">": b"MM\0*"}[order] + struct.pack(order + "IH", 8, len(tags))
+    for tag, kind, count, value in tags:
+        short = kind == 3 and count == 1
+        head += struct.pack(order + "HHI", tag, kind, count)
+        head += struct.pack(order + ("HH" if short else "I"), *((value, 0) if short else (value,)))
+    return head + bytes(4) + struct.pack(order + "4H", depth, depth, depth, 0) + pels
+
+
+def bmp(width, height, bits, head=40, compression=0):
+    palette = bytes(range(4 << bits)) if bits <= 4 else bytes(4 << bits if bits <= 8 else 0)
+    masks = struct.pack("<III", 0xf800, 0x7e0, 0x1f) if compression == 3 else b""
+    rows = bytes((width * bits + 31) // 32 * 4 * abs(height))
+    return (b"BM" + struct.pack("<IIIIiiHHIIiiII", 0, 0, 14 + head + len(palette) + len(masks), head,
+                                width, height, 1, bits, compression, 0, 0, 0, 0, 0)
+            + masks + palette + rows)
+
+
+def others():
+    """Pictures of the other kinds."""
+    from PIL import Image  # only seeds need it
+    for order, channels, depth in itertools.product("<>", (1, 3), (8, 16)):
+        yield tiff(5, 3, channels, depth, order)
+    yield from (bmp(5, 3, bits) for bits in (1, 4, 16, 24, 32))
+    yield bmp(5, -3, 16, compression=3)
+    yield b"P2\n# text\n3 2\n1000\n1 2 3 4 5 1000\n"
+    yield b"P3 1 2 255 1 2 3 4 5 6\n"
+    yield b"P5\n# mvfreq\n3 2\n255\n123456"
+    yield b"P6 1 2 65535\n123456789012"
+    for mode, progressive in itertools.product(("L", "RGB"), (False, True)):
+        file, exif = io.BytesIO(), Image.Exif()
+        exif[0x112] = 6
+        Image.new(mode, (9, 7)).save(file, "JPEG", exif=exif, progressive=progressive, optimize=True)
+        yield file.getvalue()
+    for compression in ("tiff_lzw", "tiff_adobe_deflate", "packbits", "jpeg", "group4"):
+        file = io.BytesIO()
+        Image.new("1" if compression == "group4" else "RGB", (9, 7)).save(
+            file, "TIFF", compression=compression)
+        yield file.getvalue()
+
+
 def program():
+    for picture in others():
+        yield b"\0" + picture
+        yield b"bandreject\n--frequency\n0.2\n--sigma\n0.1\n--rescale\nf\nout.tif\0" + picture
     depths = {0: (1, 2, 4, 8, 16), 2: (8, 16), 3: (1, 2, 4, 8), 4: (8, 16), 6: (8, 16)}
     for colour in depths:
         for depth, interlace in itertools.product(depths[colour], (0, 1)):
