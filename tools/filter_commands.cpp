@@ -26,7 +26,7 @@ struct FilterCommand {
     ChainRecipe recipe() const {
         ChainRecipe all;
         for (const auto& step : steps) {
-            const ChainRecipe each = step->recipe();
+            const ChainRecipe each = step->recipe(pictures.maxPixels);
             all.insert(all.end(), each.begin(), each.end());
         }
         return all;

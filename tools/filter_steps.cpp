@@ -74,7 +74,7 @@ struct RingStep : FilterStep {
         return std::make_unique<Filter>(sigma, plateau, frequency, plane, dcRadius);
     }
 
-    ChainRecipe recipe() const override { return {recipeOf(*this)}; }
+    ChainRecipe recipe(long) const override { return {recipeOf(*this)}; }
 };
 
 template <class Filter>
@@ -108,7 +108,7 @@ struct LobeStep : FilterStep {
                                         plane, dcRadius);
     }
 
-    ChainRecipe recipe() const override {
+    ChainRecipe recipe(long) const override {
         if (!onBothSides) return {recipeOf(*this)};
         LobeStep opposite = *this;
         opposite.degrees += 180;
@@ -122,14 +122,14 @@ struct ConvolveStep : FilterStep {
     void addOptions(CLI::App& command) override {
         command
             .add_option("--kernel", kernel,
-                        "PNG of the weights (divided by their sum), its centre in the middle")
+                        "Picture of the weights (divided by their sum), its centre in the middle")
             ->required();
     }
 
     std::vector<std::string> inputs() const override { return {kernel}; }
 
-    ChainRecipe recipe() const override {
-        const Kernel read(kernel);
+    ChainRecipe recipe(long maxPixels) const override {
+        const Kernel read(kernel, maxPixels);
         const mvPair<long> least = read.leastPlane();
         const auto any = read.filter(least);
         return {{.make = [read](mvPair<long> plane) { return read.filter(plane); },
@@ -149,7 +149,7 @@ struct ApplyStep : FilterStep {
 
     std::vector<std::string> inputs() const override { return {archive}; }
 
-    ChainRecipe recipe() const override {
+    ChainRecipe recipe(long) const override {
         const auto loaded = std::make_shared<const FilterChain>(loadFilters(archive));
         ChainRecipe recipe;
         for (const mvFrequencyFilter* filter : loaded->list()) {

@@ -17,8 +17,8 @@ class FilterStep {
     virtual void addOptions(CLI::App& command) = 0;
 
     /// One filter, or several that are applied in this order. Throws for parameters that no plane
-    /// takes, and for files that cannot be read.
-    virtual ChainRecipe recipe() const = 0;
+    /// takes, for files that cannot be read, and for pictures of more than `maxPixels` pels.
+    virtual ChainRecipe recipe(long maxPixels) const = 0;
 
     /// The files that it reads.
     virtual std::vector<std::string> inputs() const { return {}; }

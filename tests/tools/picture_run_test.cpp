@@ -80,7 +80,7 @@ TEST_F(ManyPictures, AreDoneOrReportedEach) {
     EXPECT_EQ(outcome.exitCode, 1);
     EXPECT_EQ(outcome.out, "2 of 5 pictures done, 3 failed\n");
     EXPECT_EQ(outcome.err,
-              "mvfreq: text.png: Not a PNG file\n"
+              "mvfreq: text.png: Not a PNG, JPEG, TIFF, BMP or PNM file\n"
               "mvfreq: missing.png: No such file or directory\n"
               "mvfreq: folder.png: Is a directory\n");
     EXPECT_TRUE(fs::exists(path("results/8-8.png")));
