@@ -16,6 +16,7 @@
 #include "filter_commands.h"
 #include "filter_view.h"
 #include "numbers.h"
+#include "peaks_command.h"
 #include "picture_run.h"
 #include "printable.h"
 #include "spectrum.h"
@@ -228,6 +229,7 @@ Work readCommandLine(int argc, char** argv) {
         addView(app, work);
         addExplore(app, work);
         addSuggest(app, work);
+        addPeaks(app, work);
         addInfo(app, work);
     }
     try {

@@ -13,7 +13,7 @@ namespace {
 
 constexpr const char* kCommands[] = {"bandpass", "bandreject", "gabor",    "gaborreject",
                                      "convolve", "apply",      "spectrum", "view",
-                                     "explore",  "suggest",    "info"};
+                                     "explore",  "suggest",    "peaks",    "info"};
 
 using CommandLine = ProgramTest;
 

@@ -25,10 +25,10 @@ class Shell : public ProgramTest {
 };
 
 TEST_F(Shell, CompletesCommands) {
-    EXPECT_EQ(
-        completions("mvfreq ''"),
-        "bandpass bandreject gabor gaborreject convolve apply spectrum view explore suggest info "
-        "--help --version\n");
+    EXPECT_EQ(completions("mvfreq ''"),
+              "bandpass bandreject gabor gaborreject convolve apply spectrum view explore suggest "
+              "peaks info "
+              "--help --version\n");
     EXPECT_EQ(completions("mvfreq ban"), "bandpass bandreject\n");
 }
 
@@ -64,7 +64,7 @@ TEST_F(Shell, HasAManualPageOfAllCommandsAndOptions) {
         printed("'" MVFREQ_SHELL "/make_man_page.sh' '" MVFREQ_PROGRAM "' /dev/stdout");
     EXPECT_EQ(page.rfind(".TH MVFREQ 1 ", 0), 0u);
     for (const char* command : {"bandpass", "bandreject", "gabor", "gaborreject", "convolve",
-                                "apply", "spectrum", "view", "suggest", "info"}) {
+                                "apply", "spectrum", "view", "suggest", "peaks", "info"}) {
         EXPECT_NE(page.find(std::string(".SS mvfreq ") + command + "\n"), std::string::npos);
     }
     for (const char* text :

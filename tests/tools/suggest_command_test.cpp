@@ -146,4 +146,41 @@ TEST_F(Suggest, ProposesLobesAcrossADirection) {
     EXPECT_EQ(words[4], "90");
 }
 
+using Peaks = Suggest;
+
+// The line that is printed for a wave takes it out of the picture.
+TEST_F(Peaks, AreRemovedByTheirLines) {
+    writePng(
+        path("wave.png"), greyPng(256, 256, 8, [](long x, long y) {
+            return std::lround(128 + 40 * std::cos(kTurn * static_cast<double>(3 * x + y) / 29));
+        }));
+    const std::string json = succeed({"peaks", "--json", "wave.png"}).out;
+    std::smatch parts;
+    const std::regex object(
+        R"re("frequency": ([\d.]+), "angle": ([\d.-]+), .*"arguments": \[(.*)\])re");
+    ASSERT_TRUE(std::regex_search(json, parts, object)) << json;
+    EXPECT_NEAR(std::stod(parts[1]), std::sqrt(10) / 29, 0.001);
+    EXPECT_NEAR(std::stod(parts[2]), 18.4, 0.2);
+    const std::string words = parts[3];
+    Arguments line;
+    const std::regex word(R"re("([^"]*)")re");
+    for (std::sregex_iterator at(words.begin(), words.end(), word), end; at != end; ++at) {
+        line.push_back((*at)[1]);
+    }
+    const PngFile clean = filtered(line, "wave.png");
+    for (long at = 64; at < 192; ++at) EXPECT_NEAR(clean.at(at, 256 - at), 128, 3) << at;
+}
+
+TEST_F(Peaks, AreListedInATable) {
+    writePng(path("flat.png"), greyPng(64, 64, 8, [](long, long) { return 9; }));
+    EXPECT_EQ(succeed({"peaks", "flat.png"}).out, "No wave stands out of its surroundings.\n");
+    EXPECT_EQ(succeed({"peaks", "--json", "flat.png"}).out, "[]\n");
+    writePng(path("cloth.png"), cloth(128));
+    const std::string table = succeed({"peaks", "cloth.png"}).out;
+    EXPECT_EQ(table.rfind("  period  frequency    angle  strength  over surroundings  line\n", 0),
+              0u);
+    EXPECT_NE(table.find("mvfreq gaborreject --frequency 0.202 --angle 45 "), std::string::npos)
+        << table;
+}
+
 }  // namespace

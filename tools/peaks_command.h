@@ -1,0 +1,9 @@
+// The strongest waves of a picture.
+#pragma once
+
+#include <CLI/CLI.hpp>
+
+#include "work.h"
+
+/// Adds peaks, which sets `work` when it is chosen.
+void addPeaks(CLI::App& app, Work& work);
