@@ -2,12 +2,12 @@
 #include <emscripten/bind.h>
 #include <emscripten/val.h>
 #include <suggest/suggest.h>
+#include <suggest/windowed_spectrum.h>
 
 #include <algorithm>
 #include <limits>
 
 #include "session.h"
-#include "suggest/windowed_spectrum.h"
 #include "tools/failure.h"
 #include "tools/logarithmic_pels.h"
 
