@@ -15,8 +15,8 @@ using FilterList = std::span<const mvFrequencyFilter* const>;
 class FilterChain {
   public:
     void add(std::unique_ptr<const mvFrequencyFilter> filter) {
-        list_.push_back(filter.get());
         filters_.push_back(std::move(filter));
+        list_.push_back(filters_.back().get());
     }
 
     FilterList list() const { return list_; }
