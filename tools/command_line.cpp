@@ -178,7 +178,7 @@ void requireOwnWords(const CLI::App& app) {
     const std::vector<std::string> unknown = app.remaining(true);
     if (unknown.empty()) return;
     const std::string& word = unknown.front();
-    const std::string name = word.substr(0, word.starts_with("--") ? word.find('=') : word.npos);
+    const std::string name = word.starts_with("--") ? word.substr(0, word.find('=')) : word;
     throw BadArgument(name + (app.get_subcommands().empty()
                                   ? ": is no filter that `then` can follow"
                                   : ": before `then` stand only a filter and its own "

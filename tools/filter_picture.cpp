@@ -104,9 +104,9 @@ class FilterRun {
     // How often a channel is filtered.
     long calls() const {
         const long channels = std::ssize(picture_.channels);
-        const long phases = options_.hasPhases() ? (options_.withSign ? 1 : 2) : 0;
+        const long parts = options_.hasPhases() ? (options_.withSign ? 1 : 2) : 0;
         const long searches = options_.find.isAsked() ? channels : 0;
-        return searches + phases + (isSpreadTogether() ? 2 * channels - 1 : channels);
+        return searches + parts + (isSpreadTogether() ? 2 * channels - 1 : channels);
     }
 
     bool isSpreadTogether() const { return options_.rescale && picture_.isColour(); }
