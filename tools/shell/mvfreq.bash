@@ -3,7 +3,7 @@
 _mvfreq_commands() { mvfreq --help | sed -n '/^Subcommands:/,/^$/s/^  \([a-z]\+\) .*/\1/p'; }
 
 # Those that may stand behind `then`.
-_mvfreq_filters() { _mvfreq_commands | grep -vx -e spectrum -e view -e explore -e suggest -e info; }
+_mvfreq_filters() { _mvfreq_commands | grep -vx -e spectrum -e view -e explore -e suggest -e peaks -e info; }
 
 _mvfreq_options() { mvfreq "$1" --help | sed -n 's/^  \(-h,\)\?\(--[a-z-]\+\).*/\2/p'; }
 
