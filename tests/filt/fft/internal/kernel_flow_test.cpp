@@ -10,11 +10,13 @@
 
 #include "reference/fft/kernel.h"
 #include "support/compare.h"
+#include "support/kernel_paths.h"
 #include "support/random_planes.h"
 
 namespace {
 
 using reference::Plane;
+using support::onEveryPath;
 using support::randomPlane;
 
 struct Size {
@@ -130,15 +132,6 @@ Plane writtenPlane(const Plane& plane, long rows, bool real) {
         RowsOf(plane, rows, real).write(y, &written.at(0, y).re);
     }
     return written;
-}
-
-template <class Check>
-void onEveryPath(Check check) {
-    for (const mvi::KernelPath* path : mvi::KernelPathList()) {
-        if (!path->isSupported()) continue;
-        SCOPED_TRACE(path->name);
-        check(*path);
-    }
 }
 
 template <class Check>

@@ -17,6 +17,7 @@
 #include "reference/fft/kernel.h"
 #include "support/attention.h"
 #include "support/compare.h"
+#include "support/kernel_paths.h"
 #include "support/random_planes.h"
 #include "support/sanitizers.h"
 
@@ -25,6 +26,7 @@ namespace {
 using reference::Plane;
 using support::paddedSizes;
 using support::randomPlane;
+using support::supportedPaths;
 
 struct Band {
     int low;
@@ -96,15 +98,6 @@ Plane asRealInput(Plane plane) {
 
 std::string sizeOf(const Plane& plane) {
     return std::to_string(plane.width) + " x " + std::to_string(plane.height);
-}
-
-// The paths that this processor has.
-std::vector<const mvi::KernelPath*> supportedPaths() {
-    std::vector<const mvi::KernelPath*> paths;
-    for (const mvi::KernelPath* path : mvi::KernelPathList()) {
-        if (path->isSupported()) paths.push_back(path);
-    }
-    return paths;
 }
 
 // transform(path) has the expected bits on every path.

@@ -11,6 +11,8 @@
 #include <cstring>
 #include <vector>
 
+#include "support/kernel_paths.h"
+
 namespace {
 
 using Size = mvPair<long>;
@@ -65,8 +67,7 @@ bool expectTheBitsOfThreeCalls(Size size, const mvFrequencyFilter& filter) {
     if (half == nullptr) return false;
     const auto picture = somePicture(size);
     const auto expected = byThreeCalls(picture, filter);
-    for (const mvi::KernelPath* path : mvi::KernelPathList()) {
-        if (!path->isSupported()) continue;
+    for (const mvi::KernelPath* path : support::supportedPaths()) {
         EXPECT_TRUE(areTheSame(expected, byHalfAPlane(picture, *half, *path))) << path->name;
     }
     return true;

@@ -16,6 +16,8 @@
 #include <string>
 #include <vector>
 
+#include "support/kernel_paths.h"
+
 namespace {
 
 using mvi::kClearedGain;
@@ -125,8 +127,7 @@ template <class T>
 void expectBitsOf(const std::vector<float>& expected, const std::vector<T>& pels, Size image,
                   const mvi::SpectrumFilter& filter, mvPair<long> columns) {
     const Size size = filter.size();
-    for (const mvi::KernelPath* path : mvi::KernelPathList()) {
-        if (!path->isSupported()) continue;
+    for (const mvi::KernelPath* path : support::supportedPaths()) {
         SCOPED_TRACE(std::string(path->name) + ' ' + std::to_string(image.x) + " x " +
                      std::to_string(image.y) + " in " + std::to_string(size.x) + " x " +
                      std::to_string(size.y));
@@ -277,8 +278,7 @@ TEST(FilteredPlane, ClearsWhatIsInfinite) {
 TEST(FilteredPlane, GivesSquaresAsWell) {
     const auto gains = evenGains({64, 64}, 20, 20, 41);
     const auto pels = randomPels<unsigned char>(64 * 64, 43);
-    for (const mvi::KernelPath* path : mvi::KernelPathList()) {
-        if (!path->isSupported()) continue;
+    for (const mvi::KernelPath* path : support::supportedPaths()) {
         mvi::FilteredPlane plane(gains.half, *path);
         plane.forward<unsigned char>(64, 64, [&](long y) { return pels.data() + 64 * y; });
         std::vector<double> magnitudes(64 * 64);

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "support/attention.h"
+#include "support/kernel_paths.h"
 #include "support/random_planes.h"
 
 namespace {
@@ -74,8 +75,7 @@ Results<P> byThePlane(const Case& c, const mvi::KernelPath& path) {
 
 template <class P>
 void expectThoseOfThePlane(const Case& c) {
-    for (const mvi::KernelPath* path : mvi::KernelPathList()) {
-        if (!path->isSupported()) continue;
+    for (const mvi::KernelPath* path : support::supportedPaths()) {
         SCOPED_TRACE(std::string(path->name) + ", " + std::to_string(c.size.x) + " x " +
                      std::to_string(c.size.y));
         const auto expected = byThePlane<P>(c, *path), found = byResults<P>(c, *path);

@@ -1,5 +1,4 @@
 // Conversions between pels and elements: their definition, one value at a time, on every path.
-#include <filt/fft/internal/kernel/path.h>
 #include <internal/bit_cast.h>
 
 #include <gtest/gtest.h>
@@ -11,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "support/kernel_paths.h"
 #include "support/random_planes.h"
 
 namespace {
@@ -24,14 +24,13 @@ constexpr float kInfinity = std::numeric_limits<float>::infinity();
 constexpr float kNaN = std::numeric_limits<float>::quiet_NaN();
 
 template <class Check>
-void onEveryPath(Check check) {
-    for (const mvi::KernelPath* path : mvi::KernelPathList()) {
-        if (!path->isSupported()) continue;
+void onEveryRun(Check check) {
+    support::onEveryPath([&](const mvi::KernelPath& path) {
         for (long count = 0; count <= kLongest; ++count) {
-            SCOPED_TRACE(std::string(path->name) + ", " + std::to_string(count));
-            check(*path, count);
+            SCOPED_TRACE(count);
+            check(path, count);
         }
-    }
+    });
 }
 
 // Elements whose magnitudes go from 0 to beyond the range of 16 bits, ties among them.
@@ -83,7 +82,7 @@ using PelTypes = testing::Types<unsigned char, unsigned short, double>;
 TYPED_TEST_SUITE(PelRuns, PelTypes);
 
 TYPED_TEST(PelRuns, MakeRealsAndElementsOfPels) {
-    onEveryPath([](const mvi::KernelPath& path, long count) {
+    onEveryRun([](const mvi::KernelPath& path, long count) {
         const auto n = static_cast<std::size_t>(count);
         const auto re = support::randomImage<TypeParam>(count + 1, 1, 3).pels;
         const auto im = support::randomImage<TypeParam>(count + 1, 1, 4).pels;
@@ -101,7 +100,7 @@ TYPED_TEST(PelRuns, MakeRealsAndElementsOfPels) {
 }
 
 TYPED_TEST(PelRuns, RoundScaledMagnitudes) {
-    onEveryPath([](const mvi::KernelPath& path, long count) {
+    onEveryRun([](const mvi::KernelPath& path, long count) {
         const auto n = static_cast<std::size_t>(count);
         for (const float scale : {1.0F, 0.25F, 1.0F / 1048576}) {
             const auto elements = someElements(count, 5);
@@ -117,7 +116,7 @@ TYPED_TEST(PelRuns, RoundScaledMagnitudes) {
 }
 
 TYPED_TEST(PelRuns, MapScaledMagnitudes) {
-    onEveryPath([](const mvi::KernelPath& path, long count) {
+    onEveryRun([](const mvi::KernelPath& path, long count) {
         const auto n = static_cast<std::size_t>(count);
         for (const float factor : {1.0F, -3.5F, 255.0F, kInfinity, kNaN}) {
             const auto elements = someElements(count, 6);
@@ -134,7 +133,7 @@ TYPED_TEST(PelRuns, MapScaledMagnitudes) {
 }
 
 TEST(Mirrored, ConjugatesInReverseOrder) {
-    onEveryPath([](const mvi::KernelPath& path, long count) {
+    onEveryRun([](const mvi::KernelPath& path, long count) {
         const auto n = static_cast<std::size_t>(count);
         const auto elements = someElements(count, 8);
         std::vector<float> out(2 * n + 2, 7.0F);
@@ -149,7 +148,7 @@ TEST(Mirrored, ConjugatesInReverseOrder) {
 }
 
 TEST(SquareRange, GrowsByAllButNaNs) {
-    onEveryPath([](const mvi::KernelPath& path, long count) {
+    onEveryRun([](const mvi::KernelPath& path, long count) {
         const auto elements = someElements(count, 9);
         float least = 2.0F, greatest = 3.0F;
         for (std::size_t i = 0; i < static_cast<std::size_t>(count); ++i) {

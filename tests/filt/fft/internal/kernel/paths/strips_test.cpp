@@ -1,6 +1,4 @@
 // Results of columns, as many columns at a time as a path has lanes.
-#include <filt/fft/internal/kernel/path.h>
-
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -9,7 +7,11 @@
 #include <numeric>
 #include <vector>
 
+#include "support/kernel_paths.h"
+
 namespace {
+
+using support::onEveryPath;
 
 using Floats = std::vector<float>;
 
@@ -23,15 +25,6 @@ std::vector<T> stripOf(const mvi::KernelPath& path, const Floats& elements, floa
     const std::int32_t first = 0;
     path.strips<T>().panelToStrip(panel.data(), &first, 1, scale, strip.data(), scratch.data());
     return strip;
-}
-
-template <class Check>
-void onEveryPath(Check check) {
-    for (const mvi::KernelPath* path : mvi::KernelPathList()) {
-        if (!path->isSupported()) continue;
-        SCOPED_TRACE(path->name);
-        check(*path);
-    }
 }
 
 Floats repeated(const Floats& values, long lanes) {
