@@ -21,14 +21,8 @@ struct PlaneChoice {
     long planes;         // and how many there are
 };
 
-/// Chooses the plane for a picture, each axis by itself: the smallest side in which the picture has
-/// its border, or that of the tiles it is cut into.
-///
-/// A mirror needs the margin at either end: what is given, else the filter's reach, but at most a
-/// quarter of the side. Sides go up to --tile, or without it to 1024; to 2048 where that saves
-/// tiles: for a margin above 256 pels, and for one plane in place of three tiles or more. Throws
-/// BadArgument for a margin that leaves nothing of a tile, and for tiles of filters that have their
-/// plane.
+/// Chooses the plane for a picture, each axis by itself, as mvPlaneAxis does. Throws BadArgument
+/// for a margin that leaves nothing of a tile, and for tiles of filters that have their plane.
 PlaneChoice choosePlane(const mv_PelBuffer& picture, const PlaneNeeds& needs,
                         const PlaneOptions& options);
 inline PlaneChoice choosePlane(const mv_PelBuffer& picture, const FilterRecipe& recipe,
