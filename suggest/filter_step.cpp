@@ -7,6 +7,7 @@
 #include <locale>
 #include <numbers>
 #include <sstream>
+#include <utility>
 
 namespace {
 
@@ -53,15 +54,6 @@ const Command& commandOf(mvFilterKind kind) {
     return kCommands.at(static_cast<std::size_t>(kind));
 }
 
-std::unique_ptr<mvFrequencyFilter> build(const mvFilterStep& step, mvPair<long> plane) {
-    return commandOf(step.kind).build(step, plane);
-}
-
-mvFilterStep mirrored(mvFilterStep step) {
-    step.degrees += 180;
-    return step;
-}
-
 void add(std::vector<std::string>& words, const char* option, double value) {
     words.insert(words.end(), {option, mfNumberText(value)});
 }
@@ -103,20 +95,34 @@ std::string mfNumberText(double value) {
     return digits;
 }
 
-std::vector<std::unique_ptr<mvFrequencyFilter>> mfBuildFilters(
-    const std::vector<mvFilterStep>& steps, mvPair<long> plane) {
-    std::vector<std::unique_ptr<mvFrequencyFilter>> filters;
-    for (const mvFilterStep& step : steps) {
-        filters.push_back(build(step, plane));
-        if (step.bothSides) filters.push_back(build(mirrored(step), plane));
+std::vector<mvFilterStep> mfSingleSteps(const std::vector<mvFilterStep>& steps) {
+    std::vector<mvFilterStep> single;
+    for (mvFilterStep step : steps) {
+        const bool hasMirror = std::exchange(step.bothSides, false);
+        single.push_back(step);
+        if (!hasMirror) continue;
+        step.degrees += 180;
+        single.push_back(step);
     }
-    return filters;
+    return single;
 }
 
+std::unique_ptr<mvFrequencyFilter> mfBuildFilter(const mvFilterStep& step, mvPair<long> plane) {
+    return commandOf(step.kind).build(step, plane);
+}
+
+mvFilterChain mfBuildFilters(const std::vector<mvFilterStep>& steps, mvPair<long> plane) {
+    mvFilterChain chain;
+    for (const mvFilterStep& step : mfSingleSteps(steps)) chain.add(mfBuildFilter(step, plane));
+    return chain;
+}
+
+// A radius above 0 has its room in the plane of the picture, which is not known here.
 mvPair<long> mfFiltersReach(const std::vector<mvFilterStep>& steps) {
     mvPair<long> sum;
-    for (const mvFilterStep& step : steps) {
-        const mvPair<long> reach = mfFilterReach(*build(step, {64, 64}));
+    for (mvFilterStep step : mfSingleSteps(steps)) {
+        step.dcRadius = std::min(step.dcRadius, 0l);
+        const mvPair<long> reach = mfFilterReach(*mfBuildFilter(step, {64, 64}));
         sum = {sum.x + reach.x, sum.y + reach.y};
     }
     return sum;

@@ -1,11 +1,11 @@
 // One filter as numbers: what a proposal consists of.
 #pragma once
 
-#include <filt/freqfilt.h>
-
 #include <memory>
 #include <string>
 #include <vector>
+
+#include "filter_chain.h"
 
 /// The commands of the program that build a filter from numbers.
 enum class mvFilterKind { bandPass, bandReject, gabor, gaborReject };
@@ -26,12 +26,17 @@ struct mvFilterStep {
     friend bool operator==(const mvFilterStep&, const mvFilterStep&) = default;
 };
 
-/// The filters for planes of a padded size, in the order in which they are applied: one for each
-/// step, two for one with both sides. Throws what the constructors of the filters throw.
-std::vector<std::unique_ptr<mvFrequencyFilter>> mfBuildFilters(
-    const std::vector<mvFilterStep>& steps, mvPair<long> plane);
+/// The steps that are one filter each: a step with both sides becomes its two lobes.
+std::vector<mvFilterStep> mfSingleSteps(const std::vector<mvFilterStep>& steps);
 
-/// How far the filters reach in a picture, in pels; the plane changes nothing in it.
+/// The filter of a single step for planes of a padded size. Throws what its constructor throws.
+std::unique_ptr<mvFrequencyFilter> mfBuildFilter(const mvFilterStep& step, mvPair<long> plane);
+
+/// The filters of all single steps, in the order in which they are applied.
+mvFilterChain mfBuildFilters(const std::vector<mvFilterStep>& steps, mvPair<long> plane);
+
+/// How far the filters reach in a picture, in pels, one after the other; the plane changes nothing
+/// in it. Throws for parameters that no plane takes.
 mvPair<long> mfFiltersReach(const std::vector<mvFilterStep>& steps);
 
 /// What stands between `mvfreq` and the names of input and output: commands and their options, with

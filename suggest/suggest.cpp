@@ -7,8 +7,10 @@
 #include <utility>
 
 #include "internal/filter_search.h"
+#include "internal/filtered_pictures.h"
 #include "internal/good_pictures.h"
 #include "internal/remarks.h"
+#include "internal/strong_waves.h"
 #include "internal/whole_pictures.h"
 #include "program_plane.h"
 
@@ -66,38 +68,69 @@ class Proposals {
 
     std::vector<mvSuggestion> find() {
         if (radii_.empty()) return {};
-        mvi::FilterSearch search(windows_, picture_, {radii_, options_.direction},
-                                 [this] { progress_.advance(); });
-        const std::size_t finalists = whole_.finalists();
-        progress_.expect(search.tries() + kWholeTries * finalists * radii_.size());
-        search.tryAll();
-        std::vector<mvSuggestion> found;
-        for (const double radius : radii_) {
-            mvSuggestion best = bestOf(search.best(bumpOf(radius, options_), finalists), radius);
-            if (std::isfinite(best.levels)) found.push_back(std::move(best));
+        const std::vector<mvFilterStep> waves = mvi::strongWaves(windows_.front(), radii_);
+        mvi::FilterSearch search = searchBehind({});
+        if (waves.empty()) {
+            progress_.expect(steps(search));
+            return finished(bestOfAll(search, {}));
         }
-        progress_.finish();
-        return found;
+        mvi::FilterSearch behind = searchBehind(waves);
+        progress_.expect(steps(search) + steps(behind));
+        const std::vector<mvSuggestion> alone = bestOfAll(search, {});
+        return finished(better(alone, bestOfAll(behind, waves)));
     }
 
   private:
     // A whole picture takes as long as so many tries on tiles.
     static constexpr std::size_t kWholeTries = 20;
 
-    mvSuggestion bestOf(const std::vector<mvi::Scored>& finalists, double radius) {
+    // Several filters must be worth their line, and that a wave is not quite as regular elsewhere.
+    static constexpr double kWorthIt = 0.8;
+
+    mvi::FilterSearch searchBehind(const std::vector<mvFilterStep>& waves) {
+        const std::vector<DoubleView> pictures =
+
+            waves.empty()
+                ? windows_
+                : mvi::filtered(windows_, waves, mfProgramPlane(picture_, mfFiltersReach(waves)));
+        return {pictures, picture_, {radii_, options_.direction, waves}, [this] {
+                    progress_.advance();
+                }};
+    }
+
+    std::size_t steps(const mvi::FilterSearch& search) const {
+        return search.tries() + kWholeTries * whole_.finalists() * radii_.size();
+    }
+
+    // For each radius the best filter behind those that remove waves.
+    std::vector<mvSuggestion> bestOfAll(mvi::FilterSearch& search,
+                                        const std::vector<mvFilterStep>& waves) {
+        search.tryAll();
+        std::vector<mvSuggestion> found;
+        for (const double radius : radii_) {
+            found.push_back(
+                bestOf(search.best(bumpOf(radius, options_), whole_.finalists()), waves, radius));
+        }
+        return found;
+    }
+
+    mvSuggestion bestOf(const std::vector<mvi::Scored>& finalists,
+                        const std::vector<mvFilterStep>& waves, double radius) {
         mvSuggestion best;
         for (const mvi::Scored& finalist : finalists) {
-            mvSuggestion next = measured(finalist.step, radius);
+            std::vector<mvFilterStep> steps = mvi::wavesWithin(waves, finalist.step);
+            steps.push_back(finalist.step);
+            mvSuggestion next = measured(steps, radius);
             if (best.steps.empty() || next.levels < best.levels) best = std::move(next);
             progress_.advance(kWholeTries);
         }
         return best;
     }
 
-    mvSuggestion measured(const mvFilterStep& step, double radius) {
+    mvSuggestion measured(const std::vector<mvFilterStep>& steps, double radius) {
         mvSuggestion found;
         found.radius = radius;
-        found.steps = {step};
+        found.steps = steps;
         found.plane = mfProgramPlane(picture_, mfFiltersReach(found.steps));
         found.answer =
             whole_.answer(found.steps, bumpOf(radius, options_), options_.direction.value_or(0));
@@ -105,6 +138,22 @@ class Proposals {
         found.levels = found.answer > kLeastAnswer ? kStandsOut * found.background / found.answer
                                                    : std::numeric_limits<double>::infinity();
         found.arguments = mfFilterArguments(found.steps);
+        return found;
+    }
+
+    static std::vector<mvSuggestion> better(std::vector<mvSuggestion> alone,
+                                            const std::vector<mvSuggestion>& behind) {
+        for (std::size_t at = 0; at < alone.size(); ++at) {
+            if (behind[at].levels < kWorthIt * alone[at].levels) alone[at] = behind[at];
+        }
+        return alone;
+    }
+
+    std::vector<mvSuggestion> finished(std::vector<mvSuggestion> found) {
+        std::erase_if(found, [](const mvSuggestion& each) {
+            return each.steps.empty() || !std::isfinite(each.levels);
+        });
+        progress_.finish();
         return found;
     }
 

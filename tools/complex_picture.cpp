@@ -18,7 +18,7 @@ mvFrequencyFilterImage quarterTurn(mvPair<long> size) {
 }
 
 // The turn adds nothing to the margin.
-mvPair<long> marginOf(FilterList filters, mvPair<long> given) {
+mvPair<long> marginOf(mvFilterList filters, mvPair<long> given) {
     if (given.x != -1) return given;
     const mvPair<long> reach = mfFilterReach(filters), plane = mfFilterPlane(filters);
     return {std::min(reach.x, plane.x / 4), std::min(reach.y, plane.y / 4)};
@@ -38,7 +38,7 @@ mvPelBuffer<U> pelsLike(const mv_PelBuffer& image, Make make) {
 }  // namespace
 
 template <class T>
-mvPelBuffer<double> realPart(const mvPelBuffer_const<T>& picture, FilterList filters,
+mvPelBuffer<double> realPart(const mvPelBuffer_const<T>& picture, mvFilterList filters,
                              mvFilterImageOptions options) {
     mvPelBuffer<double> part;
     options.result = mvFilterResult::real;
@@ -47,19 +47,19 @@ mvPelBuffer<double> realPart(const mvPelBuffer_const<T>& picture, FilterList fil
 }
 
 template <class T>
-mvPelBuffer<double> imaginaryPart(const mvPelBuffer_const<T>& picture, FilterList filters,
+mvPelBuffer<double> imaginaryPart(const mvPelBuffer_const<T>& picture, mvFilterList filters,
                                   mvFilterImageOptions options) {
     options.margin = marginOf(filters, options.margin);
     const mvFrequencyFilterImage turn = quarterTurn(mfFilterPlane(filters));
     std::vector<const mvFrequencyFilter*> turned(filters.begin(), filters.end());
     turned.push_back(&turn);
-    return realPart(picture, FilterList(turned), options);
+    return realPart(picture, mvFilterList(turned), options);
 }
 
-#define PARTS_OF(T)                                                                     \
-    template mvPelBuffer<double> realPart(const mvPelBuffer_const<T>&, FilterList,      \
-                                          mvFilterImageOptions);                        \
-    template mvPelBuffer<double> imaginaryPart(const mvPelBuffer_const<T>&, FilterList, \
+#define PARTS_OF(T)                                                                       \
+    template mvPelBuffer<double> realPart(const mvPelBuffer_const<T>&, mvFilterList,      \
+                                          mvFilterImageOptions);                          \
+    template mvPelBuffer<double> imaginaryPart(const mvPelBuffer_const<T>&, mvFilterList, \
                                                mvFilterImageOptions);
 PARTS_OF(unsigned char)
 PARTS_OF(unsigned short)

@@ -1,18 +1,16 @@
 // A filtered picture with its signs.
 #pragma once
 
-#include <filt/freqfilt.h>
-
-#include "filter_chain.h"
+#include <suggest/filter_chain.h>
 
 /// The real part of what mfFilterImage makes of a picture.
 template <class T>
-mvPelBuffer<double> realPart(const mvPelBuffer_const<T>& picture, FilterList filters,
+mvPelBuffer<double> realPart(const mvPelBuffer_const<T>& picture, mvFilterList filters,
                              mvFilterImageOptions options);
 
 /// The imaginary part, which is all but zero for filters that treat both sides of DC alike.
 template <class T>
-mvPelBuffer<double> imaginaryPart(const mvPelBuffer_const<T>& picture, FilterList filters,
+mvPelBuffer<double> imaginaryPart(const mvPelBuffer_const<T>& picture, mvFilterList filters,
                                   mvFilterImageOptions options);
 
 /// The angles of complex pels as bytes: 0 to 255 for a full turn.

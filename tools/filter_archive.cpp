@@ -9,16 +9,16 @@
 #include "input_file.h"
 #include "output_file.h"
 
-void saveFilters(OutputFile& file, FilterList filters) {
+void saveFilters(OutputFile& file, mvFilterList filters) {
     std::ostringstream bytes;
     mvArchive archive(bytes);
     for (const mvFrequencyFilter* filter : filters) archive.storePointer(filter);
     file.write(bytes.str());
 }
 
-FilterChain loadFilters(const std::string& path) {
+mvFilterChain loadFilters(const std::string& path) {
     std::ifstream file = openInput(path);
-    FilterChain chain;
+    mvFilterChain chain;
     try {
         mvArchive archive(file);
         do {

@@ -218,7 +218,7 @@ class FilterRun {
     const bool hadFewLevels_;
     const FilterOptions& options_;
     const PlaneChoice choice_;
-    const FilterList filters_;
+    const mvFilterList filters_;
     const mvFilterImageOptions image_;
     Values real_;
 };

@@ -129,7 +129,7 @@ class Curve {
 void mark(const Canvas& spectrum, const mvFilterStep& step) {
     const double middle = static_cast<double>(spectrum.width()) / 2;
     const double length = step.frequency * static_cast<double>(spectrum.width());
-    const bool isLobe = step.kind == mvFilterKind::gabor;
+    const bool isLobe = step.kind != mvFilterKind::bandPass;
     const int dots = std::clamp(static_cast<int>(length), 12, 720);
     for (int i = 0; i < dots; ++i) {
         const double turn = 2 * std::numbers::pi * i / dots;
@@ -144,7 +144,9 @@ void mark(const Canvas& spectrum, const mvFilterStep& step) {
 Canvas spectrumWith(const mvPelBuffer<double>& picture, const std::vector<mvSuggestion>& filters) {
     beginStage("transforming", windowedSpectrumPolls(picture));
     const Canvas shown = logarithmicPels(windowedSpectrum(picture));
-    for (const mvSuggestion& each : filters) mark(shown, each.steps.back());
+    for (const mvSuggestion& each : filters) {
+        for (const mvFilterStep& step : mfSingleSteps(each.steps)) mark(shown, step);
+    }
     const auto side = static_cast<double>(shown.width());
     return withAxes(shown, {side, side});
 }

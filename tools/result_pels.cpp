@@ -6,7 +6,7 @@
 namespace {
 
 template <class U, class T>
-mvPelBuffer<U> filtered(const mvPelBuffer_const<T>& picture, FilterList filters,
+mvPelBuffer<U> filtered(const mvPelBuffer_const<T>& picture, mvFilterList filters,
                         const mvFilterImageOptions& image) {
     mvPelBuffer<U> result;
     mfFilterImage(picture, filters, result, image);
@@ -16,7 +16,7 @@ mvPelBuffer<U> filtered(const mvPelBuffer_const<T>& picture, FilterList filters,
 }  // namespace
 
 template <class T>
-mvPelBuffer<T> magnitudePels(const mvPelBuffer_const<T>& picture, FilterList filters,
+mvPelBuffer<T> magnitudePels(const mvPelBuffer_const<T>& picture, mvFilterList filters,
                              const mvFilterImageOptions& image, std::optional<double> percent) {
     if (percent.value_or(100) < 100) {
         const mvPelBuffer<double> values = filtered<double>(picture, filters, image);
@@ -27,8 +27,8 @@ mvPelBuffer<T> magnitudePels(const mvPelBuffer_const<T>& picture, FilterList fil
     return filtered<T>(picture, filters, withRange);
 }
 
-#define MAGNITUDES_OF(T)                                                           \
-    template mvPelBuffer<T> magnitudePels(const mvPelBuffer_const<T>&, FilterList, \
+#define MAGNITUDES_OF(T)                                                             \
+    template mvPelBuffer<T> magnitudePels(const mvPelBuffer_const<T>&, mvFilterList, \
                                           const mvFilterImageOptions&, std::optional<double>);
 MAGNITUDES_OF(unsigned char)
 MAGNITUDES_OF(unsigned short)

@@ -1,11 +1,12 @@
 // The filters of a run, built once for each plane.
 #pragma once
 
+#include <suggest/filter_chain.h>
+
 #include <map>
 #include <mutex>
 #include <utility>
 
-#include "filter_chain.h"
 #include "filter_recipe.h"
 
 /// Filters that are built when the first picture of their plane comes, and then used by all
@@ -18,7 +19,7 @@ class SharedFilters {
     const ChainRecipe& recipe() const { return recipe_; }
     const PlaneNeeds& needs() const { return needs_; }
 
-    FilterList get(mvPair<long> plane) {
+    mvFilterList get(mvPair<long> plane) {
         const std::lock_guard lock(mutex_);
         const auto [chain, isNew] = chains_.try_emplace({plane.x, plane.y});
         if (isNew) chain->second = made(plane);
@@ -26,8 +27,8 @@ class SharedFilters {
     }
 
   private:
-    FilterChain made(mvPair<long> plane) const {
-        FilterChain chain;
+    mvFilterChain made(mvPair<long> plane) const {
+        mvFilterChain chain;
         for (const FilterRecipe& filter : recipe_) chain.add(filter.make(plane));
         return chain;
     }
@@ -35,5 +36,5 @@ class SharedFilters {
     const ChainRecipe recipe_;
     const PlaneNeeds needs_;
     std::mutex mutex_;
-    std::map<std::pair<long, long>, FilterChain> chains_;
+    std::map<std::pair<long, long>, mvFilterChain> chains_;
 };

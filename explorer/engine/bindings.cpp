@@ -16,6 +16,9 @@ using emscripten::val;
 
 namespace {
 
+// The kinds of filters count as in mvFilterKind; this one is behind them.
+constexpr int kConvolution = 4;
+
 // A copy of pels in the page's memory, without the gaps between rows.
 template <class T>
 val copyOf(const mvPelBuffer_const<T>& picture, const char* type) {
@@ -62,13 +65,24 @@ val shown(const mvPelBuffer<unsigned short>& picture) {
 }
 
 FilterSettings settingsOf(const val& from) {
+    const int kind = from["kind"].as<int>();
+    if (kind == kConvolution) return {.isConvolution = true};
     const auto number = [&](const char* name) { return from[name].as<double>(); };
-    return {.kind = static_cast<FilterKind>(from["kind"].as<int>()),
-            .frequency = number("frequency"),
-            .degrees = number("angle"),
-            .sigma = {number("sigma"), number("sigmaAcross")},
-            .plateau = {number("plateau"), number("plateauAcross")},
-            .dcRadius = from["dcRadius"].as<long>()};
+    return {.step = {.kind = static_cast<mvFilterKind>(kind),
+                     .frequency = number("frequency"),
+                     .sigma = number("sigma"),
+                     .plateau = number("plateau"),
+                     .degrees = number("angle"),
+                     .sigmaAcross = number("sigmaAcross"),
+                     .plateauAcross = number("plateauAcross"),
+                     .dcRadius = from["dcRadius"].as<long>(),
+                     .bothSides = from["bothSides"].as<bool>()}};
+}
+
+std::vector<FilterSettings> filtersOf(const val& settings) {
+    std::vector<FilterSettings> filters;
+    for (const val& each : settings["filters"]) filters.push_back(settingsOf(each));
+    return filters;
 }
 
 ResultWish wishOf(const val& from) {
@@ -152,11 +166,11 @@ class Engine {
         });
     }
 
-    // Builds the filter and cuts the picture; gives the plane and the tiles.
+    // Builds the filters and cuts the picture; gives the plane and the tiles.
     val begin(const val& settings) {
         return guarded([&] {
             const ResultWish wish = wishOf(settings);
-            const FilterRecipe recipe = recipeOf(settingsOf(settings), kernel_);
+            const ChainRecipe recipe = recipeOf(filtersOf(settings), kernel_);
             drop();
             std::visit([&](const auto& picture) { prepare(picture.first(), recipe, wish); },
                        picture_);
@@ -184,7 +198,7 @@ class Engine {
 
     val gains(long side) const {
         return guarded([&] {
-            const mvPelBuffer<unsigned char> picture = shownGains(*filter_, side);
+            const mvPelBuffer<unsigned char> picture = shownGains(filters_.list(), side);
             val result = val::object();
             result.set("width", picture.width());
             result.set("height", picture.height());
@@ -209,7 +223,7 @@ class Engine {
 
     val archive() const {
         return guarded([&] {
-            const std::string bytes = archiveOf(*filter_);
+            const std::string bytes = archiveOf(filters_.list());
             const val copy = val::global("Uint8Array").new_(bytes.size());
             copy.call<void>(
                 "set", typed_memory_view(bytes.size(),
@@ -244,17 +258,18 @@ class Engine {
         return from(samples, width, height, channels);
     }
 
-    // The work refers to picture and filter: it goes first.
+    // The work refers to picture and filters: it goes first.
     void drop() {
         work_ = std::unique_ptr<TileWork<unsigned char>>();
-        filter_.reset();
+        filters_ = {};
     }
 
     template <class T>
-    void prepare(const mvPelBuffer<T>& pels, const FilterRecipe& recipe, const ResultWish& wish) {
+    void prepare(const mvPelBuffer<T>& pels, const ChainRecipe& recipe, const ResultWish& wish) {
         const PlaneOptions options{.border = wish.border};
-        filter_ = recipe.make(choosePlane(pels, recipe, options).plane);
-        work_ = std::make_unique<TileWork<T>>(pels, *filter_, wish);
+        const mvPair<long> plane = choosePlane(pels, needsOf(recipe), options).plane;
+        for (const FilterRecipe& filter : recipe) filters_.add(filter.make(plane));
+        work_ = std::make_unique<TileWork<T>>(pels, filters_.list(), wish);
     }
 
     val plan() const {
@@ -271,7 +286,7 @@ class Engine {
             }
         };
         std::visit(add, work_);
-        const mvPair<long> plane = mfFilterPlane(*filter_);
+        const mvPair<long> plane = mfFilterPlane(filters_.list());
         val result = val::object();
         result.set("planeWidth", plane.x);
         result.set("planeHeight", plane.y);
@@ -281,7 +296,7 @@ class Engine {
 
     Picture picture_;
     std::optional<Kernel> kernel_;
-    std::unique_ptr<mvFrequencyFilter> filter_;
+    mvFilterChain filters_;
     std::variant<std::unique_ptr<TileWork<unsigned char>>,
                  std::unique_ptr<TileWork<unsigned short>>>
         work_;

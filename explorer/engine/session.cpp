@@ -1,65 +1,17 @@
-// What the page asks of the library: one picture, one filter, one result.
+// What the page asks of the library: one picture, some filters, one result.
 #include "session.h"
 
 #include <base/archive.h>
 
 #include <algorithm>
-#include <cmath>
-#include <numbers>
 #include <sstream>
 
 #include "tools/failure.h"
+#include "tools/filter_gains.h"
 #include "tools/luma.h"
-#include "tools/size_text.h"
+#include "tools/step_recipe.h"
 
 namespace {
-
-// The square around DC has its room in every plane.
-long radiusWithin(long radius, mvPair<long> plane) {
-    const long most = std::max(std::min(plane.x, plane.y) / 2, 1l);
-    if (radius <= most) return radius;
-    throw BadArgument("DC radius: at most " + std::to_string(most) + " fits a plane of " +
-                      sizeText(plane));
-}
-
-template <class Filter>
-std::unique_ptr<mvFrequencyFilter> ring(const FilterSettings& of, mvPair<long> plane, long radius) {
-    return std::make_unique<Filter>(of.sigma.x, of.plateau.x, of.frequency, plane, radius);
-}
-
-template <class Filter>
-std::unique_ptr<mvFrequencyFilter> lobe(const FilterSettings& of, mvPair<long> plane, long radius) {
-    return std::make_unique<Filter>(of.sigma, of.plateau,
-                                    mvRadian(of.degrees * std::numbers::pi / 180), of.frequency,
-                                    plane, radius);
-}
-
-std::unique_ptr<mvFrequencyFilter> built(const FilterSettings& of, mvPair<long> plane,
-                                         long radius) {
-    switch (of.kind) {
-        case FilterKind::bandPass:
-            return ring<mvFrequencyFilterBandPass>(of, plane, radius);
-        case FilterKind::bandReject:
-            return ring<mvFrequencyFilterBandReject>(of, plane, radius);
-        case FilterKind::gabor:
-            return lobe<mvFrequencyFilterGabor>(of, plane, radius);
-        default:
-            return lobe<mvFrequencyFilterGaborReject>(of, plane, radius);
-    }
-}
-
-FilterRecipe convolution(const Kernel& kernel) {
-    const mvPair<long> least = kernel.leastPlane();
-    return {[kernel](mvPair<long> plane) { return kernel.filter(plane); },
-            mfFilterReach(*kernel.filter(least)), least};
-}
-
-// A plane of ones: what a filter makes of it is its gains.
-mvFrequencyBuffer onesOf(mvPair<long> size) {
-    mvPelBuffer<double> ones(size.x, size.y);
-    mfPelSet(ones, 1.0);
-    return {ones, mvPelBuffer<double>(size.x, size.y)};
-}
 
 // The largest of each block of `step` by `step`, so that no narrow lobe falls between two of them.
 mvPelBuffer<double> largestOfBlocks(const mvPelBuffer_const<double>& gains, mvPair<long> step) {
@@ -72,15 +24,6 @@ mvPelBuffer<double> largestOfBlocks(const mvPelBuffer_const<double>& gains, mvPa
         }
     }
     return blocks;
-}
-
-double largest(const mvPelBuffer<double>& image) {
-    double most = 0;
-    for (long y = 0; y < image.height(); ++y) {
-        const double* row = image.pointToRow(y);
-        most = std::max(most, *std::max_element(row, row + image.width()));
-    }
-    return most;
 }
 
 }  // namespace
@@ -100,33 +43,31 @@ mvPelBuffer<T> greyPicture(const T* samples, long width, long height, long chann
 template mvPelBuffer<unsigned char> greyPicture(const unsigned char*, long, long, long);
 template mvPelBuffer<unsigned short> greyPicture(const unsigned short*, long, long, long);
 
-FilterRecipe recipeOf(const FilterSettings& settings, const std::optional<Kernel>& kernel) {
-    if (settings.kind == FilterKind::convolve) {
-        if (!kernel) throw BadArgument("Choose the picture of the weights");
-        return convolution(*kernel);
+ChainRecipe recipeOf(const std::vector<FilterSettings>& settings,
+                     const std::optional<Kernel>& kernel) {
+    ChainRecipe chain;
+    for (const FilterSettings& filter : settings) {
+        if (filter.isConvolution) {
+            if (!kernel) throw BadArgument("Choose the picture of the weights");
+            chain.push_back(recipeOf(*kernel));
+            continue;
+        }
+        const ChainRecipe more = recipeOf(filter.step, "DC radius");
+        chain.insert(chain.end(), more.begin(), more.end());
     }
-    const auto make = [settings](mvPair<long> plane) {
-        return built(settings, plane, radiusWithin(settings.dcRadius, plane));
-    };
-    return {make, mfFilterReach(*built(settings, {64, 64}, std::min(settings.dcRadius, 0l)))};
+    return chain;
 }
 
-mvPelBuffer<unsigned char> shownGains(const mvFrequencyFilter& filter, long side) {
-    const mvPair<long> plane = mfFilterPlane(filter);
-    mvFrequencyBuffer buffer = onesOf(plane);
-    filter.apply(buffer);
+mvPelBuffer<unsigned char> shownGains(mvFilterList filters, long side) {
+    const mvPair<long> plane = mfFilterPlane(filters);
     const mvPair<long> step(std::max(plane.x / side, 1l), std::max(plane.y / side, 1l));
-    const mvPelBuffer<double> gains = largestOfBlocks(buffer.getMagnitudeImage(true), step);
-    return mfFrequencyMapImage(gains, mvFrequencyDefs::eMapRange, 0, largest(gains));
+    return gainPels(largestOfBlocks(gainsOf(filters), step));
 }
 
-// An archive takes what it could also load: a copy that may change.
-std::string archiveOf(const mvFrequencyFilter& filter) {
-    const std::unique_ptr<mvFrequencyFilter> copy(filter.clone());
+std::string archiveOf(mvFilterList filters) {
     std::ostringstream bytes;
     mvArchive archive(bytes);
-    mvPersistent* object = copy.get();
-    archive || object;
+    for (const mvFrequencyFilter* filter : filters) archive.storePointer(filter);
     return bytes.str();
 }
 

@@ -1,26 +1,20 @@
-// What the page asks of the library: one picture, one filter, one result.
+// What the page asks of the library: one picture, some filters, one result.
 #pragma once
 
-#include <filt/freqfilt.h>
+#include <suggest/filter_step.h>
 
-#include <memory>
 #include <optional>
 #include <string>
-#include <variant>
 #include <vector>
 
 #include "tile_work.h"
 #include "tools/kernel_filter.h"
 #include "tools/picture.h"
 
-enum class FilterKind { bandPass, bandReject, gabor, gaborReject, convolve };
-
-/// The numbers beside the picture, in the units of the command line.
+/// One of the filters: by numbers, or the weights that were chosen.
 struct FilterSettings {
-    FilterKind kind = FilterKind::bandPass;
-    double frequency = 0, degrees = 0;
-    mvPair<double> sigma{}, plateau{};
-    long dcRadius = 0;
+    bool isConvolution = false;
+    mvFilterStep step{};
 };
 
 /// A picture of `channels` interleaved samples a pel, the first three of which are colours, as the
@@ -28,14 +22,16 @@ struct FilterSettings {
 template <class T>
 mvPelBuffer<T> greyPicture(const T* samples, long width, long height, long channels);
 
-/// The filter of the settings, to be built for any plane. A convolution needs weights.
-FilterRecipe recipeOf(const FilterSettings& settings, const std::optional<Kernel>& kernel);
+/// The filters of the settings, applied in turn, to be built for any plane. A convolution needs
+/// weights.
+ChainRecipe recipeOf(const std::vector<FilterSettings>& settings,
+                     const std::optional<Kernel>& kernel);
 
-/// The gains of a filter, centred, at most `side` by `side`: 255 is the largest.
-mvPelBuffer<unsigned char> shownGains(const mvFrequencyFilter& filter, long side);
+/// The gains of filters, centred, at most `side` by `side`: 255 is the largest.
+mvPelBuffer<unsigned char> shownGains(mvFilterList filters, long side);
 
-/// A filter as the bytes of an archive, for `mvfreq apply`.
-std::string archiveOf(const mvFrequencyFilter& filter);
+/// Filters as the bytes of an archive, for `mvfreq apply`.
+std::string archiveOf(mvFilterList filters);
 
 /// A picture of half the size, each pel the mean of four.
 mvPelBuffer<unsigned char> halved(const mvPelBuffer_const<unsigned char>& picture);

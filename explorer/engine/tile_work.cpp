@@ -54,13 +54,13 @@ long TileAxis::length(long at) const {
 }
 
 template <class T>
-TileWork<T>::TileWork(const mvPelBuffer_const<T>& picture, const mvFrequencyFilter& filter,
+TileWork<T>::TileWork(const mvPelBuffer_const<T>& picture, mvFilterList filters,
                       const ResultWish& wish)
     : picture_(picture),
-      filter_(filter),
+      filters_(filters),
       wish_(wish),
-      x_(picture.width(), mfFilterPlane(filter).x, mfFilterReach(filter).x, wish.border),
-      y_(picture.height(), mfFilterPlane(filter).y, mfFilterReach(filter).y, wish.border),
+      x_(picture.width(), mfFilterPlane(filters).x, mfFilterReach(filters).x, wish.border),
+      y_(picture.height(), mfFilterPlane(filters).y, mfFilterReach(filters).y, wish.border),
       done_(static_cast<std::size_t>(tiles())) {
     if (isTogether()) return;
     if (isPlain()) {
@@ -115,7 +115,7 @@ void TileWork<T>::takeTile(long at, mvPelBuffer<U>& result) {
     const PelArea from{x_.from(column), y_.from(row), x_.isWhole ? x_.pels : x_.plane,
                        y_.isWhole ? y_.pels : y_.plane};
     mvPelBuffer<U> filtered;
-    mfFilterImage(laid(from), filter_, filtered, options());
+    mfFilterImage(laid(from), filters_, filtered, options());
     const mvPelBuffer<U> part = filtered.window(to.x - from.x, to.y - from.y, to.width, to.height);
     for (long y = 0; y < to.height; ++y) {
         std::copy_n(part.pointToRow(y), to.width, result.pointToRow(to.y + y) + to.x);
@@ -127,9 +127,9 @@ void TileWork<T>::workTogether() {
     mvFilterImageOptions all = options();
     all.margin = {-1, -1};
     if (wish_.withSign) {
-        mfFilterImage(picture_, filter_, values_, all);
+        mfFilterImage(picture_, filters_, values_, all);
     } else {
-        plain_ = magnitudePels(picture_, filter_, all, wish_.percent);
+        plain_ = magnitudePels(picture_, filters_, all, wish_.percent);
     }
 }
 
@@ -148,7 +148,7 @@ void TileWork<T>::work(long at) {
 // The whole range, as the picture call spreads it: magnitudes are floats.
 template <class T>
 mvPelBuffer<T> TileWork<T>::spread() const {
-    Range range(mfFilterPlane(filter_));
+    Range range(mfFilterPlane(filters_));
     mvPelBuffer<T> result(picture_.width(), picture_.height());
     const auto visit = [&](auto each) {
         for (long at = 0; at < tiles(); ++at) {

@@ -1,7 +1,7 @@
 // A picture filtered tile by tile, in any order, with the bits of the one call.
 #pragma once
 
-#include <filt/freqfilt.h>
+#include <suggest/filter_chain.h>
 
 #include <vector>
 
@@ -10,7 +10,7 @@
 
 /// One axis of a picture as the picture call cuts it.
 struct TileAxis {
-    /// For `pels` of the picture and the plane that the filter was built for.
+    /// For `pels` of the picture and the plane that the filters were built for.
     TileAxis(long pels, long plane, long reach, mvBorder border);
 
     /// The pels of the picture that tile number `at` is laid from; some may lie outside of it.
@@ -39,13 +39,12 @@ struct PelArea {
     long x, y, width, height;
 };
 
-/// The work of one filter on one picture, in tiles that can be taken in any order.
+/// The work of filters on one picture, in tiles that can be taken in any order.
 template <class T>
 class TileWork {
   public:
-    /// The picture and the filter must outlive the work.
-    TileWork(const mvPelBuffer_const<T>& picture, const mvFrequencyFilter& filter,
-             const ResultWish& wish);
+    /// The picture and the filters must outlive the work.
+    TileWork(const mvPelBuffer_const<T>& picture, mvFilterList filters, const ResultWish& wish);
 
     /// How many pieces there are: the tiles, or the picture where these are few. The one call does
     /// less work for all of them, since it knows what of them is not asked for.
@@ -80,7 +79,7 @@ class TileWork {
     mvPelBuffer<T> spread() const;
 
     const mvPelBuffer_const<T> picture_;
-    const mvFrequencyFilter& filter_;
+    const mvFilterList filters_;
     const ResultWish wish_;
     const TileAxis x_, y_;
     mvPelBuffer<T> plain_;        // what needs no range

@@ -4,7 +4,7 @@ from __future__ import annotations
 
 import math
 import warnings
-from typing import Any, List, NamedTuple, Optional, Sequence
+from typing import Any, List, NamedTuple, Optional, Sequence, Union
 
 from . import _core
 
@@ -16,13 +16,13 @@ class Suggestion(NamedTuple):
 
     radius: float
     levels: float
-    filter: _core.FrequencyFilter
+    filter: Union[_core.FrequencyFilter, List[_core.FrequencyFilter]]
     arguments: List[str]
 
 
 Suggestion.radius.__doc__ = "Of the soft spot, or of the scratch across, in pels."
 Suggestion.levels.__doc__ = "How much brighter or darker than the surface it must be to stand out threefold."
-Suggestion.filter.__doc__ = "The filter, for filter_image()."
+Suggestion.filter.__doc__ = "For filter_image(): a filter, or a list of them that are applied in turn."
 Suggestion.arguments.__doc__ = "What stands between mvfreq and the names of input and output."
 
 
@@ -57,7 +57,7 @@ def suggest(
     images is a picture of the surface without defects, or a list of them: arrays of uint8, uint16,
     float32 or float64, or PelBuffers. A soft spot of radius r is a bump exp(-d**2 / (2 * r**2)). The
     filter is the ring whose answer to it stands out most from the 99.9 % quantile of what the
-    surface itself answers. direction, in radians as the angle of a lobe, proposes lobes for
+    surface itself answers, behind rejected lobes where waves of the surface drown it. direction, in radians as the angle of a lobe, proposes lobes for
     scratches across it: 0 for vertical ones, pi / 2 for horizontal ones.
 
     Raises ValueError for pictures that show no surface: flat, tiny, overexposed. Warns of radii that
@@ -76,7 +76,10 @@ def suggest(
         raise ValueError(refusal)
     for remark in remarks:
         warnings.warn(remark, stacklevel=2)
-    return [Suggestion(*each) for each in found]
+    return [
+        Suggestion(radius, levels, filters if len(filters) > 1 else filters[0], arguments)
+        for radius, levels, filters, arguments in found
+    ]
 
 
 def peaks(image: Any, *, most: int = 12) -> List[Peak]:

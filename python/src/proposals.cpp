@@ -40,13 +40,15 @@ double whiteOf(const Image& image) {
 
 py::list pythonFilters(const std::vector<mvFilterStep>& steps, mvPair<long> plane) {
     py::list list;
-    for (const auto& filter : mfBuildFilters(steps, plane)) list.append(pythonFilter(*filter));
+    for (const mvFilterStep& step : mfSingleSteps(steps)) {
+        list.append(pythonFilter(*mfBuildFilter(step, plane)));
+    }
     return list;
 }
 
 py::tuple described(const mvSuggestion& each) {
-    const py::list filters = pythonFilters(each.steps, each.plane);
-    return py::make_tuple(each.radius, each.levels, filters[0], py::cast(each.arguments));
+    return py::make_tuple(each.radius, each.levels, pythonFilters(each.steps, each.plane),
+                          py::cast(each.arguments));
 }
 
 // The proposals, why there are none, and remarks.

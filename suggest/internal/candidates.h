@@ -8,10 +8,12 @@
 
 namespace mvi {
 
-/// What is asked for: the radii, and the direction of lobes; rings without one.
+/// What is asked for: the radii, and the direction of lobes; rings without one. The pictures have
+/// been through the filters `before` already, which the program applies in the same plane.
 struct SearchedFor {
     std::vector<double> radii;
-    std::optional<double> direction;
+    std::optional<double> direction{};
+    std::vector<mvFilterStep> before{};
 };
 
 /// Filters spread over frequencies, widths and plateaus that may suit one of the radii, with a DC

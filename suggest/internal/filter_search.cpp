@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "../program_plane.h"
+#include "filtered_pictures.h"
 
 namespace {
 
@@ -17,7 +18,8 @@ constexpr double kLeastAnswer = 0.01;
 constexpr std::size_t kStarts = 3, kRefined = 2, kTriesForARadius = 70;
 
 // Fine filters are tried on small tiles, whose planes stay in a processor's cache. What is filtered
-// with them and dropped is more than all but the narrowest of these filters reach.
+// with them and dropped is more than all but the narrowest of these filters reach. Their bins are
+// too wide for a square around DC: it is cleared from whole pictures before.
 constexpr long kSmallSide = 256, kSmallMargin = 32;
 
 // The rest on planes as the program takes them, of which only the lowest frequencies are kept.
@@ -52,11 +54,19 @@ long scaleFor(const mvFilterStep& step, mvPair<long> plane, long pels) {
     return scale;
 }
 
+bool isLarge(mvPair<long> plane) {
+    return std::min(plane.x, plane.y) > kSmallSide;
+}
+
 }  // namespace
 
 mvi::FilterSearch::FilterSearch(const std::vector<DoubleView>& pictures, mvPair<long> picture,
                                 const SearchedFor& wanted, std::function<void()> advance)
-    : pictures_(pictures), picture_(picture), wanted_(wanted), advance_(std::move(advance)) {
+    : pictures_(pictures),
+      picture_(picture),
+      wanted_(wanted),
+      reachBefore_(mfFiltersReach(wanted.before)),
+      advance_(std::move(advance)) {
     for (const DoubleView& each : pictures_) pels_ += each.width() * each.height();
     for (const mvFilterStep& step : coarseFilters(wanted_)) {
         const mvPair<long> plane = planeFor(step);
@@ -72,21 +82,44 @@ std::size_t mvi::FilterSearch::tries() const {
 }
 
 mvi::TileLayout mvi::FilterSearch::layoutFor(const mvFilterStep& step) const {
-    const mvPair<long> reach = mfFiltersReach({step});
-    const mvPair<long> plane = mfProgramPlane(picture_, reach);
+    const mvPair<long> reach = reachOf(step), plane = mfProgramPlane(picture_, reach);
     const long scale = scaleFor(step, plane, pels_);
-    if (scale == 1 && step.dcRadius <= 1) return {smallAxis(picture_.x), smallAxis(picture_.y), 1};
+    if (scale == 1 && (step.dcRadius <= 1 || isLarge(plane))) {
+        return {smallAxis(picture_.x), smallAxis(picture_.y), 1};
+    }
     return {programAxis(picture_.x, reach.x, plane.x), programAxis(picture_.y, reach.y, plane.y),
             scale};
 }
 
-mvi::SearchTiles& mvi::FilterSearch::tilesFor(const TileLayout& layout, Fineness fineness) {
-    const auto at = tiles_.find({layout, fineness});
+mvi::FilterSearch::Square mvi::FilterSearch::squareOf(const mvFilterStep& step) const {
+    const mvPair<long> plane = planeFor(step);
+    const bool isCleared = step.dcRadius > 1 && isLarge(plane) && scaleFor(step, plane, pels_) == 1;
+    return isCleared ? Square(step.dcRadius, plane.x, plane.y) : Square();
+}
+
+// The pictures, or what a filter that lets all but the square through leaves of them.
+const std::vector<mvi::DoubleView>& mvi::FilterSearch::picturesFor(const mvFilterStep& step) {
+    const Square square = squareOf(step);
+    if (square == Square()) return pictures_;
+    const auto [at, isNew] = cleared_.try_emplace(square);
+    if (isNew) {
+        const mvFilterStep others{.sigma = 1, .plateau = 1, .dcRadius = step.dcRadius};
+        const mvPair<long> plane = planeFor(step), reach = reachOf(step);
+        at->second = filtered(pictures_, {others}, plane,
+                              {std::min(reach.x, plane.x / 4), std::min(reach.y, plane.y / 4)});
+    }
+    return at->second;
+}
+
+mvi::SearchTiles& mvi::FilterSearch::tilesFor(const mvFilterStep& step, Fineness fineness) {
+    const TileLayout layout = layoutFor(step);
+    const std::tuple key(layout, squareOf(step), fineness);
+    const auto at = tiles_.find(key);
     if (at != tiles_.end()) return at->second;
     // Large tiles make up for their number.
     const long pels = layout.x.side * layout.y.side / (layout.scale * layout.scale);
     const long most = std::max(kTiles[fineness] * kSmallSide * kSmallSide / pels, 2l);
-    return tiles_.try_emplace({layout, fineness}, pictures_, layout, most, answers()).first->second;
+    return tiles_.try_emplace(key, picturesFor(step), layout, most, answers()).first->second;
 }
 
 // A bump in a black picture of which one tile is all.
@@ -111,8 +144,13 @@ double mvi::FilterSearch::answerOf(const mvFilterStep& step, const Bump& bump, F
     return spotAnswer(step, bump, planeFor(step));
 }
 
+mvPair<long> mvi::FilterSearch::reachOf(const mvFilterStep& step) const {
+    const mvPair<long> own = mfFiltersReach({step});
+    return {reachBefore_.x + own.x, reachBefore_.y + own.y};
+}
+
 mvPair<long> mvi::FilterSearch::planeFor(const mvFilterStep& step) const {
-    return mfProgramPlane(picture_, mfFiltersReach({step}));
+    return mfProgramPlane(picture_, reachOf(step));
 }
 
 double mvi::FilterSearch::background(const mvFilterStep& step, Fineness fineness) {
@@ -120,7 +158,9 @@ double mvi::FilterSearch::background(const mvFilterStep& step, Fineness fineness
     const auto [at, isNew] = known_[fineness].try_emplace(key);
     if (isNew) {
         advance_();
-        at->second = tilesFor(layoutFor(step), fineness).background(step);
+        mvFilterStep left = step;
+        if (squareOf(step) != Square()) left.dcRadius = 0;
+        at->second = tilesFor(step, fineness).background(left);
     }
     return at->second;
 }

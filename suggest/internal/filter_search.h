@@ -39,12 +39,17 @@ class FilterSearch {
   private:
     enum Fineness { coarse, fine };
     using Key = std::tuple<double, double, double, double, long>;
+    using Square = std::tuple<long, long, long>;  // a DC radius in a plane; 0 for none
+
+    Square squareOf(const mvFilterStep& step) const;
 
     TileLayout layoutFor(const mvFilterStep& step) const;
     Answers answers() const { return wanted_.direction ? Answers::complex : Answers::real; }
-    SearchTiles& tilesFor(const TileLayout& layout, Fineness fineness);
+    const std::vector<DoubleView>& picturesFor(const mvFilterStep& step);
+    SearchTiles& tilesFor(const mvFilterStep& step, Fineness fineness);
     SearchTiles& bumpFor(const TileLayout& layout, const Bump& bump);
     double answerOf(const mvFilterStep& step, const Bump& bump, Fineness fineness);
+    mvPair<long> reachOf(const mvFilterStep& step) const;
     mvPair<long> planeFor(const mvFilterStep& step) const;
     double background(const mvFilterStep& step, Fineness fineness);
     Scored score(const mvFilterStep& step, const Bump& bump, Fineness fineness);
@@ -56,8 +61,10 @@ class FilterSearch {
     long pels_ = 0;
     mvPair<long> picture_;
     SearchedFor wanted_;
+    mvPair<long> reachBefore_;
     std::function<void()> advance_;
-    std::map<std::pair<TileLayout, Fineness>, SearchTiles> tiles_;
+    std::map<Square, std::vector<DoubleView>> cleared_;
+    std::map<std::tuple<TileLayout, Square, Fineness>, SearchTiles> tiles_;
     std::map<std::pair<TileLayout, double>, SearchTiles> bumps_;
     std::vector<mvFilterStep> coarse_;
     std::map<Key, double> known_[2];

@@ -153,9 +153,9 @@ double mvi::SearchTiles::unscaled(double magnitude) const {
 template <class Each>
 void mvi::SearchTiles::visit(const mvFilterStep& step, Each each) {
     const mvPair<long> size = planes_.front().spectrum.size();
-    const auto filters = mfBuildFilters({atScale(step, layout_.scale)}, size);
+    const auto filter = mfBuildFilter(atScale(step, layout_.scale), size);
     for (const Plane& plane : planes_) {
-        filters.front()->apply(plane.spectrum, filtered_);
+        filter->apply(plane.spectrum, filtered_);
         mfInverseFFT(filtered_, results_[0], results_[1], true);
         visit(plane, each);
     }

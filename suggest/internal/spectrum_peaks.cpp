@@ -31,22 +31,13 @@ double decibels(double naturalLogarithm) {
     return 10 * naturalLogarithm / std::numbers::ln10;
 }
 
-double largest(const DoubleView& image) {
-    double most = 0;
-    for (long y = 0; y < image.height(); ++y) {
-        const double* row = image.pointToRow(y);
-        for (long x = 0; x < image.width(); ++x) most = std::max(most, std::abs(row[x]));
-    }
-    return most;
-}
-
 // The logarithms of the powers, and quick sums over rectangles of them.
 class LogPower {
   public:
     explicit LogPower(const DoubleImage& magnitudes)
         : values_(magnitudes.width(), magnitudes.height()),
           sums_(magnitudes.width() + 1, magnitudes.height() + 1) {
-        const double least = 1e-9 * largest(magnitudes) + 1e-300;
+        const double least = 1e-9 * mvi::largestSize(magnitudes) + 1e-300;
         for (long y = 0; y < side(); ++y) {
             mvi::pollRow(y);
             fillRow(magnitudes.pointToRow(y), y, least);
@@ -116,7 +107,8 @@ class Search {
           pels_(pelsOf(picture.width()) * pelsOf(picture.height())),
           line_(std::lround(kLine * static_cast<double>(logs_.side()) /
                             std::min(pelsOf(picture.width()), pelsOf(picture.height())))),
-          least_(kLeastPart * std::max(largest(magnitudes_), 0.01 * pels_ * largest(picture))) {}
+          least_(kLeastPart * std::max(mvi::largestSize(magnitudes_),
+                                       0.01 * pels_ * mvi::largestSize(picture))) {}
 
     std::vector<SpectrumPeak> find(long most) {
         const long middle = logs_.side() / 2;

@@ -17,15 +17,6 @@ long inOnePlane(long n, long reach, long side) {
     return isWhole ? n : side - 2 * std::min(reach, side / 4);
 }
 
-double largest(const mvi::DoubleImage& image) {
-    double most = 0;
-    for (long y = 0; y < image.height(); ++y) {
-        const double* row = image.pointToRow(y);
-        most = std::max(most, *std::max_element(row, row + image.width()));
-    }
-    return most;
-}
-
 }  // namespace
 
 mvi::WholePictures::WholePictures(std::vector<DoubleView> pictures, mvPair<long> first)
@@ -53,18 +44,18 @@ double mvi::WholePictures::answer(const std::vector<mvFilterStep>& steps, const 
     const mvPair<long> size(inOnePlane(first_.x, reach.x, plane.x),
                             inOnePlane(first_.y, reach.y, plane.y));
     DoubleImage result;
-    mfFilterImage(laidBump(bump, degrees, size), *mfBuildFilters(steps, plane).front(), result);
-    return largest(result);
+    mfFilterImage(laidBump(bump, degrees, size), mfBuildFilters(steps, plane).list(), result);
+    return largestSize(result);
 }
 
 double mvi::WholePictures::measured(const std::vector<mvFilterStep>& steps) const {
     const mvPair<long> plane = mfProgramPlane(first_, mfFiltersReach(steps));
-    const auto filters = mfBuildFilters(steps, plane);
+    const mvFilterChain filters = mfBuildFilters(steps, plane);
     std::vector<float> magnitudes;
     magnitudes.reserve(pels_);
     for (const DoubleView& picture : pictures_) {
         DoubleImage result;
-        mfFilterImage(picture, *filters.front(), result);
+        mfFilterImage(picture, filters.list(), result);
         for (long y = 0; y < result.height(); ++y) {
             const double* row = result.pointToRow(y);
             std::transform(row, row + result.width(), std::back_inserter(magnitudes),

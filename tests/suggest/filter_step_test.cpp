@@ -44,8 +44,8 @@ TEST(FilterStep, BuildsTheFilterOfItsNumbers) {
                                        .plateau = 0.01,
                                        .dcRadius = 2}},
                                      plane);
-    ASSERT_EQ(ring.size(), 1u);
-    const auto* built = dynamic_cast<const mvFrequencyFilterBandReject*>(ring.front().get());
+    ASSERT_EQ(ring.list().size(), 1u);
+    const auto* built = dynamic_cast<const mvFrequencyFilterBandReject*>(ring.list().front());
     ASSERT_NE(built, nullptr);
     EXPECT_TRUE(*built == mvFrequencyFilterBandReject(0.05, 0.01, 0.2, plane, 2));
 }
@@ -57,7 +57,7 @@ TEST(FilterStep, WithBothSidesIsTwoFilters) {
                             .degrees = 30,
                             .sigmaAcross = 0.05,
                             .bothSides = true};
-    EXPECT_EQ(mfBuildFilters({lobe, lobe}, {64, 64}).size(), 4u);
+    EXPECT_EQ(mfBuildFilters({lobe, lobe}, {64, 64}).list().size(), 4u);
     EXPECT_EQ(mfFilterArguments({lobe}).back(), "--both-sides");
 }
 
@@ -65,6 +65,21 @@ TEST(FilterStep, ReachesAsFarAsItsFiltersDo) {
     const mvPair<long> reach = mfFiltersReach({{.frequency = 0.03, .sigma = 0.012}});
     EXPECT_EQ(reach.x, 54);
     EXPECT_EQ(reach.y, 54);
+}
+
+// A chain cuts tiles by the reach of all its filters, of which both sides are two.
+TEST(FilterStep, WithBothSidesReachesTwice) {
+    mvFilterStep lobe{.kind = mvFilterKind::gaborReject,
+                      .frequency = 0.2,
+                      .sigma = 0.05,
+                      .degrees = 30,
+                      .sigmaAcross = 0.02,
+                      .dcRadius = 200};
+    const mvPair<long> once = mfFiltersReach({lobe});
+    lobe.bothSides = true;
+    EXPECT_EQ(mfFiltersReach({lobe}), mvPair<long>(2 * once.x, 2 * once.y));
+    const mvFilterChain filters = mfBuildFilters({lobe}, {512, 512});
+    EXPECT_EQ(mfFiltersReach({lobe}), mfFilterReach(filters.list()));
 }
 
 }  // namespace

@@ -3,25 +3,15 @@
 #include <suggest/peaks.h>
 
 #include <cmath>
-#include <numbers>
 #include <random>
+
+#include "images.h"
 
 namespace {
 
-using Image = mvPelBuffer<double>;
-
-constexpr double kTurn = 2 * std::numbers::pi;
-
-template <class Pel>
-Image imageOf(long width, long height, Pel pel) {
-    Image image(width, height);
-    for (long y = 0; y < height; ++y) {
-        for (long x = 0; x < width; ++x) {
-            image.pointToRow(y)[x] = pel(static_cast<double>(x), static_cast<double>(y));
-        }
-    }
-    return image;
-}
+using suggested::Image;
+using suggested::imageOf;
+using suggested::kTurn;
 
 struct Wave {
     double frequency, degrees, amplitude;
@@ -69,11 +59,8 @@ TEST(Peaks, AreGroupedWithTheirOvertones) {
 TEST(Peaks, AreRemovedByTheirFilters) {
     const Image before = picture({{0.11, 25, 30}}, 0);
     const mvPeak peak = mfPeaks(before).front();
-    std::vector<const mvFrequencyFilter*> list;
-    const auto filters = mfBuildFilters(peak.steps, {512, 512});
-    for (const auto& filter : filters) list.push_back(filter.get());
     Image after;
-    mfFilterImage(before, list, after);
+    mfFilterImage(before, mfBuildFilters(peak.steps, {512, 512}).list(), after);
     double most = 0;
     for (long y = 40; y < 260; ++y) {
         for (long x = 40; x < 360; ++x) most = std::max(most, std::abs(after.pel(x, y) - 128));

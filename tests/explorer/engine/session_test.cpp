@@ -5,15 +5,23 @@
 #include <gtest/gtest.h>
 #include <tools/failure.h>
 
+#include <numbers>
 #include <sstream>
+#include <utility>
 #include <vector>
 
 namespace {
 
 using Bytes = mvPelBuffer<unsigned char>;
 
-constexpr FilterSettings kRing{
-    .kind = FilterKind::bandPass, .frequency = 0.1, .sigma = {0.02, 0.02}};
+const FilterSettings kRing{
+    .step = {.kind = mvFilterKind::bandPass, .frequency = 0.1, .sigma = 0.02}};
+
+mvFilterChain built(const std::vector<FilterSettings>& settings, mvPair<long> plane) {
+    mvFilterChain chain;
+    for (const FilterRecipe& filter : recipeOf(settings, {})) chain.add(filter.make(plane));
+    return chain;
+}
 
 TEST(Session, WeighsColours) {
     const unsigned char rgb[] = {255, 0, 0, 9, 0, 255, 0, 9, 0, 0, 255, 9, 10, 20, 30, 9};
@@ -32,58 +40,67 @@ TEST(Session, TakesGreyAsItIsAndDropsAlpha) {
 }
 
 TEST(Session, BuildsEveryKindOfFilter) {
-    const std::vector<std::pair<FilterKind, std::unique_ptr<mvFrequencyFilter>>> expected = [] {
-        std::vector<std::pair<FilterKind, std::unique_ptr<mvFrequencyFilter>>> all;
-        const mvPair<double> s(0.02, 0.03), p(0.01, 0.004);
-        const mvRadian angle(30 * std::numbers::pi / 180);
-        const mvPair<long> size(128, 64);
-        using std::make_unique;
-        all.emplace_back(FilterKind::bandPass,
-                         make_unique<mvFrequencyFilterBandPass>(s.x, p.x, 0.1, size, 2));
-        all.emplace_back(FilterKind::bandReject,
-                         make_unique<mvFrequencyFilterBandReject>(s.x, p.x, 0.1, size, 2));
-        all.emplace_back(FilterKind::gabor,
-                         make_unique<mvFrequencyFilterGabor>(s, p, angle, 0.1, size, 2));
-        all.emplace_back(FilterKind::gaborReject,
-                         make_unique<mvFrequencyFilterGaborReject>(s, p, angle, 0.1, size, 2));
-        return all;
-    }();
+    using Kind = mvFilterKind;
+    const mvPair<double> s(0.02, 0.03), p(0.01, 0.004);
+    const mvRadian angle(30 * std::numbers::pi / 180);
+    const mvPair<long> size(128, 64);
+    const mvFrequencyFilterBandPass pass(s.x, p.x, 0.1, size, 2);
+    const mvFrequencyFilterBandReject reject(s.x, p.x, 0.1, size, 2);
+    const mvFrequencyFilterGabor lobe(s, p, angle, 0.1, size, 2);
+    const mvFrequencyFilterGaborReject notch(s, p, angle, 0.1, size, 2);
+    const std::pair<Kind, const mvFrequencyFilter*> expected[] = {{Kind::bandPass, &pass},
+                                                                  {Kind::bandReject, &reject},
+                                                                  {Kind::gabor, &lobe},
+                                                                  {Kind::gaborReject, &notch}};
     for (const auto& [kind, filter] : expected) {
-        const FilterSettings settings{.kind = kind,
-                                      .frequency = 0.1,
-                                      .degrees = 30,
-                                      .sigma = {0.02, 0.03},
-                                      .plateau = {0.01, 0.004},
-                                      .dcRadius = 2};
-        EXPECT_EQ(archiveOf(*recipeOf(settings, {}).make({128, 64})), archiveOf(*filter));
+        const FilterSettings settings{.step = {.kind = kind,
+                                               .frequency = 0.1,
+                                               .sigma = 0.02,
+                                               .plateau = 0.01,
+                                               .degrees = 30,
+                                               .sigmaAcross = 0.03,
+                                               .plateauAcross = 0.004,
+                                               .dcRadius = 2}};
+        const mvFrequencyFilter* const list[] = {filter};
+        EXPECT_EQ(archiveOf(built({settings}, size).list()), archiveOf(list));
     }
 }
 
+TEST(Session, AppliesFiltersInTurn) {
+    const FilterSettings notch{.step = {.kind = mvFilterKind::gaborReject,
+                                        .frequency = 0.2,
+                                        .sigma = 0.02,
+                                        .sigmaAcross = 0.02,
+                                        .bothSides = true}};
+    const ChainRecipe chain = recipeOf({notch, kRing}, {});
+    ASSERT_EQ(chain.size(), 3u);
+    EXPECT_EQ(needsOf(chain).reach, mvPair<long>(96, 96));
+}
+
 TEST(Session, KnowsHowFarAFilterReaches) {
-    EXPECT_EQ(recipeOf(kRing, {}).reach, mvPair<long>(32, 32));
+    EXPECT_EQ(recipeOf({kRing}, {}).front().reach, mvPair<long>(32, 32));
 }
 
 TEST(Session, NeedsWeightsForAConvolution) {
-    FilterSettings settings;
-    settings.kind = FilterKind::convolve;
+    const std::vector<FilterSettings> settings{{.isConvolution = true}};
     EXPECT_THROW(recipeOf(settings, {}), BadArgument);
     Bytes weights(3, 3);
     weights.pointToRow(1)[1] = 5;
     const FilterRecipe recipe =
-        recipeOf(settings, Kernel("weights", PictureOf<unsigned char>{{weights}}));
+        recipeOf(settings, Kernel("weights", PictureOf<unsigned char>{{weights}})).front();
     EXPECT_EQ(recipe.leastPlane, mvPair<long>(4, 4));
     EXPECT_EQ(mfFilterPlane(*recipe.make({16, 8})), mvPair<long>(16, 8));
 }
 
 TEST(Session, RefusesARadiusThatDoesNotFit) {
     FilterSettings settings = kRing;
-    settings.dcRadius = 33;
-    EXPECT_NO_THROW(recipeOf(settings, {}).make({128, 128}));
-    EXPECT_THROW(recipeOf(settings, {}).make({128, 64}), BadArgument);
+    settings.step.dcRadius = 33;
+    EXPECT_NO_THROW(built({settings}, {128, 128}));
+    EXPECT_THROW(built({settings}, {128, 64}), BadArgument);
 }
 
 TEST(Session, ShowsGainsWithDcInTheMiddle) {
-    const Bytes gains = shownGains(*recipeOf(kRing, {}).make({128, 64}), 64);
+    const Bytes gains = shownGains(built({kRing}, {128, 64}).list(), 64);
     ASSERT_EQ(gains.width(), 64);
     ASSERT_EQ(gains.height(), 64);
     EXPECT_EQ(gains.pel(32, 32), 0);
@@ -92,10 +109,14 @@ TEST(Session, ShowsGainsWithDcInTheMiddle) {
 }
 
 TEST(Session, StoresFiltersForTheProgram) {
-    const auto filter = recipeOf(kRing, {}).make({64, 64});
-    std::istringstream bytes(archiveOf(*filter));
+    const mvFilterChain filters = built({kRing, kRing}, {64, 64});
+    const std::string stored = archiveOf(filters.list());
+    std::istringstream bytes(stored);
     mvArchive archive(bytes);
-    EXPECT_EQ(archiveOf(*mfLoad<mvFrequencyFilter>(archive)), archiveOf(*filter));
+    const auto first = mfLoad<mvFrequencyFilter>(archive);
+    const auto second = mfLoad<mvFrequencyFilter>(archive);
+    const mvFrequencyFilter* const loaded[] = {first.get(), second.get()};
+    EXPECT_EQ(archiveOf(loaded), stored);
 }
 
 TEST(Session, HalvesPicturesOfAnySize) {

@@ -36,23 +36,32 @@ const mvFrequencyFilterGabor kLobe({.sigma = {0.1, 0.08},
                                     .frequency = 0.2,
                                     .size = {64, 32},
                                     .dcRadius = 1});
+const mvFrequencyFilterGabor kOtherLobe({.sigma = {0.1, 0.08},
+                                         .plateau = {0, 0},
+                                         .angle = mvRadian(0.5),
+                                         .frequency = 0.2,
+                                         .size = {64, 32},
+                                         .dcRadius = 1});
+
+using Filters = std::vector<const mvFrequencyFilter*>;
 
 struct Case {
     const char* name;
     mvPair<long> picture;
-    const mvFrequencyFilter& filter;
+    Filters filters;
     mvBorder border = mvBorder::mirror;
 };
 
-const Case kCases[] = {{"ManyTiles", {200, 300}, kRing},
-                       {"ManyTilesAndZeros", {200, 300}, kRing, mvBorder::zero},
-                       {"TilesAcrossOnly", {500, 40}, kRing},
-                       {"TilesAcrossOnlyAndZeros", {500, 64}, kRing, mvBorder::zero},
-                       {"TilesDownOnly", {40, 500}, kLobe},
-                       {"ManyTilesOfALobe", {300, 200}, kLobe},
-                       {"FewTiles", {60, 90}, kRing},
-                       {"OnePlane", {16, 30}, kRing},
-                       {"OnePel", {1, 1}, kLobe}};
+const Case kCases[] = {{"ManyTiles", {200, 300}, {&kRing}},
+                       {"ManyTilesAndZeros", {200, 300}, {&kRing}, mvBorder::zero},
+                       {"TilesAcrossOnly", {500, 40}, {&kRing}},
+                       {"TilesAcrossOnlyAndZeros", {500, 64}, {&kRing}, mvBorder::zero},
+                       {"TilesDownOnly", {40, 500}, {&kLobe}},
+                       {"ManyTilesOfALobe", {300, 200}, {&kLobe}},
+                       {"FewTiles", {60, 90}, {&kRing}},
+                       {"OnePlane", {16, 30}, {&kRing}},
+                       {"ManyTilesOfTwoFilters", {300, 200}, {&kLobe, &kOtherLobe}},
+                       {"OnePel", {1, 1}, {&kLobe}}};
 
 class TileWorks : public ::testing::TestWithParam<Case> {
   protected:
@@ -63,9 +72,9 @@ class TileWorks : public ::testing::TestWithParam<Case> {
 
     template <class T>
     void compareMagnitudes(std::optional<double> percent) {
-        const auto& [name, size, filter, border] = GetParam();
+        const auto& [name, size, filters, border] = GetParam();
         const mvPelBuffer<T> picture = noise<T>(size.x, size.y);
-        TileWork<T> work(picture, filter, {border, percent});
+        TileWork<T> work(picture, filters, {border, percent});
         workBackwards(work);
         mvPelBuffer<T> result;
         if constexpr (sizeof(T) == 1) {
@@ -74,17 +83,18 @@ class TileWorks : public ::testing::TestWithParam<Case> {
             result = work.words();
         }
         EXPECT_EQ(pelsOf(result),
-                  pelsOf(magnitudePels(picture, filter, {.border = border}, percent)));
+                  pelsOf(magnitudePels<T>(picture, filters, {.border = border}, percent)));
     }
 
     template <class T>
     void compareRealParts(std::optional<double> percent) {
-        const auto& [name, size, filter, border] = GetParam();
+        const auto& [name, size, filters, border] = GetParam();
         const mvPelBuffer<T> picture = noise<T>(size.x, size.y);
-        TileWork<T> work(picture, filter, {border, percent, true});
+        TileWork<T> work(picture, filters, {border, percent, true});
         workBackwards(work);
         mvPelBuffer<double> real;
-        mfFilterImage(picture, filter, real, {.border = border, .result = mvFilterResult::real});
+        mfFilterImage(picture, std::span(filters), real,
+                      {.border = border, .result = mvFilterResult::real});
         EXPECT_TRUE(work.isWide());
         EXPECT_EQ(pelsOf(work.words()), pelsOf(realPels(real, percent)));
     }
@@ -107,9 +117,9 @@ TEST_P(TileWorks, GiveTheOneCallsRealParts) {
 }
 
 TEST_P(TileWorks, CoverThePictureOnce) {
-    const auto& [name, size, filter, border] = GetParam();
+    const auto& [name, size, filters, border] = GetParam();
     const mvPelBuffer<unsigned char> picture(size.x, size.y);
-    const TileWork<unsigned char> work(picture, filter, {border, {}, false});
+    const TileWork<unsigned char> work(picture, filters, {border, {}, false});
     std::vector<int> covered(static_cast<std::size_t>(size.x * size.y));
     for (long at = 0; at < work.tiles(); ++at) {
         const PelArea part = work.area(at);
@@ -127,7 +137,8 @@ INSTANTIATE_TEST_SUITE_P(Of, TileWorks, ::testing::ValuesIn(kCases),
 
 TEST(TileWork, IsBlackWhereNoTileIsDone) {
     const mvPelBuffer<unsigned char> picture = noise<unsigned char>(200, 300);
-    TileWork<unsigned char> work(picture, kRing, {mvBorder::mirror, 100, false});
+    const Filters ring{&kRing};
+    TileWork<unsigned char> work(picture, ring, {mvBorder::mirror, 100, false});
     ASSERT_GT(work.tiles(), 9);
     work.work(4);
     const PelArea done = work.area(4);

@@ -9,17 +9,17 @@
 #include <vector>
 
 /// Filters in their order, as the library takes them.
-using FilterList = std::span<const mvFrequencyFilter* const>;
+using mvFilterList = std::span<const mvFrequencyFilter* const>;
 
-/// One that owns its filters.
-class FilterChain {
+/// A list that owns its filters.
+class mvFilterChain {
   public:
     void add(std::unique_ptr<const mvFrequencyFilter> filter) {
         filters_.push_back(std::move(filter));
         list_.push_back(filters_.back().get());
     }
 
-    FilterList list() const { return list_; }
+    mvFilterList list() const { return list_; }
 
   private:
     std::vector<std::unique_ptr<const mvFrequencyFilter>> filters_;
