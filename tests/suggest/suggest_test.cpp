@@ -89,7 +89,7 @@ double contrast(const Image& good, const std::vector<mvFilterStep>& steps, mvPai
 
 TEST(Suggest, SaysHowManyGreyLevelsASpotNeedsToStandOutThreefold) {
     const Image good = cloth(200);
-    for (const mvSuggestion& each : suggest({good}, {2, 6, 16}).filters) {
+    for (const mvSuggestion& each : suggest({good}, {3, 6}).filters) {
         const double measured =
             contrast(good, each.steps, each.plane, bump(good, each.radius, each.radius));
         EXPECT_NEAR(each.levels * measured, 3, 0.09) << each.radius;
@@ -179,14 +179,14 @@ TEST(Suggest, ComesCloseToTheMatchedFilterInNoise) {
 }
 
 TEST(Suggest, LooksAtAllPicturesThatAreGood) {
-    const Image still = noise(200, 200, 2), loud = noise(200, 200, 20);
+    const Image still = noise(90, 90, 2), loud = noise(90, 90, 20);
     const double alone = suggest({still}, {3}).filters.front().levels;
     const double both = suggest({still, loud}, {3}).filters.front().levels;
     EXPECT_GT(both, 5 * alone);
 }
 
 TEST(Suggest, GivesTheSameFiltersAgain) {
-    const Image good = cloth(200);
+    const Image good = cloth(80);
     const mvSuggestions first = suggest({good}, {2, 8}), second = suggest({good}, {2, 8});
     for (std::size_t i = 0; i < first.filters.size(); ++i) {
         EXPECT_EQ(first.filters[i].arguments, second.filters[i].arguments);
@@ -206,8 +206,8 @@ TEST(Suggest, LeavesOutRadiiThatThePictureIsTooSmallFor) {
 // A lobe's scratch is eight times as long as it is wide.
 TEST(Suggest, ProposesLobesForScratches) {
     const Image good = cloth(160);
-    const mvSuggestions found = mfSuggest({good}, {.radii = {1.5, 3}, .direction = 90});
-    ASSERT_EQ(found.filters.size(), 2u);
+    const mvSuggestions found = mfSuggest({good}, {.radii = {3}, .direction = 90});
+    ASSERT_EQ(found.filters.size(), 1u);
     for (const mvSuggestion& each : found.filters) {
         EXPECT_EQ(each.steps.back().kind, mvFilterKind::gabor);
         EXPECT_EQ(each.steps.back().degrees, 90);
@@ -221,8 +221,8 @@ TEST(Suggest, ProposesLobesForScratches) {
 TEST(Suggest, FindsScratchesAcrossTheGrainMoreEasilyThanAlongIt) {
     std::vector<double> lines;
     Noise next;
-    for (int i = 0; i < 200; ++i) lines.push_back(12 * next());
-    const Image brushed = imageOf(200, 200, [&](double, double y) {
+    for (int i = 0; i < 90; ++i) lines.push_back(12 * next());
+    const Image brushed = imageOf(90, 90, [&](double, double y) {
         return std::round(128 + lines[static_cast<std::size_t>(y)] + 2 * next());
     });
     const auto levels = [&](double direction) {
