@@ -41,14 +41,15 @@ def rows():
         measure = suggestion_search.Measure(good)
         best, ring = suggestion_search.search(good, [radius])[radius]
         share = contrast(measure, proposal.filter, radius) / best
-        options = " ".join(proposal.arguments[1:])
+        is_one = "then" not in proposal.arguments
+        options = " ".join(proposal.arguments[1:] if is_one else proposal.arguments)
         print(f"| {name.replace('_', ' ')} | {radius} | {proposal.levels:.3g} | {planted} | "
               f"`{options}` | {share:.2f} |", flush=True)
         yield np.vstack([thumbnail(bad), thumbnail(result(bad, proposal.filter))])
 
 
 def main():
-    print("| surface | radius | grey levels | planted | proposed ring | of the best |\n"
+    print("| surface | radius | grey levels | planted | proposed | of the best ring |\n"
           "|---|---|---|---|---|---|")
     pictures = list(rows())
     if len(sys.argv) > 1:

@@ -69,11 +69,14 @@ class Measure:
         rank = math.ceil(0.999 * values.size) - 1
         return np.partition(values, rank)[rank]
 
-    def answer(self, ring, radius):
+    def answer(self, found, radius):
         """The middle of the filtered spot: the mean of its filtered spectrum, up to the sign of each."""
-        size = mvfreq.filter_plane(ring)
+        first, *others = found if isinstance(found, list) else [found]
+        size = mvfreq.filter_plane(first)
         result = mvfreq.FrequencyBuffer()
-        ring.apply(self.spectrum(size, radius), result)
+        first.apply(self.spectrum(size, radius), result)
+        for other in others:
+            other.apply(result)
         values = result.spectrum_view().real
         signs = np.ones(size[1])[:, None] * np.ones(size[0])
         signs[1::2] *= -1

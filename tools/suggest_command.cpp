@@ -138,7 +138,8 @@ void addSuggest(CLI::App& app, Work& work) {
         "A spot of radius r is a soft bump: half its height stands 1.2 r from its\n"
         "middle. The grey levels are those at which it stands out threefold: its peak\n"
         "behind the filter is three times what the surface itself exceeds in a\n"
-        "thousandth of its pels.\n"
+        "thousandth of its pels. Where waves of the surface drown it, they are removed\n"
+        "first, in the same line.\n"
         "Example:\n  mvfreq suggest examples/pictures/woven.png");
     command->callback([run, &work] { work = [run] { return run->run(); }; });
 }

@@ -31,6 +31,19 @@ def test_a_spot_of_so_many_levels_stands_out_threefold():
         assert isinstance(found.filter, mvfreq.FrequencyFilterBandPass)
 
 
+def test_waves_that_no_ring_clears_are_removed_first():
+    y, x = np.mgrid[:144, :144] + 0.5
+    waves = sum(25 * np.cos(2 * np.pi * at / period) for at, period in ((y, 16), (x, 9), (y, 6)))
+    good = np.rint(128 + waves + RANDOM.normal(0, 2, x.shape)).astype(np.uint8)
+    found = mvfreq.suggest(good, radii=[2])[0]
+    *before, ring = found.filter
+    assert all(isinstance(each, mvfreq.FrequencyFilterGaborReject) for each in before)
+    assert isinstance(ring, mvfreq.FrequencyFilterBandPass)
+    background = np.quantile(mvfreq.filter_image(good, found.filter, out=float), 0.999)
+    answer = mvfreq.filter_image(found.levels * spot(144, 2), found.filter, out=float)
+    assert answer.max() / background == pytest.approx(3, rel=0.02)
+
+
 def test_all_pel_types_and_lists_are_taken():
     good = cloth(96)
     levels = {
