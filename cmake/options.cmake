@@ -4,13 +4,20 @@ if(NOT CMAKE_BUILD_TYPE AND NOT CMAKE_CONFIGURATION_TYPES)
   set(CMAKE_BUILD_TYPE Release CACHE STRING "Build type" FORCE)
 endif()
 
-set(CMAKE_CXX_STANDARD 20)
+if(NOT CMAKE_CXX_STANDARD)
+  set(CMAKE_CXX_STANDARD 20)
+endif()
 set(CMAKE_CXX_STANDARD_REQUIRED ON)
 set(CMAKE_CXX_EXTENSIONS OFF)
 set(CMAKE_CXX_VISIBILITY_PRESET hidden)
 set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+
+# Windows looks for DLLs in the folder of the program.
+if(WIN32 AND PROJECT_IS_TOP_LEVEL AND NOT CMAKE_RUNTIME_OUTPUT_DIRECTORY)
+  set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/bin)
+endif()
 
 # Both libraries include this header, which refuses flags that give bits away.
 include(CheckCXXSourceCompiles)
@@ -22,10 +29,21 @@ if(NOT MVFREQ_KEEPS_ITS_BITS)
     "and /fp:fast; for 32-bit x86 add -msse2 -mfpmath=sse.")
 endif()
 
+check_cxx_source_compiles("#if !defined(__cpp_rtti) || !defined(__cpp_exceptions)\n#error\n#endif\nint main() {}"
+  MVFREQ_KNOWS_TYPES)
+if(NOT MVFREQ_KNOWS_TYPES)
+  message(FATAL_ERROR "mvfreq: archives find classes by their type information, and errors are exceptions. "
+    "Leave out -fno-rtti and -fno-exceptions.")
+endif()
+
 # Contraction into fused multiply-add would change results from machine to machine.
 add_compile_options(-ffp-contract=off)
 
 add_compile_options(-Wall -Wextra -Wpedantic -Wconversion -Wsign-conversion -Wshadow)
+if(MINGW)
+  # Friends are declared again without dllimport, which costs a jump and nothing else.
+  add_compile_options(-Wno-attributes)
+endif()
 if(MVFREQ_WARNINGS_AS_ERRORS)
   add_compile_options(-Werror)
 endif()

@@ -29,13 +29,15 @@ hasInstructions() {
 }
 
 # WebAssembly has no instruction that fuses products with sums; of some machines' instructions the
-# check says that it does not know them.
+# checks say that they do not know them.
 checkMachineCode() {
     local objdump program=$1/tests/campaigns/digests/results_digest
     if [[ $1 == */wasm* ]]; then return; fi
-    if [[ -f $program.exe ]]; then program+=.exe; fi
+    if [[ -f $1/bin/results_digest.exe ]]; then program=$1/bin/results_digest.exe; fi
     objdump=$(sed -n 's/^CMAKE_OBJDUMP:FILEPATH=//p' "$1/CMakeCache.txt")
     tests/campaigns/interface/check_contraction.py "$program" "$objdump" || (($? == 77))
+    tests/campaigns/interface/check_vectors.py "$objdump" \
+        "$1"/filt/CMakeFiles/mvfreq_objects.dir/fft/internal/kernel/paths/path_baseline.cpp.* || (($? == 77))
 }
 
 # compare <name> <flags> <arguments for cmake>
@@ -43,7 +45,7 @@ compare() {
     local name="$1 $2" folder="build/digests/$1${2// /}" begin=$SECONDS verdict=equal
     if [[ $name != *$wanted* ]]; then return; fi
     {
-        cmake -S . -B "$folder" -G Ninja -DCMAKE_BUILD_TYPE=Release -DCMAKE_CXX_FLAGS_RELEASE="$2" \
+        cmake -S . -B "$folder" -G Ninja -DMVFREQ_WARNINGS_AS_ERRORS=ON -DCMAKE_BUILD_TYPE=Release -DCMAKE_CXX_FLAGS_RELEASE="$2" \
             -DMVFREQ_BUILD_TOOLS=OFF "${@:3}" &&
             cmake --build "$folder" --target results_digest &&
             checkMachineCode "$folder" &&
@@ -62,7 +64,7 @@ compare() {
 }
 
 levels=(-O0 -O1 -O2 -O3)
-additions=("-O3 -march=x86-64-v3" "-O3 -march=x86-64-v4" "-O3 -march=native" "-O3 -funroll-loops"
+additions=("-O3 -march=x86-64-v2" "-O3 -march=x86-64-v3" "-O3 -march=x86-64-v4" "-O3 -march=native" "-O3 -funroll-loops"
     "-O2 -D_GLIBCXX_ASSERTIONS" "-O3 -flto")
 processors=("-O3 -march=armv8.3-a" "-O3 -march=armv9-a")
 
@@ -70,6 +72,24 @@ for compiler in g++ clang++; do
     for flags in "${levels[@]}" "${additions[@]}"; do
         compare "$compiler" "$flags" -DCMAKE_CXX_COMPILER="$compiler"
     done
+done
+# Other versions, where they are installed; the next language; the other library, of the newest clang++
+# whose Debian package of it is there.
+for compiler in g++-11 g++-12 clang++-14 clang++-16 clang++-19; do
+    if command -v "$compiler" >/dev/null; then
+        compare "$compiler" -O3 -DCMAKE_CXX_COMPILER="$compiler"
+    fi
+done
+for compiler in g++ clang++-16; do
+    if command -v "$compiler" >/dev/null; then
+        compare "$compiler-c++23" -O3 -DCMAKE_CXX_COMPILER="$compiler" -DCMAKE_CXX_STANDARD=23
+    fi
+done
+for version in 19 16 14; do
+    if [[ -d /usr/lib/llvm-$version/include/c++/v1 ]]; then
+        compare "clang++-$version-libc++" -O3 -DCMAKE_CXX_COMPILER="clang++-$version" \
+            -DCMAKE_CXX_FLAGS=-stdlib=libc++
+    fi
 done
 for machine in s390x riscv64 ppc64el armhf i386 mingw64; do
     compare "$machine" -O2 -DCMAKE_TOOLCHAIN_FILE=cmake/toolchains/$machine.cmake

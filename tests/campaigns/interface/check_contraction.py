@@ -4,8 +4,7 @@
     check_contraction.py <library or program> [<objdump>]
 
 Results would depend on the compiler and on the instruction set. internal/product.h says what is done
-against it. It knows the instructions of x86 and of AArch64; of other machines it can say nothing, and
-exits with 77.
+against it. Of machines that it does not know it can say nothing, and exits with 77.
 """
 import re
 import subprocess
@@ -13,12 +12,25 @@ import sys
 
 SKIPPED = 77
 
+# vfmadd231ps, vfnmsub132sd, vfmaddsub213ps, FMA4's vfmaddps; mulps, vmulsd
+X86 = (r"v4?fn?m(?:add|sub)\w+", r"v?mul[ps][sd]")
+
 # By the formats of objdump: the instructions that fuse, and those of plain products.
 MACHINES = {
-    # vfmadd231ps, vfnmsub132sd, vfmaddsub213ps, FMA4's vfmaddps; mulps, vmulsd
-    "elf64-x86-64": (r"v4?fn?m(?:add|sub)\w+", r"v?mul[ps][sd]"),
+    "elf64-x86-64": X86,
+    "elf32-i386": X86,
+    "pei-x86-64": X86,
     # fmadd, fnmsub; fmla, fmls, fmlal; SVE's fmad, fmsb, fnmla; fcmla of complex numbers; fmul
     "elf64-littleaarch64": (r"fn?m(?:add|sub|la|ls|ad|sb)\w*|fcmla", r"fmul"),
+    # vfma, vfnms, also under conditions; vmla rounds its product
+    "elf32-littlearm": (r"vfn?m[as]\w{0,2}\.f\d+", r"vn?m(?:ul|la|ls)\w{0,2}\.f\d+"),
+    # fmadd.s, fnmsub.d
+    "elf64-littleriscv": (r"fn?m(?:add|sub)\.[sdhq]", r"fmul\.[sd]"),
+    # fmadds, fnmsub.; xvmaddasp, xsnmsubmdp; vmaddfp
+    "elf64-powerpcle": (r"fn?m(?:add|sub)s?\.?|x[sv]n?m(?:add|sub)[am][sdq]p|vn?m(?:add|sub)fp",
+                        r"fmuls?|x[sv]mul[sd]p"),
+    # maebr, msdb; vfmasb, wfnmsdb; meebr, wfmsb, which multiplies
+    "elf64-s390": (r"m[as][ed]b?r?|[vw]fn?m[as](?:[sdx]b)?", r"m(?:ee|d)br?|[vw]fm[sd]b"),
 }
 
 
