@@ -140,6 +140,6 @@ void addSuggest(CLI::App& app, Work& work) {
         "behind the filter is three times what the surface itself exceeds in a\n"
         "thousandth of its pels. Where waves of the surface drown it, they are removed\n"
         "first, in the same line.\n"
-        "Example:\n  mvfreq suggest examples/pictures/woven.png");
+        "Example:\n  mvfreq suggest --radius 4 examples/pictures/woven.png");
     command->callback([run, &work] { work = [run] { return run->run(); }; });
 }
