@@ -1,4 +1,4 @@
-# The CMake package and the pkg-config files.
+# The CMake package, the pkg-config files, and the target that takes all back.
 include(CMakePackageConfigHelpers)
 
 install(EXPORT mvfreqTargets NAMESPACE mvfreq:: DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/mvfreq
@@ -23,3 +23,10 @@ foreach(name mvbase mvfreq)
   install(FILES ${PROJECT_BINARY_DIR}/${name}.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig
     COMPONENT dev)
 endforeach()
+
+if(PROJECT_IS_TOP_LEVEL)
+  add_custom_target(uninstall
+    COMMAND ${CMAKE_COMMAND} -DFOLDER=${PROJECT_BINARY_DIR}
+      -P ${PROJECT_SOURCE_DIR}/cmake/uninstall.cmake
+    USES_TERMINAL VERBATIM)
+endif()

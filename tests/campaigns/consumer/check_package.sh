@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Installs the library and builds a program on it in the three ways that users have: CMake package,
-# pkg-config, plain compiler.
+# pkg-config, plain compiler. Then uninstalls it.
 #   check_package.sh shared|static SOURCE BUILD GENERATOR CXX [FLAGS]
 # "shared" installs BUILD. "static" configures only the libraries, as on a machine that has nothing
 # but a compiler and CMake.
@@ -17,7 +17,17 @@ configure() { cmake -G "$generator" -DCMAKE_CXX_COMPILER="$cxx" -DCMAKE_CXX_FLAG
 # Runs a command and shows what it wrote only if it fails.
 quietly() { "$@" >"$work/log" 2>&1 || { cat "$work/log"; exit 1; }; }
 
-install_shared() { quietly cmake --install "$build" --prefix "$prefix"; }
+# What was installed from the folder before can still be uninstalled afterwards.
+install_shared() {
+    local manifest=$build/install_manifest.txt
+    [[ ! -f $manifest ]] || mv "$manifest" "$work/former"
+    quietly cmake --install "$build" --prefix "$prefix"
+    mkdir "$work/build" && mv "$manifest" "$work/build"
+    [[ ! -f $work/former ]] || mv "$work/former" "$manifest"
+}
+
+uninstall_shared() { cmake -DFOLDER="$work/build" -P "$source/cmake/uninstall.cmake"; }
+uninstall_static() { cmake --build "$work/build" --target uninstall; }
 
 # Not optimised, for the sake of time: only linking is tested here.
 install_static() {
@@ -96,3 +106,11 @@ grep --quiet mfFilterImage "$work/readme.cpp" || { echo "no example found"; exit
 header=$(sed -n 's/^The header is `\(.*\.h\)`.*/\1/p' "$source/README.md")
 "$cxx" $flags -std=c++20 -I "$prefix/include/mvfreq" -include "$header" -c "$work/readme.cpp" \
     -o "$work/readme.o"
+
+echo "-- uninstall"
+"uninstall_$kind" >"$work/removed" 2>&1 || { cat "$work/removed"; exit 1; }
+for file in "$prefix/include/mvfreq/filt/freqfilt.h" "$libdir/cmake/mvfreq/mvfreqConfig.cmake"; do
+    grep --quiet --line-regexp "Removed $file" "$work/removed" || { echo "not said: $file"; exit 1; }
+done
+if find "$prefix" -type f -o -type l -o -name mvfreq | grep .; then echo "left behind"; exit 1; fi
+"uninstall_$kind" 2>&1 | grep --quiet "^Nothing has been installed from $work/build: " || { echo "no word that nothing is left"; exit 1; }
