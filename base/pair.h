@@ -1,6 +1,8 @@
 // Two values of one type that belong together.
 #pragma once
 
+#include <base/export.h>  // IWYU pragma: keep
+
 /// An x and a y of one type: a size, an offset, a complex number. Zero by default.
 template <class T>
 struct mvPair {
