@@ -9,11 +9,11 @@
 #     explorer for the explorer and its tests in a browser
 set -euo pipefail
 
-packages=(cmake ninja-build g++ libcli11-dev libpng-dev libjpeg62-turbo-dev libtiff-dev libgtest-dev
-    pybind11-dev python3-dev python3-numpy python3-pil python3-pytest)
+packages=(cmake make ninja-build pkgconf g++ libcli11-dev libpng-dev libjpeg62-turbo-dev libtiff-dev
+    libgtest-dev pybind11-dev python3-dev python3-numpy python3-pil python3-pytest)
 for group in "$@"; do
     case $group in
-    ci) packages+=(git clang clang-format clang-tidy cppcheck doxygen libopencv-core-dev pkgconf
+    ci) packages+=(git clang clang-format clang-tidy cppcheck doxygen libopencv-core-dev
         python3-dask python3-distributed) ;;
     package) packages+=(git dpkg-dev doxygen lintian debootstrap) ;;
     checks) packages+=(clang g++-aarch64-linux-gnu g++-s390x-linux-gnu g++-riscv64-linux-gnu
@@ -42,9 +42,27 @@ fi
 
 as_root=()
 if ((EUID != 0)); then as_root=(sudo); fi
-get() { "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get -qq "$@" </dev/null; }
-install() { get install --no-install-recommends -o Dpkg::Use-Pty=0 -y "${missing[@]}"; }
+get() { "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive LC_ALL=C.UTF-8 apt-get -qq "$@" </dev/null; }
+
+# A line for each tenth that apt-get has fetched and installed; its own lines are left out.
+progress() {
+    local line step said=
+    while read -r line; do
+        [[ $line =~ ^(dl|pm)status:.*:([0-9]*)[0-9](\.[0-9]+)?: ]] || continue
+        step=$((10 * ${BASH_REMATCH[2]:-0}))
+        case ${BASH_REMATCH[1]} in dl) step="fetched $step %" ;; pm) step="installed $step %" ;; esac
+        [[ $step == "$said" ]] || echo "    $step"
+        said=$step
+    done
+}
+install() {
+    get install --no-install-recommends -o Dpkg::Use-Pty=0 -o APT::Status-Fd=1 -y "${missing[@]}" | progress
+}
 
 echo "Installing ${missing[*]}"
 # The package lists are fetched only when those that are there do not do.
-install >/dev/null 2>&1 || { get update && install >/dev/null; }
+if ! install 2>/dev/null; then
+    echo "    fetching the lists of packages"
+    get update
+    install
+fi
