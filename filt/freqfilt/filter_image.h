@@ -48,15 +48,14 @@ struct mvFilterImageOptions {
 /// The filter's plane (mfFilterPlane) decides how an image is cut, along each axis by itself. Let n
 /// be the side of the image and S that of the plane.
 /// - *One plane.* Where the image fits, it lies in one plane, at position 0. With the border
-/// `mirror`
-///   there must also be room for a margin at either end; the rest of the plane then fades from the
-///   mirror image at the image's end into that at its begin. Position i, from n on, is the blend of
-///   pel 2 n - 1 - i and pel S - 1 - i, the latter with the weight (i - n + 0.5) / (S - n): first
-///   along x, then along y, then rounded to the nearest for integer pels.
+///   `mirror` there must also be room for a margin at either end; the rest of the plane then fades
+///   from the mirror image at the image's end into that at its begin. From n on, position i is the
+///   blend of pel 2 n - 1 - i and pel S - 1 - i, the latter with the weight
+///   (i - n + 0.5) / (S - n): first along x, then along y, then rounded to the nearest for integer
+///   pels.
 /// - *Tiles.* A longer image is cut into tiles of S less two margins. Each is filtered with the
-/// image
-///   around it; beyond the image stand zeros, or its mirror image as often as needed, each edge pel
-///   twice.
+///   image around it; beyond the image stand zeros, or its mirror image as often as needed, each
+///   edge pel twice.
 ///
 /// A filter class of the caller's own has no plane: along each axis the plane is the smallest power
 /// of two that holds the image, with `mirror` and an eighth of it at either end, and there are no
