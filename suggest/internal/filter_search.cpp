@@ -97,18 +97,14 @@ mvi::FilterSearch::Square mvi::FilterSearch::squareOf(const mvFilterStep& step) 
     return isCleared ? Square(step.dcRadius, plane.x, plane.y) : Square();
 }
 
-// The pictures, or what a filter that lets all but the square through leaves of them.
-const std::vector<mvi::DoubleView>& mvi::FilterSearch::picturesFor(const mvFilterStep& step) {
-    const Square square = squareOf(step);
-    if (square == Square()) return pictures_;
-    const auto [at, isNew] = cleared_.try_emplace(square);
-    if (isNew) {
-        const mvFilterStep others{.sigma = 1, .plateau = 1, .dcRadius = step.dcRadius};
-        const mvPair<long> plane = planeFor(step), reach = reachOf(step);
-        at->second = filtered(pictures_, {others}, plane,
-                              {std::min(reach.x, plane.x / 4), std::min(reach.y, plane.y / 4)});
-    }
-    return at->second;
+// The pictures, or what a filter that lets all but the square through leaves of them: not kept,
+// since that takes as much memory for each square.
+std::vector<mvi::DoubleView> mvi::FilterSearch::picturesFor(const mvFilterStep& step) const {
+    if (squareOf(step) == Square()) return pictures_;
+    const mvFilterStep others{.sigma = 1, .plateau = 1, .dcRadius = step.dcRadius};
+    const mvPair<long> plane = planeFor(step), reach = reachOf(step);
+    return filtered(pictures_, {others}, plane,
+                    {std::min(reach.x, plane.x / 4), std::min(reach.y, plane.y / 4)});
 }
 
 mvi::SearchTiles& mvi::FilterSearch::tilesFor(const mvFilterStep& step, Fineness fineness) {

@@ -45,7 +45,7 @@ class FilterSearch {
 
     TileLayout layoutFor(const mvFilterStep& step) const;
     Answers answers() const { return wanted_.direction ? Answers::complex : Answers::real; }
-    const std::vector<DoubleView>& picturesFor(const mvFilterStep& step);
+    std::vector<DoubleView> picturesFor(const mvFilterStep& step) const;
     SearchTiles& tilesFor(const mvFilterStep& step, Fineness fineness);
     SearchTiles& bumpFor(const TileLayout& layout, const Bump& bump);
     double answerOf(const mvFilterStep& step, const Bump& bump, Fineness fineness);
@@ -63,7 +63,6 @@ class FilterSearch {
     SearchedFor wanted_;
     mvPair<long> reachBefore_;
     std::function<void()> advance_;
-    std::map<Square, std::vector<DoubleView>> cleared_;
     std::map<std::tuple<TileLayout, Square, Fineness>, SearchTiles> tiles_;
     std::map<std::pair<TileLayout, double>, SearchTiles> bumps_;
     std::vector<mvFilterStep> coarse_;
