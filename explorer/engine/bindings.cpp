@@ -1,140 +1,40 @@
 // The library as the page's worker calls it.
 #include <emscripten/bind.h>
 #include <emscripten/val.h>
+#include <suggest/peaks.h>
 #include <suggest/suggest.h>
 #include <suggest/windowed_spectrum.h>
 
 #include <algorithm>
 #include <limits>
 
+#include "answers.h"
 #include "session.h"
 #include "tools/failure.h"
 #include "tools/logarithmic_pels.h"
+#include "wishes.h"
 
-using emscripten::typed_memory_view;
 using emscripten::val;
 
 namespace {
 
-// The kinds of filters count as in mvFilterKind; this one is behind them.
-constexpr int kConvolution = 4;
-
-// A copy of pels in the page's memory, without the gaps between rows.
+// The grey levels as the engine of the proposals takes them.
 template <class T>
-val copyOf(const mvPelBuffer_const<T>& picture, const char* type) {
-    const val all = val::global(type).new_(picture.width() * picture.height());
-    const bool hasGaps = picture.rowUpdate() != picture.width();
-    const long rows = hasGaps ? 1 : picture.height();
-    for (long y = 0; y < picture.height(); y += rows) {
-        const auto count = static_cast<std::size_t>(rows * picture.width());
-        all.call<void>("set", typed_memory_view(count, picture.pointToRow(y)), y * picture.width());
-    }
-    return all;
-}
-
-val copyOf(const mvPelBuffer_const<unsigned char>& picture) {
-    return copyOf(picture, "Uint8Array");
-}
-
-// A picture and its halves, to be looked at from near and far.
-val levelsOf(mvPelBuffer<unsigned char> picture) {
-    val levels = val::array();
-    for (;;) {
-        val level = val::object();
-        level.set("width", picture.width());
-        level.set("height", picture.height());
-        level.set("pels", copyOf(picture));
-        levels.call<void>("push", level);
-        if (picture.width() <= 64 && picture.height() <= 64) return levels;
-        picture = halved(picture);
-    }
-}
-
-val shown(const mvPelBuffer<unsigned char>& picture) {
-    val result = val::object();
-    result.set("levels", levelsOf(picture));
-    result.set("pels", val::null());
-    return result;
-}
-
-val shown(const mvPelBuffer<unsigned short>& picture) {
-    val result = val::object();
-    result.set("levels", levelsOf(upperBytes(picture)));
-    result.set("pels", copyOf<unsigned short>(picture, "Uint16Array"));
-    return result;
-}
-
-FilterSettings settingsOf(const val& from) {
-    const int kind = from["kind"].as<int>();
-    if (kind == kConvolution) return {.isConvolution = true};
-    const auto number = [&](const char* name) { return from[name].as<double>(); };
-    return {.step = {.kind = static_cast<mvFilterKind>(kind),
-                     .frequency = number("frequency"),
-                     .sigma = number("sigma"),
-                     .plateau = number("plateau"),
-                     .degrees = number("angle"),
-                     .sigmaAcross = number("sigmaAcross"),
-                     .plateauAcross = number("plateauAcross"),
-                     .dcRadius = from["dcRadius"].as<long>(),
-                     .bothSides = from["bothSides"].as<bool>()}};
-}
-
-std::vector<FilterSettings> filtersOf(const val& settings) {
-    std::vector<FilterSettings> filters;
-    for (const val& each : settings["filters"]) filters.push_back(settingsOf(each));
-    return filters;
-}
-
-ResultWish wishOf(const val& from) {
-    ResultWish wish;
-    if (from["border"].as<std::string>() == "zero") wish.border = mvBorder::zero;
-    if (!from["rescale"].isNull()) wish.percent = from["rescale"].as<double>();
-    wish.withSign = from["signed"].as<bool>();
-    return wish;
-}
-
-template <class T>
-mvSuggestions suggestionsFor(const PictureOf<T>& picture, const val& progress) {
+mvPelBuffer<double> greyLevels(const PictureOf<T>& picture) {
     const mvPelBuffer<T>& pels = picture.first();
     mvPelBuffer<double> levels(pels.width(), pels.height());
     for (long y = 0; y < pels.height(); ++y) {
         std::copy_n(pels.pointToRow(y), pels.width(), levels.pointToRow(y));
     }
+    return levels;
+}
+
+template <class T>
+mvSuggestions suggestionsFor(const PictureOf<T>& picture, const val& progress) {
     mvSuggestOptions options;
     options.white = std::numeric_limits<T>::max();
     options.progress = [&](double part) { progress(part); };
-    return mfSuggest({levels}, options);
-}
-
-val shown(const mvFilterStep& step) {
-    val result = val::object();
-    result.set("kind", static_cast<int>(step.kind));
-    result.set("frequency", step.frequency);
-    result.set("angle", step.degrees);
-    result.set("sigma", step.sigma);
-    result.set("sigmaAcross", step.sigmaAcross == 0 ? step.sigma : step.sigmaAcross);
-    result.set("plateau", step.plateau);
-    result.set("plateauAcross", step.plateauAcross);
-    result.set("dcRadius", step.dcRadius);
-    result.set("bothSides", step.bothSides);
-    return result;
-}
-
-template <class List, class Make>
-val listOf(const List& list, Make make) {
-    val result = val::array();
-    for (const auto& each : list) result.call<void>("push", make(each));
-    return result;
-}
-
-val shown(const mvSuggestion& suggestion) {
-    val result = val::object();
-    result.set("radius", suggestion.radius);
-    result.set("levels", suggestion.levels);
-    result.set("steps", listOf(suggestion.steps, [](const auto& step) { return shown(step); }));
-    result.set("arguments",
-               listOf(suggestion.arguments, [](const auto& word) { return val(word); }));
-    return result;
+    return mfSuggest({greyLevels(picture)}, options);
 }
 
 // All that the worker keeps. Every call gives an object; one that fails has an `error`.
@@ -161,7 +61,7 @@ class Engine {
             const mvPelBuffer<double> magnitudes = std::visit(
                 [](const auto& picture) { return windowedSpectrum(picture.first()); }, picture_);
             val result = shown(logarithmicPels(magnitudes));
-            result.set("magnitudes", copyOf<double>(magnitudes, "Float32Array"));
+            result.set("magnitudes", numbersOf(magnitudes));
             return result;
         });
     }
@@ -197,39 +97,27 @@ class Engine {
     }
 
     val gains(long side) const {
-        return guarded([&] {
-            const mvPelBuffer<unsigned char> picture = shownGains(filters_.list(), side);
-            val result = val::object();
-            result.set("width", picture.width());
-            result.set("height", picture.height());
-            result.set("pels", copyOf(picture));
-            return result;
-        });
+        return guarded([&] { return onePicture(shownGains(filters_.list(), side)); });
     }
 
     val suggest(const val& progress) const {
         return guarded([&] {
-            const mvSuggestions found = std::visit(
-                [&](const auto& picture) { return suggestionsFor(picture, progress); }, picture_);
-            val result = val::object();
-            result.set("filters",
-                       listOf(found.filters, [](const auto& each) { return shown(each); }));
-            result.set("remarks",
-                       listOf(found.remarks, [](const auto& text) { return val(text); }));
-            result.set("refusal", found.refusal);
-            return result;
+            return shown(std::visit(
+                [&](const auto& picture) { return suggestionsFor(picture, progress); }, picture_));
+        });
+    }
+
+    val peaks() const {
+        return guarded([&] {
+            return shown(std::visit(
+                [](const auto& picture) { return mfPeaks(greyLevels(picture)); }, picture_));
         });
     }
 
     val archive() const {
         return guarded([&] {
-            const std::string bytes = archiveOf(filters_.list());
-            const val copy = val::global("Uint8Array").new_(bytes.size());
-            copy.call<void>(
-                "set", typed_memory_view(bytes.size(),
-                                         reinterpret_cast<const unsigned char*>(bytes.data())));
             val result = val::object();
-            result.set("bytes", copy);
+            result.set("bytes", bytesOf(archiveOf(filters_.list())));
             return result;
         });
     }
@@ -315,5 +203,6 @@ EMSCRIPTEN_BINDINGS(mvfreq) {
         .function("result", &Engine::result)
         .function("gains", &Engine::gains)
         .function("suggest", &Engine::suggest)
+        .function("peaks", &Engine::peaks)
         .function("archive", &Engine::archive);
 }
