@@ -17,6 +17,19 @@ using Bytes = mvPelBuffer<unsigned char>;
 const FilterSettings kRing{
     .step = {.kind = mvFilterKind::bandPass, .frequency = 0.1, .sigma = 0.02}};
 
+const FilterSettings kNotch{.step = {.kind = mvFilterKind::gaborReject,
+                                     .frequency = 0.2,
+                                     .sigma = 0.02,
+                                     .degrees = 30,
+                                     .sigmaAcross = 0.03,
+                                     .bothSides = true}};
+
+Kernel oneWeight() {
+    Bytes weights(3, 3);
+    weights.pointToRow(1)[1] = 5;
+    return {"weights", PictureOf<unsigned char>{{weights}}};
+}
+
 mvFilterChain built(const std::vector<FilterSettings>& settings, mvPair<long> plane) {
     mvFilterChain chain;
     for (const FilterRecipe& filter : recipeOf(settings, {})) chain.add(filter.make(plane));
@@ -66,15 +79,28 @@ TEST(Session, BuildsEveryKindOfFilter) {
     }
 }
 
+TEST(Session, RejectsBothSidesOfAWave) {
+    const mvPair<double> sigma(0.02, 0.03), plateau;
+    const mvPair<long> size(128, 64);
+    const auto radians = [](double degrees) { return mvRadian(degrees * std::numbers::pi / 180); };
+    const mvFrequencyFilterGaborReject one(sigma, plateau, radians(30), 0.2, size, 0);
+    const mvFrequencyFilterGaborReject other(sigma, plateau, radians(210), 0.2, size, 0);
+    const mvFrequencyFilter* const list[] = {&one, &other};
+    EXPECT_EQ(archiveOf(built({kNotch}, size).list()), archiveOf(list));
+}
+
 TEST(Session, AppliesFiltersInTurn) {
-    const FilterSettings notch{.step = {.kind = mvFilterKind::gaborReject,
-                                        .frequency = 0.2,
-                                        .sigma = 0.02,
-                                        .sigmaAcross = 0.02,
-                                        .bothSides = true}};
-    const ChainRecipe chain = recipeOf({notch, kRing}, {});
+    const ChainRecipe chain = recipeOf({kNotch, kRing}, {});
     ASSERT_EQ(chain.size(), 3u);
-    EXPECT_EQ(needsOf(chain).reach, mvPair<long>(96, 96));
+    const mvPair<long> ring = chain.back().reach, lobe = chain.front().reach;
+    EXPECT_EQ(ring, recipeOf({kRing}, {}).front().reach);
+    EXPECT_EQ(needsOf(chain).reach, mvPair<long>(ring.x + 2 * lobe.x, ring.y + 2 * lobe.y));
+}
+
+TEST(Session, TakesWeightsBehindARejectedWave) {
+    const ChainRecipe chain = recipeOf({kNotch, {.isConvolution = true}}, oneWeight());
+    ASSERT_EQ(chain.size(), 3u);
+    EXPECT_EQ(needsOf(chain).leastPlane, mvPair<long>(4, 4));
 }
 
 TEST(Session, KnowsHowFarAFilterReaches) {
@@ -84,10 +110,7 @@ TEST(Session, KnowsHowFarAFilterReaches) {
 TEST(Session, NeedsWeightsForAConvolution) {
     const std::vector<FilterSettings> settings{{.isConvolution = true}};
     EXPECT_THROW(recipeOf(settings, {}), BadArgument);
-    Bytes weights(3, 3);
-    weights.pointToRow(1)[1] = 5;
-    const FilterRecipe recipe =
-        recipeOf(settings, Kernel("weights", PictureOf<unsigned char>{{weights}})).front();
+    const FilterRecipe recipe = recipeOf(settings, oneWeight()).front();
     EXPECT_EQ(recipe.leastPlane, mvPair<long>(4, 4));
     EXPECT_EQ(mfFilterPlane(*recipe.make({16, 8})), mvPair<long>(16, 8));
 }
