@@ -8,3 +8,8 @@ export function drawn(name, attributes, parent) {
     for (const [key, value] of Object.entries(attributes)) made.setAttribute(key, value);
     return parent.appendChild(made);
 }
+
+// One list is open at a time: there is room for one.
+export function reveal(id) {
+    for (const other of ["suggestions", "waves"]) find(other).hidden = other !== id;
+}

@@ -1,12 +1,14 @@
 // The page: what is set, shown and given away.
+import { Before } from "./before.js";
 import { drawn, find } from "./dom.js";
 import { applyLine, commandLine, cppLines, pythonLines } from "./lines.js";
 import { Overlay } from "./overlay.js";
 import { acceptPictures, bytesOf, download, givenPicture, messageOf, shipped, transfersOf } from "./pictures.js";
-import { clamped, fields, kinds, presets, start } from "./settings.js";
+import { clamped, fields, filtersOf, kinds, presets, start } from "./settings.js";
 import { Suggestions } from "./suggest.js";
 import { fit, makeMovable, Pane, view, whenViewChanges, zoomBy } from "./view.js";
 import { writePng } from "./png.js";
+import { Waves } from "./waves.js";
 
 const panes = Object.fromEntries(["picture", "spectrum", "result"].map((id) => [id, new Pane(find(id))]));
 const state = {
@@ -37,7 +39,9 @@ function wish() {
     isScheduled = true;
     queueMicrotask(() => {
         isScheduled = false;
-        worker.postMessage({ type: "filter", number: ++state.number, settings: state.settings, seen: panes.picture.seen() });
+        const { border, rescale, signed } = state.settings;
+        const settings = { border, rescale, signed, filters: filtersOf(state.settings) };
+        worker.postMessage({ type: "filter", number: ++state.number, settings, seen: panes.picture.seen() });
     });
 }
 
@@ -79,7 +83,7 @@ function makeFields() {
             change({ [field.name]: clamped(field, state.settings[field.name] + step) });
         });
         input.addEventListener("blur", showSettings);
-        find("meaning").before(row);
+        find("sides").before(row);
     }
 }
 
@@ -101,6 +105,8 @@ function showSettings() {
         if (document.activeElement !== input || input.valueAsNumber !== settings[name]) input.value = settings[name];
     }
     find("weights").hidden = shape !== "weights";
+    find("sides").hidden = kinds[settings.kind].name !== "gaborreject";
+    find("bothSides").checked = settings.bothSides;
     find("kernelName").textContent = state.kernel;
     find("meaning").textContent = meaning(settings);
     find("border").value = settings.border;
@@ -108,11 +114,14 @@ function showSettings() {
     find("percent").disabled = settings.rescale === null;
     if (document.activeElement !== find("percent")) find("percent").value = settings.rescale ?? 100;
     find("signed").checked = settings.signed;
+    before.show(settings.before);
+    waves.mark();
     overlay.draw(settings);
     showLine();
 }
 
 function bindResult() {
+    find("bothSides").addEventListener("change", ({ target }) => change({ bothSides: target.checked }));
     find("border").addEventListener("change", ({ target }) => change({ border: target.value }));
     find("signed").addEventListener("change", ({ target }) => change({ signed: target.checked }));
     find("rescale").addEventListener("change", ({ target }) => change({ rescale: target.checked ? find("percent").valueAsNumber || 100 : null }));
@@ -130,6 +139,7 @@ function bindResult() {
 // What is shown.
 
 const overlay = new Overlay(panes.spectrum, change);
+const before = new Before(change);
 
 function lines() {
     const { settings, name, kernel, plane, isColour } = state;
@@ -227,6 +237,7 @@ const heard = {
         state.shownPicture = message.picture;
         for (const picture of Object.keys(state.sources)) if (picture < message.picture) delete state.sources[picture];
         suggestions.clear();
+        waves.clear();
         Object.assign(state, { name: message.name, isExact: message.isExact, isColour: message.isExact && message.isColour });
         panes.result.levels = null;
         panes.spectrum.magnitudes = null;
@@ -286,18 +297,12 @@ function showTiming(milliseconds, { tiles, planeWidth, planeHeight, number, isPa
         `${isPartial ? "working" : `${milliseconds.toFixed(0)} ms`}`;
 }
 
-// A filter of several steps, for which there are only lines here.
-function printLine(words) {
-    selectTab("shell");
-    find("line").textContent = ["mvfreq", ...words, `${state.name} out.png`].join(" ");
-    find("state").textContent = "several filters in turn: the program applies them";
-}
-
+const pictureMessage = () => messageOf(state.sources[state.shownPicture].blob, state.name);
 const suggestions = new Suggestions({
-    newWorker, say, print: printLine,
-    pictureMessage: () => messageOf(state.sources[state.shownPicture].blob, state.name),
+    newWorker, say, pictureMessage,
     take: (settings) => change({ ...start, ...settings, border: state.settings.border }),
 });
+const waves = new Waves({ newWorker, say, pictureMessage, change, before: () => state.settings.before });
 
 // Where pictures come from and results go.
 

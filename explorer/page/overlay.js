@@ -1,5 +1,5 @@
-// The filter upon the spectrum: what it lets through as a tint, its shape as lines, its numbers as
-// handles that are dragged or moved by keys.
+// The filters upon the spectrum: what they let through as a tint, their shapes as lines, the numbers of
+// the edited one as handles that are dragged or moved by keys.
 import { drawn } from "./dom.js";
 import { clamped, fields, kinds } from "./settings.js";
 
@@ -45,6 +45,7 @@ export class Overlay {
         this.lines = drawn("g", {}, pane.svg);
         this.grips = drawn("g", {}, pane.svg);
         this.gains = null;
+        new ResizeObserver(() => this.settings && this.draw(this.settings)).observe(pane.canvas);
         pane.layers.push((context, ratio) => this.tint(context, ratio));
     }
 
@@ -76,6 +77,7 @@ export class Overlay {
         const { shape } = kinds[settings.kind];
         this.lines.replaceChildren();
         this.drawAxes();
+        for (const step of settings.before) this.drawBefore(step);
         if (shape === "ring") this.drawRing(settings);
         if (shape === "lobe") this.drawLobe(settings);
         this.drawGrips(handlesOf[shape], settings);
@@ -102,26 +104,38 @@ export class Overlay {
         }
     }
 
-    drawRing(s) {
+    circle(name, radius) {
         const { x, y } = this.place([0, 0]);
-        const circle = (radius, name) => {
-            if (radius > 0) drawn("circle", { class: name, cx: x, cy: y, r: radius * this.cycle }, this.lines);
-        };
-        circle(s.frequency, "shape");
-        circle(s.frequency + s.plateau + s.sigma, "width");
-        circle(s.frequency - s.plateau - s.sigma, "width");
+        if (radius > 0) drawn("circle", { class: name, cx: x, cy: y, r: radius * this.cycle }, this.lines);
+    }
+
+    drawRing(s) {
+        this.circle("shape", s.frequency);
+        this.circle("width", s.frequency + s.plateau + s.sigma);
+        this.circle("width", s.frequency - s.plateau - s.sigma);
+    }
+
+    ellipse(name, frequency, angle, rx, ry) {
+        const { x, y } = this.place(along({ angle }, frequency));
+        drawn("ellipse", { class: name, cx: x, cy: y, rx: rx * this.cycle, ry: ry * this.cycle,
+                           transform: `rotate(${angle} ${x} ${y})` }, this.lines);
     }
 
     // The mirrored place is that of the same wave: a real picture has each of them twice.
     drawLobe(s) {
-        const ellipse = (angle, name, rx, ry) => {
-            const { x, y } = this.place(along({ angle }, s.frequency));
-            drawn("ellipse", { class: name, cx: x, cy: y, rx: rx * this.cycle, ry: ry * this.cycle,
-                                 transform: `rotate(${angle} ${x} ${y})` }, this.lines);
-        };
-        ellipse(s.angle, "width", s.plateau + s.sigma, s.plateauAcross + s.sigmaAcross);
-        ellipse(s.angle, "shape", Math.max(s.plateau, 0.3 * s.sigma), Math.max(s.plateauAcross, 0.3 * s.sigmaAcross));
-        ellipse(s.angle + 180, "twin", s.plateau + s.sigma, s.plateauAcross + s.sigmaAcross);
+        const along = s.plateau + s.sigma, across = s.plateauAcross + s.sigmaAcross;
+        const hasBoth = s.bothSides && kinds[s.kind].name === "gaborreject";
+        this.ellipse("width", s.frequency, s.angle, along, across);
+        this.ellipse("shape", s.frequency, s.angle, Math.max(s.plateau, 0.3 * s.sigma),
+                     Math.max(s.plateauAcross, 0.3 * s.sigmaAcross));
+        this.ellipse(hasBoth ? "width" : "twin", s.frequency, s.angle + 180, along, across);
+    }
+
+    drawBefore(s) {
+        if (kinds[s.kind].shape === "ring") return this.circle("before", s.frequency);
+        for (const angle of s.bothSides ? [s.angle, s.angle + 180] : [s.angle]) {
+            this.ellipse("before", s.frequency, angle, s.plateau + s.sigma, s.plateauAcross + s.sigmaAcross);
+        }
     }
 
     drawGrips(handles, settings) {

@@ -11,8 +11,8 @@ export const kinds = [
 export const fields = [
     { name: "frequency", label: "Frequency", unit: "cycles/px", least: 0, most: 0.7, step: 0.001, shapes: "ring lobe" },
     { name: "angle", label: "Angle", unit: "°", least: -360, most: 360, step: 1, shapes: "lobe" },
-    { name: "sigma", label: "Sigma", unit: "cycles/px", least: 0.0005, most: 0.5, step: 0.001, shapes: "ring lobe" },
-    { name: "sigmaAcross", label: "Sigma across", unit: "cycles/px", least: 0.0005, most: 0.5, step: 0.001, shapes: "lobe" },
+    { name: "sigma", label: "Sigma", unit: "cycles/px", least: 0.0001, most: 0.5, step: 0.001, shapes: "ring lobe" },
+    { name: "sigmaAcross", label: "Sigma across", unit: "cycles/px", least: 0.0001, most: 0.5, step: 0.001, shapes: "lobe" },
     { name: "plateau", label: "Plateau", unit: "cycles/px", least: 0, most: 0.5, step: 0.001, shapes: "ring lobe" },
     { name: "plateauAcross", label: "Plateau across", unit: "cycles/px", least: 0, most: 0.5, step: 0.001, shapes: "lobe" },
     { name: "dcRadius", label: "DC radius", unit: "bins", least: 0, most: 64, step: 1, shapes: "ring lobe" },
@@ -20,7 +20,7 @@ export const fields = [
 
 export const start = {
     kind: 0, frequency: 0.03, angle: 0, sigma: 0.012, sigmaAcross: 0.012, plateau: 0, plateauAcross: 0,
-    dcRadius: 1, border: "mirror", rescale: 100, signed: false,
+    dcRadius: 1, bothSides: false, before: [], border: "mirror", rescale: 100, signed: false,
 };
 
 const plain = { ...start, dcRadius: 0, rescale: null };
@@ -42,6 +42,16 @@ export const presets = [
     { title: "Noise", picture: "brushed.png", settings: { ...plain, frequency: 0, sigma: 0.1 } },
     { title: "Smoothing by a disc", picture: "printed.png", settings: { ...plain, kind: 4 } },
 ];
+
+// All filters, applied in turn: the steps before, then the one that is edited.
+export function filtersOf(settings) {
+    const { before, border, rescale, signed, ...last } = settings;
+    return [...before, { ...last, bothSides: last.bothSides && kinds[last.kind].name === "gaborreject" }];
+}
+
+export function threeDigits(value) {
+    return value >= 100 ? value.toFixed(0) : value.toPrecision(3);
+}
 
 export function clamped(field, value) {
     const digits = field.step >= 1 ? 0 : 5;

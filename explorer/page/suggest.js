@@ -1,43 +1,23 @@
 // Filters proposed from the picture, by a worker of their own: the page goes on meanwhile.
-import { drawn, find } from "./dom.js";
+import { ask } from "./ask.js";
+import { drawn, find, reveal } from "./dom.js";
 import { kinds } from "./settings.js";
 
-// Asks for proposals; `newWorker` gives a worker that has the picture's message to open.
-function ask(newWorker, message, hear) {
-    const worker = newWorker();
-    const end = (answer) => {
-        worker.terminate();
-        hear.done(answer);
-    };
-    const heard = {
-        ready() {
-            worker.postMessage({ type: "open", picture: 0, ...message });
-            worker.postMessage({ type: "suggest" });
-        },
-        progress: ({ part }) => hear.progress(part),
-        suggested: end,
-        refused: ({ text }) => end({ refusal: text, filters: [], remarks: [] }),
-    };
-    worker.onmessage = ({ data }) => heard[data.type]?.(data);
-    worker.onerror = ({ message: text }) => end({ refusal: text, filters: [], remarks: [] });
-    return worker;
-}
-
-// A proposal as what the page sets, if it is one filter of a kind that the page has.
+// A proposal as what the page sets: its last step is the filter, the others come before it.
 function settingsOf({ steps }) {
-    if (steps.length !== 1 || steps[0].bothSides) return null;
-    const { bothSides, ...numbers } = steps[0];
-    return { ...numbers, rescale: kinds[numbers.kind].passes ? 100 : null, signed: false };
+    const last = steps.at(-1);
+    return { ...last, before: steps.slice(0, -1), rescale: kinds[last.kind].passes ? 100 : null, signed: false };
 }
 
-function text({ radius, levels }) {
-    return `Radius ${radius}: ${levels.toPrecision(2)} levels`;
+function text({ radius, levels, steps }) {
+    const waves = steps.length - 1, less = waves > 1 ? `, ${waves} waves removed` : waves ? ", a wave removed" : "";
+    return `Radius ${radius}: ${levels.toPrecision(2)} levels${less}`;
 }
 
 export class Suggestions {
-    // `take` is called with settings, `print` with a line that the page cannot show otherwise.
-    constructor({ newWorker, pictureMessage, take, print, say }) {
-        Object.assign(this, { newWorker, pictureMessage, take, print, say, worker: null });
+    // `take` is called with settings.
+    constructor({ newWorker, pictureMessage, take, say }) {
+        Object.assign(this, { newWorker, pictureMessage, take, say, worker: null });
         find("suggest").hidden = false;
         find("suggest").addEventListener("click", () => this.start());
         find("closeSuggestions").addEventListener("click", () => this.clear());
@@ -54,7 +34,7 @@ export class Suggestions {
         if (this.worker) return this.clear();
         const message = await this.pictureMessage();
         find("suggest").textContent = "Suggest 0 %";
-        this.worker = ask(this.newWorker, message, {
+        this.worker = ask(this.newWorker, message, "suggest", {
             progress: (part) => { find("suggest").textContent = `Suggest ${Math.round(100 * part)} %`; },
             done: (answer) => {
                 this.clear();
@@ -65,7 +45,7 @@ export class Suggestions {
 
     show({ filters, remarks, refusal, error }) {
         if (refusal || error) return this.say(refusal || error);
-        find("suggestions").hidden = false;
+        reveal("suggestions");
         find("suggested").replaceChildren(...filters.map((filter) => {
             const button = document.createElement("button");
             button.type = "button";
@@ -78,9 +58,7 @@ export class Suggestions {
     }
 
     choose(filter) {
-        const settings = settingsOf(filter);
-        if (settings) this.take(settings);
-        else this.print(filter.arguments);
+        this.take(settingsOf(filter));
     }
 
     plot(filters) {

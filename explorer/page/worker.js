@@ -1,4 +1,4 @@
-// The work, beside the page: one picture, one filter at a time, and of several wishes only the last.
+// The work, beside the page: one picture, one wish at a time, and of several wishes only the last.
 import { isPng, readPng } from "./png.js";
 
 let library = null;
@@ -143,7 +143,10 @@ const takes = {
     },
     suggest: (message) => inTurn(message, async () => {
         const answer = checked(engine.suggest((part) => postMessage({ type: "progress", part })));
-        postMessage({ type: "suggested", ...answer });
+        postMessage({ type: "answer", ...answer });
+    }),
+    peaks: (message) => inTurn(message, async () => {
+        postMessage({ type: "answer", ...checked(engine.peaks()) });
     }),
     memory: ({ port }) => port.postMessage(library.HEAPU8.length),
     archive() {

@@ -5,6 +5,7 @@
 """
 import base64
 import io
+import json
 import math
 import pathlib
 import random
@@ -58,6 +59,16 @@ def noise(width, height, depth=8, channels=1, seed=1):
     size = max(depth // 8, 1)
     line = source.randbytes(width * channels * size + height)
     return [line[y:y + math.ceil(width * channels * depth / 8)] for y in range(height)]
+
+
+def waves(side):
+    """A surface of two waves, which drown spots of a middle size."""
+    y, x = numpy.mgrid[0:side, 0:side]
+    levels = (128 + 30 * numpy.sin(2 * numpy.pi * (0.05 * x + 0.003 * y))
+              + 24 * numpy.sin(2 * numpy.pi * (0.004 * x - 0.07 * y))
+              + numpy.random.default_rng(1).normal(0, 3, (side, side)))
+    pels = numpy.clip(levels, 0, 255).round().astype(numpy.uint8)
+    return png(side, side, [row.tobytes() for row in pels])
 
 
 def pels_of(data):
@@ -143,6 +154,13 @@ class PageTest(unittest.TestCase):
         differing = sum(a != b for a, b in zip(seen, expected)) if seen != expected else 0
         self.assertEqual(differing, 0, f"{what}: bytes that differ")
 
+    def texts(self, selector):
+        return [found.get_attribute("textContent") for found in self.browser.find_elements(By.CSS_SELECTOR, selector)]
+
+    def click(self, selector):
+        self.browser.find_element(By.CSS_SELECTOR, selector).click()
+        self.settle()
+
     def downloaded(self, button, name):
         target = self.path / name
         target.unlink(missing_ok=True)
@@ -156,8 +174,11 @@ class PageTest(unittest.TestCase):
 
 
 RING = {"kind": 0, "frequency": 0.03, "angle": 0, "sigma": 0.012, "sigmaAcross": 0.012, "plateau": 0,
-        "plateauAcross": 0, "dcRadius": 1, "border": "mirror", "rescale": 100, "signed": False}
+        "plateauAcross": 0, "dcRadius": 1, "bothSides": False, "before": [], "border": "mirror", "rescale": 100,
+        "signed": False}
 LOBE = {"frequency": 0.143, "angle": 33, "sigma": 0.02, "sigmaAcross": 0.01, "plateauAcross": 0.004}
+NOTCH = {"kind": 3, "frequency": 0.142, "angle": -0.7, "sigma": 0.01, "sigmaAcross": 0.012, "plateau": 0.005,
+         "plateauAcross": 0.004, "dcRadius": 1, "bothSides": True}
 
 
 class Bytes(PageTest):
@@ -177,7 +198,10 @@ class Bytes(PageTest):
         self.compare(f"{name}, rejected ring", kind=1, frequency=0.24, plateau=0.05, sigma=0.02, rescale=None, dcRadius=0)
         self.compare(f"{name}, lobe", kind=2, **LOBE)
         self.compare(f"{name}, rejected lobe", kind=3, rescale=None, **LOBE)
+        self.compare(f"{name}, both sides of a wave", rescale=None, **NOTCH)
         self.compare(f"{name}, weights", kind=4, rescale=None)
+        self.compare(f"{name}, ring behind two waves", before=[NOTCH, {**NOTCH, "angle": 90, "dcRadius": 0}])
+        self.compare(f"{name}, weights behind a wave", before=[NOTCH], kind=4, rescale=None)
 
     def setUp(self):
         (self.path / "disc.png").write_bytes((PICTURES / "disc.png").read_bytes())
@@ -294,7 +318,8 @@ class Use(PageTest):
     def test_filter_is_downloaded_and_applied(self):
         (self.path / "disc.png").write_bytes((PICTURES / "disc.png").read_bytes())
         for settings in ({}, {"rescale": 99.9}, {"kind": 1}, {"kind": 2, **LOBE}, {"kind": 3, **LOBE}, {"kind": 4},
-                         {"signed": True, "rescale": None}, {"border": "zero"}):
+                         {"signed": True, "rescale": None}, {"border": "zero"}, {**NOTCH, "rescale": None},
+                         {"before": [NOTCH, {**NOTCH, "angle": 90}]}, {"before": [NOTCH], "kind": 4}):
             self.change(**{**RING, **settings})
             self.downloaded("saveFilter", "filter.mva")
             self.assert_same_bytes(self.lines()[1], f"applied, {settings}")
@@ -309,6 +334,43 @@ class Use(PageTest):
         self.change(border="zero")
         self.assertIn('border="zero"', self.text("line"))
         self.browser.find_element(By.ID, "tab-shell").click()
+
+    def test_lines_of_several_filters(self):
+        self.change(before=[NOTCH, {**NOTCH, "angle": 90}])
+        self.assertIn("--dc-radius 1 --both-sides then gaborreject --frequency 0.142 --angle 90 ", self.lines()[0])
+        self.assertIn(" --both-sides then bandpass --frequency 0.03 ", self.lines()[0])
+        self.browser.find_element(By.ID, "tab-cpp").click()
+        self.assertIn("{&wave1, &wave1Mirror, &wave2, &wave2Mirror, &filter}", self.text("line"))
+        self.assertIn("mvRadian(179.3 * ", self.text("line"))
+        self.browser.find_element(By.ID, "tab-python").click()
+        self.assertIn("[wave1, wave1_mirror, wave2, wave2_mirror, filter]", self.text("line"))
+        self.change(before=[], **{**NOTCH, "angle": 30})
+        self.assertIn("[filter, filter_mirror]", self.text("line"))
+        self.browser.find_element(By.ID, "tab-shell").click()
+
+    def test_both_sides_of_a_lobe(self):
+        self.change(**{**NOTCH, "bothSides": False}, rescale=None)
+        self.click("#bothSides")
+        self.assertTrue(self.setting("bothSides"))
+        self.assertIn("--both-sides", self.lines()[0])
+        self.assert_same_bytes(self.lines()[0], "both sides")
+        self.change(kind=2)
+        self.assertFalse(self.browser.find_element(By.ID, "bothSides").is_displayed())
+        self.assertNotIn("--both-sides", self.lines()[0])
+        self.assert_same_bytes(self.lines()[0], "one side again")
+
+    def test_filters_before_are_listed_drawn_and_removed(self):
+        self.change(before=[NOTCH, {**NOTCH, "angle": 90, "bothSides": False}])
+        self.assertEqual(self.texts("#beforeList span"), ["reject 7.04 px, −0.7°", "reject 7.04 px, 90°, one side"])
+        self.assertEqual(len(self.texts("#spectrum ellipse.before")), 3)
+        self.browser.find_element(By.CSS_SELECTOR, "#beforeList button").send_keys(Keys.ENTER)
+        self.settle()
+        self.assertEqual(self.texts("#beforeList span"), ["reject 7.04 px, 90°, one side"])
+        self.assertEqual(self.run_script("return document.activeElement.parentElement.parentElement.id"), "beforeList")
+        self.assertEqual(self.lines()[0].count("then"), 1)
+        self.click("#beforeList button")
+        self.assertFalse(self.browser.find_element(By.ID, "before").is_displayed())
+        self.assertNotIn("then", self.lines()[0])
 
     def test_values_under_the_pointer(self):
         pane = self.browser.find_element(By.CSS_SELECTOR, "#picture canvas")
@@ -346,23 +408,84 @@ class Use(PageTest):
 
 
 class Suggest(PageTest):
-    def test_takes_a_suggestion(self):
-        self.open((PICTURES / "woven.png").read_bytes(), "woven.png")
+    def test_takes_suggestions_of_one_filter_and_of_several(self):
+        self.open(waves(256), "waves.png")
         self.browser.find_element(By.ID, "suggest").click()
         self.change(**RING)  # the page goes on meanwhile
         self.wait("!document.getElementById('suggestions').hidden", 300)
         buttons = self.browser.find_elements(By.CSS_SELECTOR, "#suggested button")
         self.assertGreaterEqual(len(buttons), 5)
-        taken = 0
+        chains = 0
         for button in buttons:
             line = button.get_attribute("title")
             button.click()
             self.settle()
-            if line.count("mvfreq") == 1 and " then " not in line:
-                self.assertTrue(set(shlex.split(line)) <= set(shlex.split(self.lines()[0])), (line, self.lines()[0]))
-                self.assert_same_bytes(self.lines()[0], line)
-                taken += 1
-        self.assertGreater(taken, 0)
+            words = shlex.split(line)
+            self.assertEqual(shlex.split(self.lines()[0])[:len(words)], words)
+            self.assertEqual(len(self.texts("#beforeList li")), words.count("then"))
+            self.assert_same_bytes(self.lines()[0], line)
+            if chains == 0 and "then" in words:
+                self.downloaded("saveFilter", "filter.mva")
+                self.assert_same_bytes(self.lines()[1], f"applied, {line}")
+            chains += "then" in words
+        self.assertGreater(chains, 0)
+        self.assertLess(chains, len(buttons))
+
+
+class Waves(PageTest):
+    def setUp(self):
+        self.change(**RING)
+
+    def find_waves(self):
+        self.browser.find_element(By.ID, "findWaves").click()
+        self.wait("!document.getElementById('waves').hidden")
+        return self.browser.find_elements(By.CSS_SELECTOR, "#waveList input")
+
+    def test_are_those_of_the_program_and_removed_before_the_filter(self):
+        self.open(waves(256), "waves.png")
+        boxes = self.find_waves()
+        listed = json.loads(subprocess.run([PROGRAM, "peaks", "--json", self.path / "waves.png"], check=True,
+                                           capture_output=True, text=True).stdout)
+        self.assertEqual(len(boxes), len(listed))
+        self.assertGreaterEqual(len(boxes), 2)
+        for at, wave in enumerate(listed):
+            boxes[at].click()
+            self.settle()
+            self.assertEqual(self.lines()[0].count(" then "), at + 1)
+            self.assertIn(f"{' '.join(wave['arguments'])} then bandpass", self.lines()[0])
+            self.assert_same_bytes(self.lines()[0], f"{at + 1} waves removed")
+        self.downloaded("saveFilter", "filter.mva")
+        self.assert_same_bytes(self.lines()[1], "waves removed, applied")
+        boxes[0].click()
+        self.settle()
+        self.assertNotIn(" ".join(listed[0]["arguments"]), self.lines()[0])
+        self.click("#beforeList button")
+        self.assertFalse(boxes[1].is_selected())
+        self.assertEqual(len(self.texts("#beforeList li")), len(listed) - 2)
+
+    def test_leave_the_ring_where_it_is_on_the_spectrum(self):
+        self.open((PICTURES / "woven.png").read_bytes(), "woven.png")
+        self.find_waves()
+        self.wait("""(() => {
+            const pane = explorer.panes.spectrum, { x, y } = pane.placeOf(0.5, 0.5), ring = pane.svg.querySelector(".shape");
+            return Math.abs(ring.getAttribute("cx") - x) < 1 && Math.abs(ring.getAttribute("cy") - y) < 1;
+        })()""", 5)
+        self.click("#closeWaves")
+
+    def test_overtones_stand_below_their_wave(self):
+        self.open((PICTURES / "woven.png").read_bytes(), "woven.png")
+        self.find_waves()
+        listed = json.loads(subprocess.run([PROGRAM, "peaks", "--json", PICTURES / "woven.png"], check=True,
+                                           capture_output=True, text=True).stdout)
+        self.assertEqual([f"overtone {wave['order']}" if wave["order"] > 1 else "" for wave in listed],
+                         self.texts("#waveList span:last-child"))
+        self.click("#closeWaves")
+        self.assertFalse(self.browser.find_element(By.ID, "waves").is_displayed())
+
+    def test_are_not_found_where_there_are_none(self):
+        self.open(png(40, 30, [bytes([77] * 40)] * 30))
+        self.assertEqual(self.find_waves(), [])
+        self.assertTrue(self.browser.find_element(By.ID, "noWaves").is_displayed())
 
 
 class WrongFiles(PageTest):
