@@ -13,7 +13,6 @@ set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_RELEASE 1)
 set(CPACK_DEBIAN_PACKAGE_MAINTAINER "The mvfreq developers <mvfreq@example.org>")
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
-set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${PROJECT_BINARY_DIR}/base ${PROJECT_BINARY_DIR}/filt)
 
@@ -45,7 +44,13 @@ endmacro()
 mvfreq_package(runtime NAME ${library} SECTION libs
   SUMMARY "frequency-domain image processing for machine vision"
   TEXT "Transforms images of 8 bits, 16 bits and floating point, applies band-pass,\nband-reject, Gabor and image filters, and transforms them back, with the same\nbits on every machine.")
-set(CPACK_DEBIAN_RUNTIME_PACKAGE_CONTROL_EXTRA ${PROJECT_SOURCE_DIR}/cmake/debian/runtime/triggers)
+# cpack would write this file as well, but warns of each module for Python that is no library.
+file(CONFIGURE OUTPUT shlibs @ONLY CONTENT
+"libmvbase @MVFREQ_SOVERSION@ @library@ (= @version@)
+libmvfreq @MVFREQ_SOVERSION@ @library@ (= @version@)
+")
+set(CPACK_DEBIAN_RUNTIME_PACKAGE_CONTROL_EXTRA
+  ${PROJECT_SOURCE_DIR}/cmake/debian/runtime/triggers ${PROJECT_BINARY_DIR}/shlibs)
 
 mvfreq_package(dev NAME libmvfreq-dev SECTION libdevel
   SUMMARY "frequency-domain image processing, development files"
