@@ -42,6 +42,9 @@ debootstrap --variant=minbase "$suite" "$root" "$mirror" >"$work/log" 2>&1 || { 
 mkdir "$root/packages" && cp "$packages"/*.deb "$root/packages"
 inside apt-get -qq update
 mkdir "$root/try" && cp -r examples/pictures tests/campaigns/consumer/project "$root/try"
+# The new Debian has nothing that makes such a file.
+/usr/bin/python3 -c 'import sys; from PIL import Image; Image.open(sys.argv[1]).save(sys.argv[2])' \
+    examples/pictures/printed.png "$root/try/photograph.jpg"
 
 # given NAME...: the package files of these names, as seen inside
 given() { for name in "$@"; do basename -a "$packages/${name}"_*.deb | sed 's|^|/packages/|'; done; }
@@ -57,6 +60,9 @@ inside sh -ec 'cd /try
     if test -f /usr/share/mvfreq/explorer.html; then test -s "$(mvfreq explore pictures/woven.png)"; fi
     mvfreq bandreject --frequency 0.24 --sigma 0.02 --plateau 0.05 pictures/printed.png tone.tif
     mvfreq info tone.tif | grep --quiet "TIFF picture"
+    mvfreq bandreject --frequency 0.24 --sigma 0.02 photograph.jpg photograph.tif
+    mvfreq suggest --radius 6 pictures/woven.png
+    mvfreq peaks pictures/disturbed.png
     test -f /usr/share/bash-completion/completions/mvfreq
     test -f /usr/share/man/man1/mvfreq.1.gz || grep --quiet man /etc/dpkg/dpkg.cfg.d/* 2>/dev/null'
 cmp "$root/try/results/woven.png" docs/images/woven-defects.png
@@ -75,17 +81,23 @@ if [[ -n $(compgen -G "$packages/python3-mvfreq_*.deb") ]]; then
     inside python3 -c 'import mvfreq, numpy
 image = numpy.full((30, 50), 100, numpy.uint8)
 spectrum = mvfreq.forward_fft(image)
-print("mvfreq", mvfreq.__version__, "for Python:", spectrum.width, "x", spectrum.height)'
+print("mvfreq", mvfreq.__version__, "for Python:", spectrum.width, "x", spectrum.height)
+print("waves:", len(mvfreq.peaks(numpy.tile(numpy.arange(64, dtype=numpy.uint8) % 8 * 30, (64, 1)))))'
 fi
 
 say "the documents"
-install $(given mvfreq-doc) libpng-dev
-inside sh -ec 'cd /usr/share/doc/mvfreq-doc && ls
-    g++ -std=c++20 -iquote . examples/texture_removal.cpp examples/picture.cpp \
+install $(given mvfreq-doc) libpng-dev python3-pil
+inside bash -ec 'cd /usr/share/doc/mvfreq-doc && ls
+    g++ -std=c++20 examples/texture_removal.cpp examples/{picture,program,spots}.cpp \
         $(pkg-config --cflags --libs mvfreq libpng) -o /try/texture_removal
     /try/texture_removal examples/pictures/woven.png /try/defects.png'
+if [[ -n $(compgen -G "$packages/python3-mvfreq_*.deb") ]]; then
+    inside python3 /usr/share/doc/mvfreq-doc/python/examples/tutorial.py /try/tutorial
+    test -s "$root/try/tutorial/1-before-and-after.png"
+fi
 
 say "everything can be removed"
-inside sh -ec "apt-get -qq -y -o Dpkg::Use-Pty=0 purge \$(dpkg-query -W -f '\${Package} ' '*mvfreq*') >/dev/null"
+inside apt-get -qq -y -o Dpkg::Use-Pty=0 purge '?name(mvfreq)' >"$work/log" 2>&1 || { cat "$work/log"; exit 1; }
+if inside dpkg-query --show '*mvfreq*' 2>/dev/null | grep .; then echo "still known"; exit 1; fi
 if inside find /usr -path '*mvfreq*' | grep .; then echo "left behind"; exit 1; fi
 say "passed"
