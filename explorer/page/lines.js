@@ -97,7 +97,8 @@ export function cppLines(s, plane, isWide) {
 
 function pythonFilter({ name, step: s }, { width, height }) {
     const type = `mvfreq.FrequencyFilter${classes[s.kind]}`;
-    const last = `size=(${width}, ${height}), dc_removal_radius=${s.dcRadius})`;
+    const radius = kinds[s.kind].passes ? "dc_removal_radius" : "dc_protection_radius";
+    const last = `size=(${width}, ${height}), ${radius}=${s.dcRadius})`;
     if (kinds[s.kind].shape === "weights") {
         return `# weights: ${height} rows of ${width} floats with the sum 1, their centre at [0, 0]\n` +
             `${name} = ${type}(mvfreq.forward_fft(weights))`;

@@ -346,6 +346,7 @@ class Use(PageTest):
         self.assertIn("[wave1, wave1_mirror, wave2, wave2_mirror, filter]", self.text("line"))
         self.change(before=[], **{**NOTCH, "angle": 30})
         self.assertIn("[filter, filter_mirror]", self.text("line"))
+        self.assertIn("dc_protection_radius=1", self.text("line"))
         self.browser.find_element(By.ID, "tab-shell").click()
 
     def test_both_sides_of_a_lobe(self):
@@ -579,7 +580,7 @@ class Explore(PageTest):
 
 def take_pictures(folder):
     """Light, dark and narrow, for the documents."""
-    def shoot(name, width, height, theme, settings, before=""):
+    def shoot(name, width, height, theme, settings, before="", after=""):
         with tempfile.TemporaryDirectory() as downloads:
             page = browser(downloads, width, height)
             page.execute_cdp_cmd("Emulation.setDeviceMetricsOverride",
@@ -587,6 +588,8 @@ def take_pictures(folder):
             page.get(PAGE.as_uri())
             time.sleep(1.5)
             page.execute_script(f"document.documentElement.dataset.theme = '{theme}'; {before}; explorer.change(arguments[0])", settings)
+            time.sleep(4)
+            page.execute_script(after)
             time.sleep(2)
             page.execute_script("document.activeElement.blur()")
             (folder / name).write_bytes(page.get_screenshot_as_png())
@@ -602,8 +605,9 @@ def take_pictures(folder):
 
     near = "document.getElementById('together').click(); explorer.panes.spectrum.own.zoom = 5; window.dispatchEvent(new Event('resize'))"
     shoot("explorer.png", 1280, 640, "light", RING, near)
-    lobe = {**RING, "kind": 2, "frequency": 0.143, "sigma": 0.02, "sigmaAcross": 0.02, "dcRadius": 0}
-    shoot("explorer-dark.png", 1280, 680, "dark", lobe, near.replace("= 5", "= 1.6"))
+    removed = "for (const at of [0, 2]) document.querySelectorAll('#waveList input')[at].click()"
+    shoot("explorer-dark.png", 1280, 760, "dark", RING,
+          near.replace("= 5", "= 1.6") + "; document.getElementById('findWaves').click()", removed)
     shoot("explorer-narrow.png", 390, 1240, "light", RING)
 
 
