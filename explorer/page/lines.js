@@ -106,8 +106,8 @@ function pythonFilter({ name, step: s }, { width, height }) {
     if (kinds[s.kind].shape === "ring") {
         return `${name} = ${type}(\n    sigma=${s.sigma}, plateau=${s.plateau}, frequency=${s.frequency},\n    ${last}`;
     }
-    return `${name} = ${type}(\n    sigma=(${s.sigma}, ${s.sigmaAcross}), plateau=(${s.plateau}, ${s.plateauAcross}),\n` +
-        `    angle=${s.angle} * math.pi / 180, frequency=${s.frequency},\n    ${last}`;
+    return `${name} = ${type}(\n    sigma=(${s.sigma}, ${s.sigmaAcross}), plateau=(${s.plateau}, ${s.plateauAcross}),` +
+        `\n    angle=${s.angle} * math.pi / 180, frequency=${s.frequency},\n    ${last}`;
 }
 
 export function pythonLines(s, plane) {

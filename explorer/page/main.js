@@ -12,8 +12,8 @@ import { Waves } from "./waves.js";
 
 const panes = Object.fromEntries(["picture", "spectrum", "result"].map((id) => [id, new Pane(find(id))]));
 const state = {
-    settings: { ...start }, name: "", kernel: "disc.png", picture: 0, shownPicture: 0, sources: {}, number: 0, shown: 0, isExact: true,
-    plane: { width: 0, height: 0 }, tiles: 1, changed: 0, tab: "shell", timings: [], isPartial: false,
+    settings: { ...start }, name: "", kernel: "disc.png", picture: 0, shownPicture: 0, sources: {}, number: 0, shown: 0,
+    isExact: true, plane: { width: 0, height: 0 }, tiles: 1, changed: 0, tab: "shell", timings: [], isPartial: false,
 };
 
 // The worker is a part of this file: pages from the disk may not read others.
@@ -73,7 +73,8 @@ function makeFields() {
             min="${field.least}" max="${field.most}" step="any"><span>${field.unit}</span>`;
         const input = row.querySelector("input");
         input.addEventListener("input", () => {
-            if (input.value !== "" && input.validity.valid) change({ [field.name]: clamped(field, input.valueAsNumber) });
+            if (input.value === "" || !input.validity.valid) return;
+            change({ [field.name]: clamped(field, input.valueAsNumber) });
         });
         input.addEventListener("keydown", (event) => {
             const sign = { ArrowUp: 1, ArrowDown: -1 }[event.key];
@@ -90,7 +91,8 @@ function makeFields() {
 function meaning({ kind, frequency, sigma }) {
     if (kinds[kind].shape === "weights") return "The weights are divided by their sum; their middle is the centre.";
     const period = frequency > 0 ? `every ${(1 / frequency).toFixed(1)} px` : "all that is slower";
-    const spot = frequency > 0 && kinds[kind].shape === "ring" ? `, spots of radius ${(0.22 / frequency).toFixed(1)}` : "";
+    const hasSpots = frequency > 0 && kinds[kind].shape === "ring";
+    const spot = hasSpots ? `, spots of radius ${(0.22 / frequency).toFixed(1)}` : "";
     return `${period}${spot}; rings ${(1 / (2 * Math.PI * sigma)).toFixed(0)} px far`;
 }
 
@@ -124,9 +126,12 @@ function bindResult() {
     find("bothSides").addEventListener("change", ({ target }) => change({ bothSides: target.checked }));
     find("border").addEventListener("change", ({ target }) => change({ border: target.value }));
     find("signed").addEventListener("change", ({ target }) => change({ signed: target.checked }));
-    find("rescale").addEventListener("change", ({ target }) => change({ rescale: target.checked ? find("percent").valueAsNumber || 100 : null }));
+    find("rescale").addEventListener("change", ({ target }) => {
+        change({ rescale: target.checked ? find("percent").valueAsNumber || 100 : null });
+    });
     find("percent").addEventListener("input", ({ target }) => {
-        if (target.value !== "" && target.validity.valid && target.valueAsNumber > 0) change({ rescale: target.valueAsNumber });
+        if (target.value === "" || !target.validity.valid || target.valueAsNumber <= 0) return;
+        change({ rescale: target.valueAsNumber });
     });
     find("tint").addEventListener("change", drawPanes);
     find("together").addEventListener("change", ({ target }) => {
@@ -187,10 +192,12 @@ function drawCross() {
 function spectrumText(x, y) {
     const pane = panes.spectrum, u = x - 0.5, v = y - 0.5, f = Math.hypot(u, v);
     if (!pane.magnitudes) return "";
-    const column = Math.min(pane.width - 1, Math.floor(x * pane.width)), row = Math.min(pane.height - 1, Math.floor(y * pane.height));
+    const column = Math.min(pane.width - 1, Math.floor(x * pane.width));
+    const row = Math.min(pane.height - 1, Math.floor(y * pane.height));
     const magnitude = pane.magnitudes[row * pane.width + column];
     const period = f > 0 ? `, every ${(1 / f).toPrecision(3)} px` : "";
-    return `${u.toFixed(3)}, ${v.toFixed(3)}: f ${f.toFixed(3)}${period}, ${((Math.atan2(v, u) * 180) / Math.PI).toFixed(0)}°, |F| ${magnitude.toPrecision(3)}`;
+    const degrees = ((Math.atan2(v, u) * 180) / Math.PI).toFixed(0);
+    return `${u.toFixed(3)}, ${v.toFixed(3)}: f ${f.toFixed(3)}${period}, ${degrees}°, |F| ${magnitude.toPrecision(3)}`;
 }
 
 function showValues() {
@@ -238,14 +245,15 @@ const heard = {
         for (const picture of Object.keys(state.sources)) if (picture < message.picture) delete state.sources[picture];
         suggestions.clear();
         waves.clear();
-        Object.assign(state, { name: message.name, isExact: message.isExact, isColour: message.isExact && message.isColour });
+        const { name, isExact } = message;
+        Object.assign(state, { name, isExact, isColour: isExact && message.isColour });
         panes.result.levels = null;
         panes.spectrum.magnitudes = null;
         take(panes.picture, message);
         say("");
-        find("about").textContent = `${message.name}, ${panes.picture.width} × ${panes.picture.height}, ` +
-            `${8 * panes.picture.pels.BYTES_PER_ELEMENT} bits${message.isExact ? "" : ", decoded by the browser"}`;
-        find("savePicture").hidden = message.isExact;
+        find("about").textContent = `${name}, ${panes.picture.width} × ${panes.picture.height}, ` +
+            `${8 * panes.picture.pels.BYTES_PER_ELEMENT} bits${isExact ? "" : ", decoded by the browser"}`;
+        find("savePicture").hidden = isExact;
         state.changed = performance.now();
         showSettings();
         wish();
@@ -342,7 +350,9 @@ function bindFiles() {
         target.value = "";
     });
     find("savePng").addEventListener("click", () => saveGrey(panes.result, "out.png"));
-    find("savePicture").addEventListener("click", () => saveGrey(panes.picture, `${state.name.replace(/\.\w+$/, "")}.png`));
+    find("savePicture").addEventListener("click", () => {
+        saveGrey(panes.picture, `${state.name.replace(/\.\w+$/, "")}.png`);
+    });
     find("saveFilter").addEventListener("click", () => worker.postMessage({ type: "archive" }));
     find("copy").addEventListener("click", copyLine);
 }
@@ -386,14 +396,16 @@ function bindKeys() {
     };
     const zoom = (factor) => inFocus().forEach((of) => zoomBy(factor, of));
     const keys = {
-        r: () => toggle("rescale"), s: () => toggle("signed"), g: () => toggle("tint"), f: () => inFocus().forEach((of) => fit(of)), o: () => toggle("file"),
+        r: () => toggle("rescale"), s: () => toggle("signed"), g: () => toggle("tint"), o: () => toggle("file"),
+        f: () => inFocus().forEach((of) => fit(of)),
         b: () => change({ border: state.settings.border === "zero" ? "mirror" : "zero" }),
         l: () => toggle("together"),
         "+": () => zoom(1.5), "=": () => zoom(1.5), "-": () => zoom(1 / 1.5), "?": () => toggle("help"),
     };
     kinds.forEach((_, kind) => { keys[kind + 1] = () => change({ kind }); });
     addEventListener("keydown", (event) => {
-        if (event.ctrlKey || event.metaKey || event.altKey || event.target.matches("input[type=number], select")) return;
+        if (event.ctrlKey || event.metaKey || event.altKey) return;
+        if (event.target.matches("input[type=number], select")) return;
         keys[event.key.toLowerCase()]?.();
     });
     const tabs = ["shell", "cpp", "python"];

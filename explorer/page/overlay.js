@@ -18,7 +18,8 @@ const along = (s, f) => [f * Math.cos(radians(s.angle)), f * Math.sin(radians(s.
 const lobeHandles = [
     { name: "frequency", label: "Lobe place: frequency by left and right, angle by up and down",
       at: (s) => along(s, s.frequency),
-      set: (s, u, v) => ({ frequency: Math.hypot(u, v), angle: Math.round((Math.atan2(v, u) * 1800) / Math.PI) / 10 }) },
+      set: (s, u, v) => ({ frequency: Math.hypot(u, v),
+                           angle: Math.round((Math.atan2(v, u) * 1800) / Math.PI) / 10 }) },
     { name: "sigma", label: "Lobe sigma along",
       at: (s) => along(s, s.frequency + s.plateau + s.sigma),
       set: (s, u, v) => {
@@ -94,8 +95,9 @@ export class Overlay {
             const { x } = this.place([value, 0]), { y } = this.place([0, value]);
             if (x >= left && x <= width) {
                 drawn("line", { class: "tick", x1: x, x2: x, y1: height - 4, y2: height }, this.lines);
-                drawn("text", { class: "tick", x: Math.min(Math.max(x, left + 14), width - 14), y: height - 7, "text-anchor": "middle" },
-                        this.lines).textContent = text(value);
+                const place = { x: Math.min(Math.max(x, left + 14), width - 14), y: height - 7 };
+                const label = drawn("text", { class: "tick", ...place, "text-anchor": "middle" }, this.lines);
+                label.textContent = text(value);
             }
             if (y >= 12 && y <= height - 20) {
                 drawn("line", { class: "tick", x1: left, x2: left + 4, y1: y, y2: y }, this.lines);
@@ -153,8 +155,8 @@ export class Overlay {
     grip(handle) {
         const { least, most, unit } = fieldOf[handle.name];
         const grip = drawn("g", {
-            class: "grip", tabindex: 0, role: "slider", "aria-label": `${handle.label}, ${unit}`, "data-field": handle.name,
-            "aria-valuemin": least, "aria-valuemax": most,
+            class: "grip", tabindex: 0, role: "slider", "aria-label": `${handle.label}, ${unit}`,
+            "data-field": handle.name, "aria-valuemin": least, "aria-valuemax": most,
         }, this.grips);
         drawn("circle", { class: "reach", r: 14 }, grip);
         drawn("circle", { class: "knob", r: 5 }, grip);

@@ -12,9 +12,11 @@ export const fields = [
     { name: "frequency", label: "Frequency", unit: "cycles/px", least: 0, most: 0.7, step: 0.001, shapes: "ring lobe" },
     { name: "angle", label: "Angle", unit: "°", least: -360, most: 360, step: 1, shapes: "lobe" },
     { name: "sigma", label: "Sigma", unit: "cycles/px", least: 0.0001, most: 0.5, step: 0.001, shapes: "ring lobe" },
-    { name: "sigmaAcross", label: "Sigma across", unit: "cycles/px", least: 0.0001, most: 0.5, step: 0.001, shapes: "lobe" },
+    { name: "sigmaAcross", label: "Sigma across", unit: "cycles/px", least: 0.0001, most: 0.5, step: 0.001,
+      shapes: "lobe" },
     { name: "plateau", label: "Plateau", unit: "cycles/px", least: 0, most: 0.5, step: 0.001, shapes: "ring lobe" },
-    { name: "plateauAcross", label: "Plateau across", unit: "cycles/px", least: 0, most: 0.5, step: 0.001, shapes: "lobe" },
+    { name: "plateauAcross", label: "Plateau across", unit: "cycles/px", least: 0, most: 0.5, step: 0.001,
+      shapes: "lobe" },
     { name: "dcRadius", label: "DC radius", unit: "bins", least: 0, most: 64, step: 1, shapes: "ring lobe" },
 ];
 

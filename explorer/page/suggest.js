@@ -80,7 +80,8 @@ export class Suggestions {
             const point = add("circle", { cx: points[i][0], cy: points[i][1], r: 4 });
             point.addEventListener("click", () => this.choose(filter));
             add("text", { x: points[i][0], y: height - 8, "text-anchor": "middle" }, `${filter.radius}`);
-            add("text", { x: points[i][0], y: points[i][1] - 7, "text-anchor": "middle" }, filter.levels.toPrecision(2));
+            add("text", { x: points[i][0], y: points[i][1] - 7, "text-anchor": "middle" },
+                filter.levels.toPrecision(2));
         });
     }
 }

@@ -58,7 +58,8 @@ export class Pane {
     placement() {
         const width = this.canvas.clientWidth, height = this.canvas.clientHeight;
         const scale = Math.min(width / this.width, height / this.height) * this.view.zoom;
-        return { scale, left: width / 2 - this.view.x * this.width * scale, top: height / 2 - this.view.y * this.height * scale };
+        return { scale, left: width / 2 - this.view.x * this.width * scale,
+                 top: height / 2 - this.view.y * this.height * scale };
     }
 
     // From a place on the pane to a place in parts of the picture, and back.
@@ -90,7 +91,8 @@ export class Pane {
 
     draw() {
         const ratio = devicePixelRatio;
-        const width = Math.round(this.canvas.clientWidth * ratio), height = Math.round(this.canvas.clientHeight * ratio);
+        const width = Math.round(this.canvas.clientWidth * ratio);
+        const height = Math.round(this.canvas.clientHeight * ratio);
         if (this.canvas.width !== width || this.canvas.height !== height) Object.assign(this.canvas, { width, height });
         const context = this.canvas.getContext("2d");
         context.clearRect(0, 0, width, height);
@@ -122,7 +124,9 @@ export class Pane {
             Object.assign(scratch, { width: Math.max(columns, scratch.width), height: Math.max(rows, scratch.height) });
         }
         const context = scratch.getContext("2d");
-        if (this.image?.width !== columns || this.image?.height !== rows) this.image = context.createImageData(columns, rows);
+        if (this.image?.width !== columns || this.image?.height !== rows) {
+            this.image = context.createImageData(columns, rows);
+        }
         const to = new Uint32Array(this.image.data.buffer);
         for (let row = 0, i = 0; row < rows; ++row) {
             let from = (y + row) * level.width + x;

@@ -12,8 +12,8 @@ function has(before, steps) {
 // The cells of a wave; an overtone stands under its wave.
 function cellsOf({ period, angle, amplitude, decibels, order }) {
     const degrees = (Math.round(10 * angle) / 10 + 0).toFixed(1).replace("-", "−");
-    return [`${threeDigits(period)} px`, `${degrees}°`, `${threeDigits(amplitude)} levels`, `${Math.round(decibels)} dB`,
-            order > 1 ? `overtone ${order}` : ""];
+    return [`${threeDigits(period)} px`, `${degrees}°`, `${threeDigits(amplitude)} levels`,
+            `${Math.round(decibels)} dB`, order > 1 ? `overtone ${order}` : ""];
 }
 
 export class Waves {

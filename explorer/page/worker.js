@@ -47,7 +47,8 @@ async function open(message) {
     const answer = checked(engine.setPicture(samples, width, height, channels));
     picture = message.picture;
     hasSpectrum = false;
-    send({ type: "opened", picture, name: message.name, isExact: Boolean(message.bytes), isColour: channels > 2 }, answer);
+    const { name, bytes } = message;
+    send({ type: "opened", picture, name, isExact: Boolean(bytes), isColour: channels > 2 }, answer);
 }
 
 async function takeKernel(message) {
