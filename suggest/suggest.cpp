@@ -71,11 +71,11 @@ class Proposals {
         const std::vector<mvFilterStep> waves = mvi::strongWaves(windows_.front(), radii_);
         mvi::FilterSearch search = searchBehind({});
         if (waves.empty()) {
-            progress_.expect(steps(search));
+            progress_.expect(steps(search, {}));
             return finished(bestOfAll(search, {}));
         }
         mvi::FilterSearch behind = searchBehind(waves);
-        progress_.expect(steps(search) + steps(behind));
+        progress_.expect(steps(search, {}) + steps(behind, waves));
         const std::vector<mvSuggestion> alone = bestOfAll(search, {});
         return finished(better(alone, bestOfAll(behind, waves)));
     }
@@ -98,8 +98,14 @@ class Proposals {
                 }};
     }
 
-    std::size_t steps(const mvi::FilterSearch& search) const {
-        return search.tries() + kWholeTries * whole_.finalists() * radii_.size();
+    // What several filters must gain is more than what sets the best of them apart.
+    std::size_t finalists(const std::vector<mvFilterStep>& waves) const {
+        return waves.empty() ? whole_.finalists() : (whole_.finalists() + 3) / 4;
+    }
+
+    std::size_t steps(const mvi::FilterSearch& search,
+                      const std::vector<mvFilterStep>& waves) const {
+        return search.tries() + kWholeTries * finalists(waves) * radii_.size();
     }
 
     // For each radius the best filter behind those that remove waves.
@@ -109,7 +115,7 @@ class Proposals {
         std::vector<mvSuggestion> found;
         for (const double radius : radii_) {
             found.push_back(
-                bestOf(search.best(bumpOf(radius, options_), whole_.finalists()), waves, radius));
+                bestOf(search.best(bumpOf(radius, options_), finalists(waves)), waves, radius));
         }
         return found;
     }
