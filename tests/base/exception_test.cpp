@@ -8,6 +8,7 @@
 #include <type_traits>
 #include <typeinfo>
 
+#include "support/longs.h"
 #include "support/value_bytes.h"
 
 namespace shop {
@@ -188,7 +189,7 @@ TEST(StatusException, ArchivesItsStatus) {
 
 TEST(ThrowExceptionOnFailure, ThrowsForEveryStatusButZero) {
     EXPECT_NO_THROW(mfThrowExceptionOnFailure(0));
-    for (const long status : {1L, -1L, 77L, 1L << 31}) {
+    for (const long status : {1L, -1L, 77L, support::powerOfTwo(31)}) {
         try {
             mfThrowExceptionOnFailure(status);
             ADD_FAILURE() << status;

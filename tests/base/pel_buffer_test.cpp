@@ -14,6 +14,7 @@
 #include <utility>
 #include <vector>
 
+#include "support/longs.h"
 #include "support/sanitizers.h"
 
 namespace {
@@ -96,8 +97,9 @@ TYPED_TEST(PelBuffer, RefusesPelsOutsideTheWindow) {
 
 TYPED_TEST(PelBuffer, RefusesBadSidesAndAlignments) {
     using Buffer = mvPelBuffer<TypeParam>;
-    const long tooLong = 1L << 31;
-    for (const long side : {0L, -1L, LONG_MIN, tooLong, LONG_MAX}) {
+    const auto sides = support::thatLongsHold<std::vector<long>>(
+        {0, -1, LONG_MIN}, {support::powerOfTwo(31), LONG_MAX});
+    for (const long side : sides) {
         EXPECT_THROW(Buffer(side, 1), mvExceptionWithString) << side;
         EXPECT_THROW(Buffer(1, side), mvExceptionWithString) << side;
     }

@@ -71,22 +71,18 @@ struct LobeCase : FilterCase<F, reference::LobeParameters> {
 
     /// Parameters that pass the checks, but whose support would not fit or is no number.
     static std::vector<std::function<void(P&)>> tooLarge() {
-        return {[](P& p) { p.sigmaX = kNaN; },
-                [](P& p) { p.sigmaY = kNaN; },
-                [](P& p) { p.sigmaX = p.sigmaY = kNaN; },
-                [](P& p) { p.sigmaX = kInfinity; },
-                [](P& p) { p.sigmaY = 1e300; },
-                [](P& p) { p.plateauX = kNaN; },
-                [](P& p) { p.plateauY = kNaN; },
-                [](P& p) { p.plateauX = kInfinity; },
-                [](P& p) { p.plateauY = 1e300; },
-                [](P& p) { p.angle = kNaN; },
-                [](P& p) { p.angle = kInfinity; },
-                [](P& p) { p.sigmaX = p.sigmaY = 1e5; },
-                [](P& p) { p.plateauX = p.plateauY = 1e5; },
-                [](P& p) { p.width = 1L << 40; },
-                [](P& p) { p.height = 1L << 40; },
-                [](P& p) { p.width = p.height = 1L << 22; }};
+        using Changes = std::vector<std::function<void(P&)>>;
+        return support::thatLongsHold<Changes>(
+            {[](P& p) { p.sigmaX = kNaN; }, [](P& p) { p.sigmaY = kNaN; },
+             [](P& p) { p.sigmaX = p.sigmaY = kNaN; }, [](P& p) { p.sigmaX = kInfinity; },
+             [](P& p) { p.sigmaY = 1e300; }, [](P& p) { p.plateauX = kNaN; },
+             [](P& p) { p.plateauY = kNaN; }, [](P& p) { p.plateauX = kInfinity; },
+             [](P& p) { p.plateauY = 1e300; }, [](P& p) { p.angle = kNaN; },
+             [](P& p) { p.angle = kInfinity; }, [](P& p) { p.sigmaX = p.sigmaY = 1e5; },
+             [](P& p) { p.plateauX = p.plateauY = 1e5; },
+             [](P& p) { p.width = p.height = 1L << 22; }},
+            {[](P& p) { p.width = support::powerOfTwo(40); },
+             [](P& p) { p.height = support::powerOfTwo(40); }});
     }
 
     static std::vector<std::function<void(F&)>> nanSetters() {

@@ -11,6 +11,7 @@
 #include <string>
 #include <vector>
 
+#include "support/longs.h"
 #include "support/thrown.h"
 
 namespace cases {
@@ -60,7 +61,7 @@ std::vector<BadValue<P>> badSizesAndFrequencies() {
     for (const double f : {-1e-9, 0.5000001, -kInfinity, kInfinity, kNaN}) {
         bad.push_back({1, [f](P& p) { p.frequency = f; }, kBadFrequency, std::isnan(f)});
     }
-    for (const long n : {0L, -1L, -4L, 3L, 6L, 12L, (1L << 32) + 8,
+    for (const long n : {0L, -1L, -4L, 3L, 6L, 12L, support::asLong((std::int64_t{1} << 32) + 8),
                          std::numeric_limits<long>::max(), std::numeric_limits<long>::min()}) {
         bad.push_back({5, [n](P& p) { p.width = n; }, support::kNotPowerOfTwo});
         bad.push_back({6, [n](P& p) { p.height = n; }, support::kNotPowerOfTwo});
@@ -70,7 +71,8 @@ std::vector<BadValue<P>> badSizesAndFrequencies() {
 
 template <class P>
 void addBadRadii(std::vector<BadValue<P>>& bad, const char* thrown) {
-    for (const long r : {-1L, -(1L << 40), std::numeric_limits<long>::min()}) {
+    for (const long r :
+         {-1L, support::asLong(-(std::int64_t{1} << 40)), std::numeric_limits<long>::min()}) {
         bad.push_back({4, [r](P& p) { p.radius = r; }, thrown});
     }
 }

@@ -55,19 +55,18 @@ struct RingCase : FilterCase<F, reference::RingParameters> {
 
     /// Valid parameters whose profile would not fit.
     static std::vector<std::function<void(P&)>> tooLarge() {
-        return {[](P& p) { p.sigma = kInfinity; },
-                [](P& p) { p.sigma = 1e300; },
-                [](P& p) { p.sigma = 1e8; },
-                [](P& p) {
-                    p.sigma = 1e6;
-                    p.width = 1024;
-                },
-                [](P& p) { p.plateau = kInfinity; },
-                [](P& p) { p.plateau = 1e300; },
-                [](P& p) { p.plateau = 1e9; },
-                [](P& p) { p.plateau = 3e7; },
-                [](P& p) { p.width = 1L << 33; },
-                [](P& p) { p.width = 1L << 62; }};
+        using Changes = std::vector<std::function<void(P&)>>;
+        return support::thatLongsHold<Changes>(
+            {[](P& p) { p.sigma = kInfinity; }, [](P& p) { p.sigma = 1e300; },
+             [](P& p) { p.sigma = 1e8; },
+             [](P& p) {
+                 p.sigma = 1e6;
+                 p.width = 1024;
+             },
+             [](P& p) { p.plateau = kInfinity; }, [](P& p) { p.plateau = 1e300; },
+             [](P& p) { p.plateau = 1e9; }, [](P& p) { p.plateau = 3e7; }},
+            {[](P& p) { p.width = support::powerOfTwo(33); },
+             [](P& p) { p.width = support::powerOfTwo(62); }});
     }
 
     /// The setters whose parameter is a plain double, with a NaN.

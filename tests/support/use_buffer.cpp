@@ -1,6 +1,7 @@
 // Every public operation upon a frequency buffer.
 #include <utility>
 
+#include "support/longs.h"
 #include "support/store_again.h"
 #include "support/use.h"
 
@@ -20,9 +21,10 @@ struct Use {
 
 // --- Element access
 
-constexpr mvPair<long> kPlaces[] = {{0, 0},       {1, 0},          {-1, 0},
-                                    {0, -1},      {1023, 2047},    {-2147483648L, 2147483647},
-                                    {2048, 2048}, {0, 5000000000L}};
+constexpr mvPair<long> kPlaces[] = {{0, 0},       {1, 0},
+                                    {-1, 0},      {0, -1},
+                                    {1023, 2047}, {support::asLong(-2147483648LL), 2147483647},
+                                    {2048, 2048}, {0, support::asLong(5000000000)}};
 
 // Calls access(x, y, centred) at places within and beyond planes of all sizes.
 template <class Access>

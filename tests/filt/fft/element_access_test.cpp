@@ -7,6 +7,7 @@
 
 #include "support/buffer_probe.h"
 #include "support/compare.h"
+#include "support/longs.h"
 #include "support/random_planes.h"
 #include "support/thrown.h"
 
@@ -17,7 +18,7 @@ using support::planeOf;
 using support::randomPlane;
 using support::thrownBy;
 
-constexpr long kBeyond32Bits = 1L << 32;
+constexpr long kBeyond32Bits = support::powerOfTwo(32);
 
 TEST(ElementAccess, ReadsEveryElementInStorageCoordinates) {
     const auto plane = randomPlane(8, 4, 1);
@@ -86,7 +87,7 @@ TEST(ElementAccess, RefusesCoordinatesOutsideThePlane) {
         {8, 4, 0, -1, false, false},
         {8, 4, kBeyond32Bits, 0, false, false},
         {8, 4, 1 - kBeyond32Bits, 0, false, false},
-        {8, 4, 0, kBeyond32Bits + 1, false, false},
+        {8, 4, 0, support::asLong((std::int64_t{1} << 32) + 1), false, false},
         {8, 4, -4, -2, true, true},
         {8, 4, 3, 1, true, true},
         {8, 4, 4, 0, true, false},

@@ -10,6 +10,7 @@
 
 #include "support/buffer_probe.h"
 #include "support/compare.h"
+#include "support/longs.h"
 #include "support/pel_images.h"
 #include "support/random_planes.h"
 #include "support/thrown.h"
@@ -28,7 +29,7 @@ using support::randomPlane;
 using support::spectrumOf;
 using support::thrownBy;
 
-constexpr long kBeyond32Bits = 1L << 32;
+constexpr long kBeyond32Bits = support::powerOfTwo(32);
 
 // A 4 x 4 buffer of a 3 x 4 image with offset, transform and random frequencies.
 mvFrequencyBuffer placedBuffer() {
@@ -160,7 +161,8 @@ TEST(FrequencyBuffer, StartsWithZerosAndTheIdentity) {
 }
 
 TEST(FrequencyBuffer, RefusesSidesAbove2048) {
-    for (const long side : {2049L, 5000L, kBeyond32Bits, kBeyond32Bits + 16}) {
+    for (const long side :
+         {2049L, 5000L, kBeyond32Bits, support::asLong((std::int64_t{1} << 32) + 16)}) {
         EXPECT_EQ(thrownBy([&] { mvFrequencyBuffer(side, 4); }), support::kTooLarge) << side;
         EXPECT_EQ(thrownBy([&] { mvFrequencyBuffer(-4, side); }), support::kTooLarge) << side;
     }

@@ -67,8 +67,8 @@ mvFrequencyBuffer complexSpectrum(const Case& c, double size = 400) {
 template <class T>
 Output<T> output(const Case& c, bool bound) {
     if (!bound) return std::nullopt;
-    const long x = std::min(c.x + 1, 2147483647L);
-    const long y = std::max(c.y - 2, -2147483648L);
+    const long x = std::min<std::int64_t>(std::int64_t{c.x} + 1, 2147483647);
+    const long y = std::max<std::int64_t>(std::int64_t{c.y} - 2, -2147483648LL);
     return at(Image<T>(c.width + 2, c.height + 1, T{99}), x, y);
 }
 

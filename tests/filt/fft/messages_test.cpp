@@ -10,6 +10,7 @@
 
 #include "support/buffer_probe.h"
 #include "support/compare.h"
+#include "support/longs.h"
 #include "support/pel_images.h"
 #include "support/random_planes.h"
 #include "support/thrown.h"
@@ -94,7 +95,7 @@ TEST(Messages, OfAMissingPlaneComeBeforeThoseOfASpentOne) {
 TEST(Messages, OfTheReducedCopyInTheirOrder) {
     const mvFrequencyBuffer source(256, 128);
     const mvFrequencyBuffer empty;
-    const long huge = (1L << 32) + 64;
+    const long huge = support::asLong((std::int64_t{1} << 32) + 64);
     const struct {
         const mvFrequencyBuffer& source;
         long width, height;

@@ -4,6 +4,7 @@
 #include "support/filter_cases.h"
 #include "support/filter_classes.h"
 #include "support/loading.h"
+#include "support/longs.h"
 #include "support/random_planes.h"
 #include "support/slots.h"
 #include "support/spectra.h"
@@ -120,9 +121,10 @@ TEST(FilterBase, MasksABufferWithoutData) {
 
 TEST(FilterBase, HoldsRowsBeyond32BitsAtTheEnds) {
     mvFrequencyBuffer buffer(4, 4);
-    BufferProbe::maskFrequencyBuffer(buffer, true, -(1L << 40), 1L << 40);
-    EXPECT_EQ(mvi::BufferAccess::maskedMiny(buffer), -(1L << 31));
-    EXPECT_EQ(mvi::BufferAccess::maskedMaxy(buffer), (1L << 31) - 1);
+    BufferProbe::maskFrequencyBuffer(buffer, true, support::asLong(-(std::int64_t{1} << 40)),
+                                     support::powerOfTwo(40));
+    EXPECT_EQ(mvi::BufferAccess::maskedMiny(buffer), std::numeric_limits<std::int32_t>::min());
+    EXPECT_EQ(mvi::BufferAccess::maskedMaxy(buffer), std::numeric_limits<std::int32_t>::max());
 }
 
 TEST(FilterBase, SizesABuffer) {

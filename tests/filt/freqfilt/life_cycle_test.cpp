@@ -4,6 +4,7 @@
 #include <typeinfo>
 
 #include "support/filter_cases.h"
+#include "support/longs.h"
 #include "support/spectra.h"
 
 namespace {
@@ -340,9 +341,9 @@ TYPED_TEST(FilterLifeCycle, ANaNEqualsTheStoredValue) {
 TYPED_TEST(FilterLifeCycle, ALongBeyond32BitsIsHeldAtTheEnd) {
     typename TypeParam::Filter filter;
     auto p = TypeParam::parameters();
-    p.radius = 1L << 40;
+    p.radius = support::powerOfTwo(40);
     TypeParam::set(filter, p);
-    p.radius = (1L << 31) - 1;
+    p.radius = std::numeric_limits<std::int32_t>::max();
     expectHolds<TypeParam>(filter, p);
 }
 

@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include "support/longs.h"
+
 namespace {
 
 template <class Integer>
@@ -46,10 +48,11 @@ TEST(LowByte, IsThatOfTheTruncationAndZeroWhereNoneIs) {
 }
 
 TEST(Hold32, KeepsTheNearestValueOf32Bits) {
-    constexpr long kLow = -2147483648L, kHigh = 2147483647L;
+    constexpr long kLow = std::numeric_limits<std::int32_t>::min();
+    constexpr long kHigh = std::numeric_limits<std::int32_t>::max();
     for (const long value : {0L, 1L, -1L, kLow, kHigh}) EXPECT_EQ(mvi::hold32(value), value);
-    EXPECT_EQ(mvi::hold32(kHigh + 1), kHigh);
-    EXPECT_EQ(mvi::hold32(kLow - 1), kLow);
+    EXPECT_EQ(mvi::hold32(support::asLong(std::int64_t{kHigh} + 1)), kHigh);
+    EXPECT_EQ(mvi::hold32(support::asLong(std::int64_t{kLow} - 1)), kLow);
     EXPECT_EQ(mvi::hold32(std::numeric_limits<long>::max()), kHigh);
     EXPECT_EQ(mvi::hold32(std::numeric_limits<long>::min()), kLow);
 }

@@ -2,6 +2,7 @@
 #include <stdexcept>
 
 #include "support/filter_cases.h"
+#include "support/longs.h"
 #include "support/random_planes.h"
 #include "support/spectra.h"
 
@@ -50,13 +51,17 @@ TYPED_TEST(ProtectionSquare, LargeRadiiLeaveThePlane) {
 }
 
 TEST(BandRejectSquare, RadiiThatNoListServesAreALengthError) {
-    for (const long radius : {kLargestListed + 1, 1L << 30, (1L << 31) - 1, 1L << 50}) {
+    for (const long radius :
+         {kLargestListed + 1, 1L << 30, support::asLong((std::int64_t{1} << 31) - 1),
+          support::powerOfTwo(50)}) {
         EXPECT_EQ(thrownForRadius<cases::BandReject>(radius), "vector<T> too long");
     }
 }
 
 TEST(GaborRejectSquare, TakesALengthForAHintOnly) {
-    for (const long radius : {kLargestListed + 1, 1L << 30, (1L << 31) - 1, 1L << 50}) {
+    for (const long radius :
+         {kLargestListed + 1, 1L << 30, support::asLong((std::int64_t{1} << 31) - 1),
+          support::powerOfTwo(50)}) {
         EXPECT_EQ(thrownForRadius<cases::GaborReject>(radius), support::kOutOfBounds);
     }
 }
