@@ -115,7 +115,7 @@ void reportArchive(std::istream& file, std::ostream& out) {
 }  // namespace
 
 void reportFile(const std::string& path, std::ostream& out) {
-    std::ifstream file = openInput(path);
+    InputFile file(path);
     if (!isStandard(path) && beginsPicture(file.peek())) {
         out << pictureReport(path);
         return;

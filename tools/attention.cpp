@@ -5,9 +5,9 @@
 
 #include <algorithm>
 #include <atomic>
-#include <csignal>
 
 #include "progress_line.h"
+#include "system.h"
 
 namespace {
 
@@ -26,18 +26,10 @@ struct Stage {
 
 thread_local Stage stage;
 
-// Without SA_RESTART, so that waiting for a pipe ends as well.
-void catchSignal(int signal) {
-    struct sigaction action {};
-    action.sa_handler = noteSignal;
-    sigaction(signal, &action, nullptr);
-}
-
 }  // namespace
 
 Attention::Attention(ProgressLine* line) : line_(line) {
-    catchSignal(SIGINT);
-    catchSignal(SIGTERM);
+    catchStops(noteSignal);
     former_ = vsys_set_attention_handler(&Attention::poll, this);
 }
 

@@ -98,7 +98,7 @@ class BmpReader : public PictureReader {
     }
 
     void readOldHead() {
-        const long width = take(2), height = take(2);
+        const auto width = static_cast<long>(take(2)), height = static_cast<long>(take(2));
         setSize(width, height);
         take(2);
         setBits(take(2));

@@ -1,9 +1,6 @@
 // The files of one call, and what it may replace.
 #include "call_files.h"
 
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <algorithm>
 #include <cerrno>
 #include <filesystem>
@@ -15,22 +12,14 @@
 #include "picture_file.h"
 #include "picture_format.h"
 #include "standard_names.h"
+#include "system.h"
 
 namespace fs = std::filesystem;
 
 namespace {
 
-// What a file is, whatever name it is given.
-using Identity = std::pair<dev_t, ino_t>;
-
-std::optional<Identity> identityOf(const std::string& path) {
-    struct stat status {};
-    if (stat(path.c_str(), &status) != 0) return std::nullopt;
-    return Identity(status.st_dev, status.st_ino);
-}
-
-std::set<Identity> identitiesOf(const std::vector<std::string>& paths) {
-    std::set<Identity> identities;
+std::set<FileIdentity> identitiesOf(const std::vector<std::string>& paths) {
+    std::set<FileIdentity> identities;
     for (const std::string& path : paths) {
         if (const auto identity = identityOf(path)) identities.insert(*identity);
     }
@@ -70,8 +59,8 @@ void requireOwn(const Output& output) {
     }
 }
 
-void requireFree(const Output& output, const std::set<Identity>& inputs) {
-    const std::optional<Identity> identity = identityOf(output.path);
+void requireFree(const Output& output, const std::set<FileIdentity>& inputs) {
+    const std::optional<FileIdentity> identity = identityOf(output.path);
     if (!identity) return;
     if (inputs.contains(*identity)) {
         throw BadArgument(output.path + ": is an input of this call (--force replaces it)");
@@ -84,14 +73,13 @@ void requireFree(const Output& output, const std::set<Identity>& inputs) {
 }
 
 void requireNoTerminal() {
-    if (isatty(STDOUT_FILENO) == 1) {
+    if (outputIsTerminal()) {
         throw BadArgument("-: standard output is a terminal, which shows no files");
     }
 }
 
 void requirePossibleName(const Output& output) {
-    struct stat ignored {};
-    if (stat(output.path.c_str(), &ignored) != 0 && errno == ENAMETOOLONG) {
+    if (isTooLong(output.path)) {
         throw BadArgument(output.path + ": " + systemText(ENAMETOOLONG));
     }
 }
@@ -120,7 +108,7 @@ CLI::Option* addOutput(CLI::App& command, const char* name, std::optional<std::s
 
 void requireFreeOutputs(const std::vector<std::string>& inputs, const std::vector<Output>& outputs,
                         const Existing& existing) {
-    const std::set<Identity> identities = identitiesOf(inputs);
+    const std::set<FileIdentity> identities = identitiesOf(inputs);
     for (const Output& output : outputs) {
         requireName(output);
         if (isStandard(output.path)) {

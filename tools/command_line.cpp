@@ -202,8 +202,8 @@ bool readStep(const std::vector<std::string>& words, FilterSteps& steps) {
 
 }  // namespace
 
-Work readCommandLine(int argc, char** argv) {
-    const std::vector<std::vector<std::string>> commands = commandsOf(argc, argv);
+Work readCommandLine(const std::vector<std::string>& words) {
+    const std::vector<std::vector<std::string>> commands = commandsOf(words);
     FilterSteps steps;
     for (std::size_t i = 0; i + 1 < commands.size(); ++i) {
         if (!readStep(commands[i], steps)) return [] { return exitGood; };

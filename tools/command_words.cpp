@@ -9,9 +9,9 @@ namespace {
 using Words = std::vector<std::string>;
 
 // --rescale may have a number behind it, or none: it gets one.
-std::string withPercentage(const char* next, bool& hasNumber) {
-    hasNumber = next != nullptr && numberIn(next).has_value();
-    return std::string("--rescale=") + (hasNumber ? next : "100");
+std::string withPercentage(const std::string& next, bool& hasNumber) {
+    hasNumber = numberIn(next.c_str()).has_value();
+    return "--rescale=" + (hasNumber ? next : "100");
 }
 
 void requireWords(const std::vector<Words>& commands) {
@@ -23,18 +23,18 @@ void requireWords(const std::vector<Words>& commands) {
 
 }  // namespace
 
-std::vector<Words> commandsOf(int argc, char** argv) {
+std::vector<Words> commandsOf(const Words& words) {
     std::vector<Words> commands(1);
     bool areNames = false;  // what follows "--" is neither option nor command
-    for (int at = 1; at < argc; ++at) {
-        const std::string word = argv[at];
+    for (std::size_t at = 1; at < words.size(); ++at) {
+        const std::string& word = words[at];
         areNames = areNames || word == "--";
         bool hasNumber = false;
         if (!areNames && word == "then") {
             commands.emplace_back();
         } else if (!areNames && word == "--rescale") {
             commands.back().push_back(
-                withPercentage(at + 1 < argc ? argv[at + 1] : nullptr, hasNumber));
+                withPercentage(at + 1 < words.size() ? words[at + 1] : "", hasNumber));
         } else {
             commands.back().push_back(word);
         }

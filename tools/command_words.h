@@ -7,4 +7,4 @@
 /// The words of each command: `then` stands between filters that are applied one after the other. A
 /// --rescale has its percentage. There is always at least one command. Throws BadArgument when
 /// nothing stands before or behind a `then`.
-std::vector<std::vector<std::string>> commandsOf(int argc, char** argv);
+std::vector<std::vector<std::string>> commandsOf(const std::vector<std::string>& words);

@@ -1,13 +1,8 @@
 // The explorer: a page for the browser, with a picture in it.
 #include "explore.h"
 
-#include <fcntl.h>
-#include <spawn.h>
-#include <unistd.h>
-
-#include <array>
 #include <cerrno>
-#include <cstdlib>
+#include <cstdio>
 #include <filesystem>
 #include <iterator>
 #include <string_view>
@@ -16,6 +11,7 @@
 #include "failure.h"
 #include "input_file.h"
 #include "printable.h"
+#include "system.h"
 
 namespace {
 
@@ -23,8 +19,7 @@ namespace fs = std::filesystem;
 
 // Beside an installed program, beside one in its build tree, and where it was to be installed.
 std::vector<fs::path> places() {
-    std::error_code ignored;
-    const fs::path folder = fs::read_symlink("/proc/self/exe", ignored).parent_path();
+    const fs::path folder = programFolder();
     return {folder / "../share/mvfreq/explorer.html", folder / "../explorer/explorer.html",
             MVFREQ_EXPLORER_PAGE};
 }
@@ -39,7 +34,7 @@ std::string findPage() {
 }
 
 std::string contentsOf(const std::string& path) {
-    std::ifstream file = openInput(path);
+    InputFile file(path);
     return {std::istreambuf_iterator<char>(file), {}};
 }
 
@@ -87,42 +82,15 @@ std::string withPicture(std::string page, const std::string& pagePath, const std
 // The browser reads it after the program has ended, so it stays; systems clear the folder.
 std::string temporaryPage(const std::string& text) {
     std::string path = (fs::temp_directory_path() / "mvfreq-XXXXXX.html").string();
-    const int file = mkstemps(path.data(), 5);
-    if (file < 0) throw Failure(path + ": " + systemText(errno));
-    for (std::size_t done = 0; done < text.size();) {
-        const ssize_t count = ::write(file, text.data() + done, text.size() - done);
-        if (count < 0 && errno == EINTR) continue;
-        if (count < 0) {
-            const int error = errno;
-            ::close(file);
-            ::unlink(path.c_str());
-            throw Failure(path + ": " + systemText(error));
-        }
-        done += static_cast<std::size_t>(count);
-    }
-    ::close(file);
-    return path;
-}
-
-bool hasDesktop() {
-    const auto isSet = [](const char* name) {
-        const char* value = std::getenv(name);
-        return value != nullptr && *value != '\0';
-    };
-    return isSet("DISPLAY") || isSet("WAYLAND_DISPLAY");
-}
-
-// The path is printed in any case: what the browser does with it cannot be seen from here.
-void openInBrowser(const std::string& path) {
-    std::string command = "xdg-open", argument = path;
-    const std::array<char*, 3> arguments{command.data(), argument.data(), nullptr};
-    posix_spawn_file_actions_t actions;
-    posix_spawn_file_actions_init(&actions);
-    posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
-    posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, "/dev/null", O_WRONLY, 0);
-    pid_t child = 0;
-    posix_spawnp(&child, command.c_str(), &actions, nullptr, arguments.data(), environ);
-    posix_spawn_file_actions_destroy(&actions);
+    std::FILE* const file = makeTemporary(path);
+    if (!file) throw Failure(path + ": " + systemText(errno));
+    const bool isWritten = std::fwrite(text.data(), 1, text.size(), file) == text.size();
+    int error = isWritten ? 0 : errno;
+    if (std::fclose(file) != 0 && error == 0) error = errno;
+    if (error == 0) return path;
+    std::error_code ignored;
+    fs::remove(path, ignored);
+    throw Failure(path + ": " + systemText(error));
 }
 
 }  // namespace
@@ -133,6 +101,7 @@ void explore(const ExploreOptions& options) {
     if (options.picture) {
         shown = temporaryPage(withPicture(contentsOf(page), page, *options.picture));
     }
-    if (options.opensBrowser && hasDesktop()) openInBrowser(shown);
+    // The path is printed in any case: what the browser does with it cannot be seen from here.
+    if (options.opensBrowser) openInBrowser(shown);
     printOut(shown + "\n");
 }

@@ -17,7 +17,7 @@ void saveFilters(OutputFile& file, mvFilterList filters) {
 }
 
 mvFilterChain loadFilters(const std::string& path) {
-    std::ifstream file = openInput(path);
+    InputFile file(path);
     mvFilterChain chain;
     try {
         mvArchive archive(file);

@@ -103,7 +103,7 @@ class FilterRun {
 
     // How often a channel is filtered.
     long calls() const {
-        const long channels = std::ssize(picture_.channels);
+        const auto channels = static_cast<long>(picture_.channels.size());
         const long parts = options_.hasPhases() ? (options_.withSign ? 1 : 2) : 0;
         const long searches = options_.find.isAsked() ? channels : 0;
         return searches + parts + (isSpreadTogether() ? 2 * channels - 1 : channels);

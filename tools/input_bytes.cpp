@@ -1,13 +1,13 @@
 // The bytes of a file that a decoder reads.
 #include "input_bytes.h"
 
-#include <sys/stat.h>
-
 #include <array>
 #include <cerrno>
+#include <filesystem>
 
 #include "failure.h"
 #include "standard_names.h"
+#include "system.h"
 
 namespace {
 
@@ -22,12 +22,11 @@ int leaveOpen(std::FILE*) {
 
 InputBytes::File InputBytes::open(const std::string& path) {
     if (isStandard(path)) return {stdin, &leaveOpen};
-    File file(std::fopen(path.c_str(), "rb"), &std::fclose);
-    if (!file) throw Failure(systemText(errno));
-    struct stat status {};
-    if (fstat(fileno(file.get()), &status) == 0 && S_ISDIR(status.st_mode)) {
-        throw Failure(systemText(EISDIR));
-    }
+    File file(openBytes(path), &std::fclose);
+    const int error = errno;
+    std::error_code ignored;
+    if (std::filesystem::is_directory(path, ignored)) throw Failure(systemText(EISDIR));
+    if (!file) throw Failure(systemText(error));
     return file;
 }
 
@@ -63,10 +62,7 @@ bool InputBytes::read(void* to, std::size_t count) noexcept {
 
 std::uint64_t InputBytes::seek(std::uint64_t offset, int whence) noexcept {
     pending_ = {};
-    if (!isKept_) {
-        fseeko(file_.get(), static_cast<off_t>(offset), whence);
-        return static_cast<std::uint64_t>(ftello(file_.get()));
-    }
+    if (!isKept_) return seekBytes(file_.get(), offset, whence);
     if (whence == SEEK_CUR) offset += place_;
     if (whence == SEEK_END) offset += kept_.size();
     place_ = offset;
@@ -88,10 +84,7 @@ void InputBytes::makeSeekable() {
 
 std::optional<std::uint64_t> InputBytes::size() const {
     if (isKept_) return kept_.size();
-    struct stat status {};
-    const bool isFile = fstat(fileno(file_.get()), &status) == 0 && S_ISREG(status.st_mode);
-    if (!isFile) return std::nullopt;
-    return static_cast<std::uint64_t>(status.st_size);
+    return sizeOfBytes(file_.get());
 }
 
 std::string InputBytes::complaint() const {

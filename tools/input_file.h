@@ -4,18 +4,33 @@
 #include <cerrno>
 #include <filesystem>
 #include <fstream>
+#include <iostream>
 #include <string>
 
 #include "failure.h"
 #include "standard_names.h"
+#include "system.h"
 
-/// Opens a file of bytes, or standard input. Throws a Failure when there is none to be read.
-inline std::ifstream openInput(const std::string& name) {
-    const std::string path = isStandard(name) ? "/dev/stdin" : name;
-    std::ifstream file(path, std::ios::binary);
-    if (!file) throw Failure(inputName(name) + ": " + systemText(errno));
-    if (std::filesystem::is_directory(path)) {
-        throw Failure(inputName(name) + ": " + systemText(EISDIR));
+/// A file of bytes, or standard input.
+class InputFile : public std::istream {
+  public:
+    /// Throws a Failure when there is none to be read.
+    explicit InputFile(const std::string& name) : std::istream(nullptr) {
+        if (isStandard(name) && !kStandardInput) {
+            rdbuf(std::cin.rdbuf());
+            return;
+        }
+        const std::filesystem::path path(isStandard(name) ? kStandardInput : name);
+        errno = 0;
+        if (!file_.open(path, std::ios::in | std::ios::binary)) fail(name, errno);
+        if (std::filesystem::is_directory(path)) fail(name, EISDIR);
+        rdbuf(&file_);
     }
-    return file;
-}
+
+  private:
+    [[noreturn]] static void fail(const std::string& name, int error) {
+        throw Failure(inputName(name) + ": " + systemText(error));
+    }
+
+    std::filebuf file_;
+};

@@ -6,6 +6,7 @@
 #include "failure.h"
 #include "printable.h"
 #include "progress_line.h"
+#include "system.h"
 
 namespace {
 
@@ -14,17 +15,17 @@ int say(const Report& report) {
     return report.exitCode;
 }
 
-ExitCode run(int argc, char** argv) {
+ExitCode run(const std::vector<std::string>& words) {
     ProgressLine line(stageText);
     const Attention attention(&line);
-    return readCommandLine(argc, argv)();
+    return readCommandLine(words)();
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
     try {
-        return run(argc, argv);
+        return run(commandWords(argc, argv));
     } catch (...) {
         if (interrupted()) return say({"interrupted, nothing was written", exitStopped});
         return say(reportOfException());

@@ -1,8 +1,6 @@
 // Files that appear whole or not at all.
 #include "output_file.h"
 
-#include <unistd.h>
-
 #include <atomic>
 #include <cerrno>
 #include <system_error>
@@ -12,6 +10,7 @@
 #include "failure.h"
 #include "printable.h"
 #include "standard_names.h"
+#include "system.h"
 
 namespace fs = std::filesystem;
 
@@ -31,7 +30,7 @@ fs::path resolved(const std::string& path) {
 fs::path temporaryBeside(const fs::path& target) {
     static std::atomic<unsigned> number = 0;
     return target.parent_path() /
-           (".mvfreq-" + std::to_string(getpid()) + "-" + std::to_string(number++) + ".tmp");
+           (".mvfreq-" + std::to_string(processNumber()) + "-" + std::to_string(number++) + ".tmp");
 }
 
 }  // namespace
@@ -50,7 +49,7 @@ OutputFile::OutputFile(const std::string& path) : name_(path) {
 void OutputFile::openTemporary() {
     do {
         const fs::path temporary = temporaryBeside(target_);
-        stream_ = std::fopen(temporary.c_str(), "wbx");
+        stream_ = makeBytes(temporary);
         if (stream_) temporary_ = temporary;
     } while (!stream_ && errno == EEXIST);
     if (!stream_) fail(name_, systemText(errno));
@@ -58,7 +57,8 @@ void OutputFile::openTemporary() {
 
 OutputFile::~OutputFile() {
     if (stream_) std::fclose(stream_);
-    if (!temporary_.empty()) std::remove(temporary_.c_str());
+    std::error_code ignored;
+    if (!temporary_.empty()) fs::remove(temporary_, ignored);
 }
 
 bool OutputFile::store(const void* bytes, std::size_t count) noexcept {

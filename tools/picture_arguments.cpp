@@ -25,7 +25,7 @@ PictureFiles single(const std::vector<std::string>& names, long maxPixels) {
 }
 
 std::string inFolder(const std::string& folder, const std::string& input) {
-    return (fs::path(folder) / writableName(fs::path(input).filename())).string();
+    return (fs::path(folder) / writableName(fs::path(input).filename().string())).string();
 }
 
 // Results that would meet are refused before the first of them is made.

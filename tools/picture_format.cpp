@@ -26,7 +26,7 @@ constexpr Ending kWritten[] = {{".png", PictureFormat::png},
                                {".ppm", PictureFormat::ppm}};
 
 std::string endingOf(const std::string& path) {
-    std::string ending = fs::path(path).extension();
+    std::string ending = fs::path(path).extension().string();
     std::transform(ending.begin(), ending.end(), ending.begin(),
                    [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
     return ending;

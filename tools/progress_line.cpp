@@ -1,27 +1,24 @@
 // A line about work that lasts.
 #include "progress_line.h"
 
-#include <sys/ioctl.h>
-#include <unistd.h>
-
 #include <cstdio>
 #include <utility>
 
 #include "printable.h"
+#include "system.h"
 
 namespace {
 
 // A line that is broken could not be taken away again.
 int roomOfLine() {
-    winsize size{};
-    const bool isKnown = ioctl(STDERR_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 1;
-    return isKnown ? size.ws_col - 1 : 79;
+    const int columns = columnsOfErrors().value_or(0);
+    return columns > 1 ? columns - 1 : 79;
 }
 
 }  // namespace
 
 ProgressLine::ProgressLine(std::function<std::string()> state)
-    : state_(std::move(state)), onTerminal_(isatty(STDERR_FILENO) == 1) {}
+    : state_(std::move(state)), onTerminal_(errorsAreTerminal()) {}
 
 ProgressLine::~ProgressLine() {
     hide();

@@ -19,7 +19,7 @@ std::size_t exchangeFloatsHead(mvArchive& ar, std::size_t count) {
     unsigned char version = 0;
     ar || version;
     requireVersion(version, 0, nullptr, 0);
-    unsigned long field = count;
+    auto field = static_cast<unsigned long>(count);  // no plane and no response holds 2^32 floats
     ar || field;
     return field;
 }

@@ -116,10 +116,7 @@ bool asksForMuch(const std::vector<std::string>& arguments) {
 }
 
 Work readArguments(std::vector<std::string> arguments) {
-    std::vector<char*> argv;
-    for (std::string& argument : arguments) argv.push_back(argument.data());
-    argv.push_back(nullptr);
-    return readCommandLine(static_cast<int>(arguments.size()), argv.data());
+    return readCommandLine(arguments);
 }
 
 // All that main() knows a text for.
