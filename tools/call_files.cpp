@@ -66,7 +66,8 @@ void requireFree(const Output& output, const std::set<FileIdentity>& inputs) {
         throw BadArgument(output.path + ": is an input of this call (--force replaces it)");
     }
     std::error_code ignored;
-    if (!fs::is_regular_file(output.path, ignored) || fs::file_size(output.path, ignored) == 0) {
+    if (!fs::is_regular_file(pathOf(output.path), ignored) ||
+        fs::file_size(pathOf(output.path), ignored) == 0) {
         return;
     }
     requireOwn(output);
@@ -86,7 +87,7 @@ void requirePossibleName(const Output& output) {
 
 void requireNoFolder(const Output& output) {
     std::error_code ignored;
-    if (!fs::is_directory(output.path, ignored)) return;
+    if (!fs::is_directory(pathOf(output.path), ignored)) return;
     throw BadArgument(output.path + ": is a folder (--out-dir writes pictures into one)");
 }
 

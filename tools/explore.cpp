@@ -27,7 +27,7 @@ std::vector<fs::path> places() {
 std::string findPage() {
     std::error_code ignored;
     for (const fs::path& place : places()) {
-        if (fs::exists(place, ignored)) return fs::weakly_canonical(place).string();
+        if (fs::exists(place, ignored)) return nameOf(fs::weakly_canonical(place));
     }
     throw Failure("the explorer is not installed: there is no " MVFREQ_EXPLORER_PAGE
                   " (--page names another place)");
@@ -73,7 +73,7 @@ std::string withPicture(std::string page, const std::string& pagePath, const std
     const std::size_t at = page.find(kMark);
     if (at == std::string::npos) throw Failure(pagePath + ": is not the page of the explorer");
     const std::string name =
-        isStandard(picture) ? "picture.png" : fs::path(picture).filename().string();
+        isStandard(picture) ? "picture.png" : nameOf(pathOf(picture).filename());
     return page.replace(at, kMark.size(),
                         "<script type=\"text/plain\" data-given=\"" + quoted(name) + "\">" +
                             base64(contentsOf(picture)) + "</script>");
@@ -81,7 +81,7 @@ std::string withPicture(std::string page, const std::string& pagePath, const std
 
 // The browser reads it after the program has ended, so it stays; systems clear the folder.
 std::string temporaryPage(const std::string& text) {
-    std::string path = (fs::temp_directory_path() / "mvfreq-XXXXXX.html").string();
+    std::string path = nameOf(fs::temp_directory_path() / "mvfreq-XXXXXX.html");
     std::FILE* const file = makeTemporary(path);
     if (!file) throw Failure(path + ": " + systemText(errno));
     const bool isWritten = std::fwrite(text.data(), 1, text.size(), file) == text.size();
@@ -89,7 +89,7 @@ std::string temporaryPage(const std::string& text) {
     if (std::fclose(file) != 0 && error == 0) error = errno;
     if (error == 0) return path;
     std::error_code ignored;
-    fs::remove(path, ignored);
+    fs::remove(pathOf(path), ignored);
     throw Failure(path + ": " + systemText(error));
 }
 

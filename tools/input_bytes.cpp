@@ -25,7 +25,7 @@ InputBytes::File InputBytes::open(const std::string& path) {
     File file(openBytes(path), &std::fclose);
     const int error = errno;
     std::error_code ignored;
-    if (std::filesystem::is_directory(path, ignored)) throw Failure(systemText(EISDIR));
+    if (std::filesystem::is_directory(pathOf(path), ignored)) throw Failure(systemText(EISDIR));
     if (!file) throw Failure(systemText(error));
     return file;
 }

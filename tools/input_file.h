@@ -20,7 +20,7 @@ class InputFile : public std::istream {
             rdbuf(std::cin.rdbuf());
             return;
         }
-        const std::filesystem::path path(isStandard(name) ? kStandardInput : name);
+        const std::filesystem::path path = pathOf(isStandard(name) ? kStandardInput : name);
         errno = 0;
         if (!file_.open(path, std::ios::in | std::ios::binary)) fail(name, errno);
         if (std::filesystem::is_directory(path)) fail(name, EISDIR);

@@ -22,8 +22,8 @@ namespace {
 
 fs::path resolved(const std::string& path) {
     std::error_code error;
-    fs::path target = fs::weakly_canonical(fs::absolute(path), error);
-    return error ? fs::path(path) : target;
+    fs::path target = fs::weakly_canonical(fs::absolute(pathOf(path)), error);
+    return error ? pathOf(path) : target;
 }
 
 // Short, since the target's name may be as long as names can be.

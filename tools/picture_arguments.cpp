@@ -8,6 +8,7 @@
 #include "numbers.h"
 #include "picture_format.h"
 #include "standard_names.h"
+#include "system.h"
 
 namespace fs = std::filesystem;
 
@@ -25,7 +26,7 @@ PictureFiles single(const std::vector<std::string>& names, long maxPixels) {
 }
 
 std::string inFolder(const std::string& folder, const std::string& input) {
-    return (fs::path(folder) / writableName(fs::path(input).filename().string())).string();
+    return nameOf(pathOf(folder) / pathOf(writableName(nameOf(pathOf(input).filename()))));
 }
 
 // Results that would meet are refused before the first of them is made.

@@ -9,6 +9,7 @@
 #include <string_view>
 
 #include "failure.h"
+#include "system.h"
 
 namespace fs = std::filesystem;
 
@@ -26,7 +27,7 @@ constexpr Ending kWritten[] = {{".png", PictureFormat::png},
                                {".ppm", PictureFormat::ppm}};
 
 std::string endingOf(const std::string& path) {
-    std::string ending = fs::path(path).extension().string();
+    std::string ending = nameOf(pathOf(path).extension());
     std::transform(ending.begin(), ending.end(), ending.begin(),
                    [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
     return ending;
@@ -58,12 +59,11 @@ bool namesPicture(const std::string& path) {
 
 std::string writableName(const std::string& path) {
     if (!namesOtherPicture(path)) return path;
-    return fs::path(path).replace_extension(".png").string();
+    return nameOf(pathOf(path).replace_extension(".png"));
 }
 
 void requireRoomForColour(const std::string& path) {
     if (formatOf(path) != PictureFormat::pgm) return;
     throw BadArgument(path + ": PGM has no colours; call it " +
-                      fs::path(path).replace_extension(".ppm").string() +
-                      ", or say --channels grey");
+                      nameOf(pathOf(path).replace_extension(".ppm")) + ", or say --channels grey");
 }

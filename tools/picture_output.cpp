@@ -19,7 +19,7 @@ namespace {
 template <class T>
 PictureForm formOf(const PictureOf<T>& picture) {
     return {picture.first().width(), picture.first().height(), 8 * sizeof(T),
-            std::ssize(picture.channels)};
+            static_cast<long>(picture.channels.size())};
 }
 
 template <class T>

@@ -19,6 +19,7 @@
 #include "printable.h"
 #include "progress_line.h"
 #include "standard_names.h"
+#include "system.h"
 
 namespace {
 
@@ -134,7 +135,7 @@ class Batch {
 
 void makeFolder(const std::string& path) {
     std::error_code error;
-    std::filesystem::create_directories(path, error);
+    std::filesystem::create_directories(pathOf(path), error);
     if (error) throw Failure(path + ": " + error.message());
 }
 
@@ -142,7 +143,7 @@ void makeFolder(const std::string& path) {
 std::vector<PictureFiles> unfinished(std::vector<PictureFiles> files) {
     std::erase_if(files, [](const PictureFiles& file) {
         std::error_code ignored;
-        return !isStandard(file.output) && std::filesystem::exists(file.output, ignored);
+        return !isStandard(file.output) && std::filesystem::exists(pathOf(file.output), ignored);
     });
     return files;
 }
@@ -184,7 +185,7 @@ void requireFiles(const PictureArguments& pictures, const OtherFiles& others) {
 
 ExitCode runPictures(const PictureArguments& pictures, const PictureWork& work) {
     Todo run = todo(pictures);
-    const long processors = std::max(std::thread::hardware_concurrency(), 1u);
+    const auto processors = static_cast<long>(std::max(std::thread::hardware_concurrency(), 1u));
     const long jobs = pictures.jobs != 0 ? pictures.jobs : processors;
     if (!pictures.outDir) return runSingle(run.files, jobs, work);
     makeFolder(*pictures.outDir);

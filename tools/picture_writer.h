@@ -12,7 +12,9 @@ struct PictureForm {
     int depth;      // 8 or 16 bits a sample
     long channels;  // 1 or 3
 
-    std::size_t rowBytes() const { return static_cast<std::size_t>(width * channels * depth / 8); }
+    std::size_t rowBytes() const {
+        return static_cast<std::size_t>(width) * static_cast<std::size_t>(channels * depth / 8);
+    }
 };
 
 /// A picture's file that is being encoded, after its head.

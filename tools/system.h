@@ -23,6 +23,10 @@ std::optional<FileIdentity> identityOf(const std::string& path);
 /// True when no file can have that name, since it is too long.
 bool isTooLong(const std::string& path);
 
+/// A name as the system's path, and the other way round.
+std::filesystem::path pathOf(const std::string& name);
+std::string nameOf(const std::filesystem::path& path);
+
 /// Opens a file of bytes for reading, or makes a new one for writing; null, with `errno`, when that
 /// cannot be.
 std::FILE* openBytes(const std::string& path);

@@ -14,6 +14,14 @@
 
 const char* const kStandardInput = "/dev/stdin";
 
+std::filesystem::path pathOf(const std::string& name) {
+    return name;
+}
+
+std::string nameOf(const std::filesystem::path& path) {
+    return path.native();
+}
+
 std::optional<FileIdentity> identityOf(const std::string& path) {
     struct stat status {};
     if (stat(path.c_str(), &status) != 0) return std::nullopt;

@@ -97,8 +97,16 @@ BOOL WINAPI stopOfConsole(DWORD event) {
 
 const char* const kStandardInput = nullptr;
 
+fs::path pathOf(const std::string& name) {
+    return std::u8string(name.begin(), name.end());
+}
+
+std::string nameOf(const fs::path& path) {
+    return utf8(path.c_str());
+}
+
 std::optional<FileIdentity> identityOf(const std::string& path) {
-    const auto handle = handleOf(fs::path(path));
+    const auto handle = handleOf(pathOf(path));
     BY_HANDLE_FILE_INFORMATION file{};
     if (!handle || !GetFileInformationByHandle(handle.get(), &file)) return std::nullopt;
     return FileIdentity{file.dwVolumeSerialNumber,
@@ -106,12 +114,12 @@ std::optional<FileIdentity> identityOf(const std::string& path) {
 }
 
 bool isTooLong(const std::string& path) {
-    if (GetFileAttributesW(fs::path(path).c_str()) != INVALID_FILE_ATTRIBUTES) return false;
+    if (GetFileAttributesW(pathOf(path).c_str()) != INVALID_FILE_ATTRIBUTES) return false;
     return GetLastError() == ERROR_FILENAME_EXCED_RANGE;
 }
 
 std::FILE* openBytes(const std::string& path) {
-    return _wfopen(fs::path(path).c_str(), L"rb");
+    return _wfopen(pathOf(path).c_str(), L"rb");
 }
 
 std::FILE* makeBytes(const fs::path& path) {
@@ -126,7 +134,7 @@ std::FILE* makeTemporary(std::string& path) {
     const std::size_t place = path.rfind("XXXXXX");
     for (unsigned number = GetCurrentProcessId() % kNumbers;; number = (number + 1) % kNumbers) {
         path.replace(place, 6, std::to_string(kNumbers + number).substr(1));
-        std::FILE* const file = makeBytes(path);
+        std::FILE* const file = makeBytes(pathOf(path));
         if (file || errno != EEXIST) return file;
     }
 }
@@ -177,7 +185,7 @@ fs::path programFolder() {
 }
 
 void openInBrowser(const std::string& path) {
-    ShellExecuteW(nullptr, L"open", fs::path(path).c_str(), nullptr, nullptr, SW_SHOWNORMAL);
+    ShellExecuteW(nullptr, L"open", pathOf(path).c_str(), nullptr, nullptr, SW_SHOWNORMAL);
 }
 
 std::vector<std::string> commandWords(int, char**) {

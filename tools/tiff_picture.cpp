@@ -20,17 +20,16 @@ struct Grid {
 
     explicit Grid(const TiffState& state, const TiffLayout& layout)
         : isTiled(TIFFIsTiled(state.tiff()) != 0),
-          width(isTiled ? state.get<std::uint32_t>(TIFFTAG_TILEWIDTH, 0) : layout.width),
-          height(isTiled ? state.get<std::uint32_t>(TIFFTAG_TILELENGTH, 0)
-                         : std::min<long>(state.get<std::uint32_t>(TIFFTAG_ROWSPERSTRIP, 0),
-                                          layout.height)) {
+          width(isTiled ? tiffSide(state, TIFFTAG_TILEWIDTH) : layout.width),
+          height(isTiled ? tiffSide(state, TIFFTAG_TILELENGTH)
+                         : std::min(tiffSide(state, TIFFTAG_ROWSPERSTRIP), layout.height)) {
         if (width == 0 || height == 0) throw Failure("Its blocks have no size");
     }
 };
 
 // What is decoded at once is as large as the picture at most, or as 4096 x 4096 pels, for files
 // that are one tile.
-constexpr long kLeastPels = 4096 * 4096;
+constexpr std::int64_t kLeastPels = 4096 * 4096;
 
 class TiffReader : public PictureReader {
   public:
@@ -50,10 +49,11 @@ class TiffReader : public PictureReader {
     }
 
     void read(PictureRows& rows) override {
-        if (grid_.width > std::max(kLeastPels, layout_.width * layout_.height) / grid_.height) {
+        const std::int64_t pels = std::int64_t{layout_.width} * layout_.height;
+        if (grid_.width > std::max(kLeastPels, pels) / grid_.height) {
             throw Failure("Its tiles are larger than the picture");
         }
-        for (auto& block : blocks_) block.resize(static_cast<std::size_t>(blockBytes()));
+        for (auto& block : blocks_) block.resize(blockBytes());
         TiffRow row(layout_, grid_.width);
         for (long y = 0; y < layout_.height; y += grid_.height) {
             for (long x = 0; x < layout_.width; x += grid_.width) readBlock(x, y, row, rows);
@@ -74,8 +74,9 @@ class TiffReader : public PictureReader {
         return value >= 1 && value <= 8 ? value : 1;
     }
 
-    long blockBytes() const {
-        return grid_.isTiled ? TIFFTileSize(state_.tiff()) : TIFFStripSize(state_.tiff());
+    std::size_t blockBytes() const {
+        TIFF* tiff = state_.tiff();
+        return static_cast<std::size_t>(grid_.isTiled ? TIFFTileSize(tiff) : TIFFStripSize(tiff));
     }
 
     // How many of the samples that are stored apart count.
@@ -84,7 +85,7 @@ class TiffReader : public PictureReader {
     void readBlock(long x, long y, TiffRow& row, PictureRows& rows) {
         const long height = std::min(grid_.height, layout_.height - y);
         for (std::size_t part = 0; part < parts(); ++part) decode(x, y, height, part);
-        const long rowBytes = std::ssize(blocks_[0]) / grid_.height;
+        const std::ptrdiff_t rowBytes = std::ssize(blocks_[0]) / grid_.height;
         for (long j = 0; j < height; ++j) {
             unsigned char* stored = &blocks_[0][static_cast<std::size_t>(j * rowBytes)];
             if (parts() > 1) stored = interleaved(j);

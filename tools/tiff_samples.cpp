@@ -2,6 +2,8 @@
 #include "tiff_samples.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <limits>
 #include <string>
 
 #include "failure.h"
@@ -74,10 +76,15 @@ void readColours(const TiffState& state, TiffLayout& layout) {
 
 }  // namespace
 
+long tiffSide(const TiffState& state, std::uint32_t tag) {
+    const std::int64_t side = state.get<std::uint32_t>(tag, 0);
+    return static_cast<long>(std::min<std::int64_t>(side, std::numeric_limits<long>::max()));
+}
+
 TiffLayout tiffLayout(const TiffState& state) {
     TiffLayout layout;
-    layout.width = state.get<std::uint32_t>(TIFFTAG_IMAGEWIDTH, 0);
-    layout.height = state.get<std::uint32_t>(TIFFTAG_IMAGELENGTH, 0);
+    layout.width = tiffSide(state, TIFFTAG_IMAGEWIDTH);
+    layout.height = tiffSide(state, TIFFTAG_IMAGELENGTH);
     layout.bits = state.get<std::uint16_t>(TIFFTAG_BITSPERSAMPLE, 1);
     layout.samples = state.get<std::uint16_t>(TIFFTAG_SAMPLESPERPIXEL, 1);
     layout.isApart = layout.samples > 1 &&
@@ -130,7 +137,7 @@ const void* TiffRow::decoded(unsigned char* stored) {
         return colours_.data();
     }
     if (layout_.isInverted) {
-        const long bytes = std::ssize(samples_) * step_ * layout_.sampleBytes();
+        const std::ptrdiff_t bytes = std::ssize(samples_) * step_ * layout_.sampleBytes();
         std::transform(stored, stored + bytes, stored,
                        [](unsigned char byte) { return static_cast<unsigned char>(~byte); });
     }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <cstdint>
 #include <vector>
 
 class TiffState;
@@ -18,6 +19,9 @@ struct TiffLayout {
 
     long sampleBytes() const { return bits > 8 ? 2 : 1; }
 };
+
+/// A tag's width or height; the largest long for one that no long holds.
+long tiffSide(const TiffState& state, std::uint32_t tag);
 
 /// Throws a Failure for samples that are not read.
 TiffLayout tiffLayout(const TiffState& state);
