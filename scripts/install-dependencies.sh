@@ -7,6 +7,7 @@
 #     checks   for the longer checks: other machines, coverage, static analysis, the interface
 #     fuzz     for the fuzz targets
 #     explorer for the explorer and its tests in a browser
+#     windows  for the ZIP for Windows and its tests under Wine
 set -euo pipefail
 
 packages=(cmake make ninja-build pkgconf g++ libcli11-dev libpng-dev libjpeg62-turbo-dev libtiff-dev
@@ -23,6 +24,8 @@ for group in "$@"; do
     fuzz) packages+=(clang libclang-rt-dev patch zlib1g-dev) ;;
     explorer) packages+=(emscripten node-acorn nodejs chromium chromium-driver python3-selenium
         optipng fonts-liberation) ;;
+    windows) packages+=(git dpkg-dev g++-mingw-w64-x86-64 libz-mingw-w64-dev wine64 pkgconf
+        unzip) ;;
     *) echo "There is no group $group." >&2; exit 1 ;;
     esac
 done
