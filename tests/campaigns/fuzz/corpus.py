@@ -160,9 +160,15 @@ def program():
                     f"gabor {lobe} --angle-image angle --quadrant-image quadrant f out",
                     f"gaborreject {lobe} --save filter f out", "convolve --kernel f good.png out",
                     "convolve --kernel good.png f out", "spectrum --border zero f out",
-                    "spectrum --axes f out", f"bandpass {ring} --out-dir d --jobs 2 f good.png", "bandpass --help", "--help", "--version", "gabor --sigma=nan"):
+                    "spectrum --axes f out", f"bandpass {ring} --out-dir d --jobs 2 f good.png",
+                    f"gaborreject {lobe} --both-sides then bandpass {ring} f out.tif",
+                    f"bandreject {ring} --channels each --list f out.ppm",
+                    f"bandpass {ring} --json --overlay frames.png f out.pgm", "info f",
+                    "bandpass --help", "--help", "--version", "gabor --sigma=nan"):
         for picture in (png(7, 6, 8, 0), png(3, 4, 16, 2), png(1, 9, 8, 0), png(17, 1, 1, 0)):
             yield command.replace(" ", "\n").encode() + b"\0" + picture
+    for command in ("suggest --direction 90 --radius 2 f", "peaks f", "peaks --most 3 --json f"):
+        yield command.replace(" ", "\n").encode() + b"\0" + png(36, 33, 8, 0)
     for path in sorted(GOLDEN.glob("*.good.mva")):
         for command in (b"info\nf", b"view\n--axes\nf\nout", b"apply\nf\ngood.png\nout"):
             yield command + b"\0" + path.read_bytes()
