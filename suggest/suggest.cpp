@@ -71,11 +71,11 @@ class Proposals {
         const std::vector<mvFilterStep> waves = mvi::strongWaves(windows_.front(), radii_);
         mvi::FilterSearch search = searchBehind({});
         if (waves.empty()) {
-            progress_.expect(steps(search, {}));
+            progress_.expect(triesOf(search, {}));
             return finished(bestOfAll(search, {}));
         }
         mvi::FilterSearch behind = searchBehind(waves);
-        progress_.expect(steps(search, {}) + steps(behind, waves));
+        progress_.expect(triesOf(search, {}) + triesOf(behind, waves));
         const std::vector<mvSuggestion> alone = bestOfAll(search, {});
         return finished(better(alone, bestOfAll(behind, waves)));
     }
@@ -103,8 +103,8 @@ class Proposals {
         return waves.empty() ? whole_.finalists() : (whole_.finalists() + 3) / 4;
     }
 
-    std::size_t steps(const mvi::FilterSearch& search,
-                      const std::vector<mvFilterStep>& waves) const {
+    std::size_t triesOf(const mvi::FilterSearch& search,
+                        const std::vector<mvFilterStep>& waves) const {
         return search.tries() + kWholeTries * finalists(waves) * radii_.size();
     }
 

@@ -10,7 +10,7 @@ using Words = std::vector<std::string>;
 
 // --rescale may have a number behind it, or none: it gets one.
 std::string withPercentage(const std::string& next, bool& hasNumber) {
-    hasNumber = numberIn(next.c_str()).has_value();
+    hasNumber = numberIn(next).has_value();
     return "--rescale=" + (hasNumber ? next : "100");
 }
 

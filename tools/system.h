@@ -14,6 +14,7 @@ struct FileIdentity {
     std::uint64_t device;
     std::uint64_t number;
 
+    // NOLINTNEXTLINE(modernize-use-nullptr): reports what the compiler writes.
     friend auto operator<=>(const FileIdentity&, const FileIdentity&) = default;
 };
 

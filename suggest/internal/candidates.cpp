@@ -19,7 +19,11 @@ std::vector<double> frequencies(const std::vector<double>& radii) {
     const auto [least, most] = std::minmax_element(radii.begin(), radii.end());
     std::vector<double> all;
     const double highest = std::min(kHighest / *least, kMostFrequency);
-    for (double f = kLowest / *most; f < highest; f *= kRatio) all.push_back(f);
+    double frequency = kLowest / *most;
+    while (frequency < highest) {
+        all.push_back(frequency);
+        frequency *= kRatio;
+    }
     return all;
 }
 

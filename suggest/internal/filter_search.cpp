@@ -60,12 +60,12 @@ bool isLarge(mvPair<long> plane) {
 
 }  // namespace
 
-mvi::FilterSearch::FilterSearch(const std::vector<DoubleView>& pictures, mvPair<long> picture,
-                                const SearchedFor& wanted, std::function<void()> advance)
-    : pictures_(pictures),
+mvi::FilterSearch::FilterSearch(std::vector<DoubleView> pictures, mvPair<long> picture,
+                                SearchedFor wanted, std::function<void()> advance)
+    : pictures_(std::move(pictures)),
       picture_(picture),
-      wanted_(wanted),
-      reachBefore_(mfFiltersReach(wanted.before)),
+      wanted_(std::move(wanted)),
+      reachBefore_(mfFiltersReach(wanted_.before)),
       advance_(std::move(advance)) {
     for (const DoubleView& each : pictures_) pels_ += each.width() * each.height();
     for (const mvFilterStep& step : coarseFilters(wanted_)) {

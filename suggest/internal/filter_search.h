@@ -24,8 +24,8 @@ class FilterSearch {
   public:
     /// `picture` is the size of the first picture; `advance` is called at each filter that is
     /// tried.
-    FilterSearch(const std::vector<DoubleView>& pictures, mvPair<long> picture,
-                 const SearchedFor& wanted, std::function<void()> advance);
+    FilterSearch(std::vector<DoubleView> pictures, mvPair<long> picture, SearchedFor wanted,
+                 std::function<void()> advance);
 
     /// About how many filters are tried.
     std::size_t tries() const;

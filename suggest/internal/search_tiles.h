@@ -23,6 +23,7 @@ struct TileAxis {
     bool
         isWhole;  ///< the whole picture lies at 0, and its mirror image fades into itself behind it
 
+    // NOLINTNEXTLINE(modernize-use-nullptr): reports what the compiler writes.
     friend auto operator<=>(const TileAxis&, const TileAxis&) = default;
 };
 
@@ -32,6 +33,7 @@ struct TileLayout {
     TileAxis x, y;
     long scale;
 
+    // NOLINTNEXTLINE(modernize-use-nullptr): reports what the compiler writes.
     friend auto operator<=>(const TileLayout&, const TileLayout&) = default;
 };
 

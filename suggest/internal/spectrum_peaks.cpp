@@ -193,8 +193,9 @@ class Search {
             });
             if (!isFlank) kept.push_back(place);
         }
-        std::vector<SpectrumPeak> peaks;
-        for (const Place& place : kept) peaks.push_back(place.peak);
+        std::vector<SpectrumPeak> peaks(kept.size());
+        std::transform(kept.begin(), kept.end(), peaks.begin(),
+                       [](const Place& place) { return place.peak; });
         return peaks;
     }
 

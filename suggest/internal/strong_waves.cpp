@@ -35,8 +35,8 @@ std::vector<mvFilterStep> mvi::strongWaves(const DoubleView& picture,
                                            const std::vector<double>& radii) {
     std::vector<mvFilterStep> steps;
     for (const mvPeak& wave : mfPeaks(picture, kMost)) {
-        if (isInTheWay(wave, radii))
-            steps.insert(steps.end(), wave.steps.begin(), wave.steps.end());
+        if (!isInTheWay(wave, radii)) continue;
+        steps.insert(steps.end(), wave.steps.begin(), wave.steps.end());
     }
     return steps;
 }
