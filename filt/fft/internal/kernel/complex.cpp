@@ -25,7 +25,7 @@ class ComplexTransform {
         const bool exchanges = mustExchange();
         if (exchanges) copyRowsOutside(src, dst);
         const long pitch = 2 * work_.size.x;
-        passBandRows([=](long y) { return dst + pitch * y; });
+        passBandRows([=](long y) { return dst + pitch * y; }, !exchanges);
         if (exchanges) exchangeUnmovedTiles(dst, work_.size.x, band_);
         passColumnsTo(src == dst ? work_.size.x : columns, columns, sink, pitch,
                       [=](long x) { return dst + 2 * x; });
@@ -42,7 +42,7 @@ class ComplexTransform {
         RowStore rows(2 * size.x + kPitchPadding, band_.rowCount());
         const long panelPitch = 2 * std::min(kColumnsPerStep, size.x) + kPitchPadding;
         const Floats panel = makeFloats(static_cast<std::size_t>(panelPitch * size.y));
-        passBandRows([&rows, index = 0L](long) mutable { return rows.row(index++); });
+        passBandRows([&rows, index = 0L](long) mutable { return rows.row(index++); }, true);
         passColumnsTo(columns, columns, &sink, panelPitch, [&](long) { return panel.get(); });
     }
 
@@ -94,9 +94,10 @@ class ComplexTransform {
     }
 
     // Transforms the rows of the band into to(y), which is entered in the table. Filters leave rows
-    // of zeros; their transforms are the same, so the first one serves for all.
+    // of zeros; their transforms are the same, so with `sharesZeros` the first one serves for all.
+    // Where tiles will be exchanged, each row needs its own place.
     template <class To>
-    void passBandRows(To to) {
+    void passBandRows(To to, bool sharesZeros) {
         const float* transformedZero = nullptr;
         passRows(work_.size.y, band_, [&](const long* numbers, long count) {
             const float* sources[kRowsPerStep];
@@ -104,7 +105,7 @@ class ComplexTransform {
             long taken = 0;
             for (long i = 0; i < count; ++i) {
                 const float*& row = work_.row(numbers[i]);
-                const bool zero = isZero(numbers[i]);
+                const bool zero = sharesZeros && isZero(numbers[i]);
                 if (zero && transformedZero != nullptr) {
                     row = transformedZero;
                     continue;

@@ -19,11 +19,13 @@ class RowsToResults {
         for (long y = 0; y < size.y; ++y) {
             if (isAllZero(row(y), 2 * size.x)) continue;
             rows_.push_back(static_cast<std::int32_t>(y));
-            holdsOtherRows_ = holdsOtherRows_ || !band.contains(y);
+            holdsOtherRows_ = holdsOtherRows_ || !band.contains(y) || isUnmoved(y);
         }
     }
 
-    /// Rows outside the band are not transformed as the others are, and count all the same.
+    /// Rows outside the band are not transformed as the others are, and count all the same; so do
+    /// those of a tile that stays where it is (see exchangeUnmovedTiles), which on a plane of 4 x 4
+    /// may be rows of the band.
     bool holdsOtherRows() const { return holdsOtherRows_; }
 
     template <class P>
@@ -45,6 +47,11 @@ class RowsToResults {
     }
 
   private:
+    bool isUnmoved(long y) const {
+        const bool hasTiles = size_.x == size_.y && size_.x >= 4 && !band_.isFull();
+        return hasTiles && band_.excludesTile(y / 4 * 4);
+    }
+
     const float* row(long y) const { return src_ + 2 * size_.x * y; }
 
     // The polls of the rows of the band before row `end`, empty ones among them.

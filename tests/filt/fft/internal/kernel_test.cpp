@@ -302,6 +302,24 @@ TEST(KernelBand, DefinesTheBitsOfSpecialValues) {
     }
 }
 
+// Rows of zeros inside the band, other ones outside: where tiles stay where they are, every row of
+// the band needs a place of its own.
+TEST(KernelBand, DefinesTheBitsWhenItsOwnRowsAreZero) {
+    for (const auto& [w, h] : paddedSizes(1 << 5)) {
+        for (int low = -2; low <= h; ++low) {
+            for (int high = low; high <= h; ++high) {
+                Plane plane = randomPlane(w, h, 20);
+                for (int y = 0; y < h; ++y) {
+                    const int shifted = (y + h / 2) % h;
+                    if (shifted < low || shifted > high) continue;
+                    std::fill_n(plane.row(y), w, reference::Complex{});
+                }
+                expectReferenceBits(plane, -1, {low, high}, "zeros in the band");
+            }
+        }
+    }
+}
+
 TEST(KernelBand, ChangesNothingWhenTheSkippedRowsAreZero) {
     for (const auto& [w, h] : {std::pair(64, 64), std::pair(16, 128), std::pair(128, 16)}) {
         Plane plane = randomPlane(w, h, 18);

@@ -153,6 +153,24 @@ TEST(PlaneResults, AreThoseOfBandsWhateverStandsOutside) {
     });
 }
 
+// On a plane of 4 x 4 the one tile may stay where it is although rows of the band are in it.
+TEST(PlaneResults, AreThoseOfEveryBandOfSmallPlanes) {
+    for (const Size size : {Size(1, 4), Size(4, 4), Size(4, 8), Size(8, 8), Size(16, 16)}) {
+        for (long low = -2; low <= size.y; ++low) {
+            for (long high = low; high <= size.y; ++high) {
+                const mvi::RowBand band(size.y, low, high);
+                for (const bool isInside : {false, true}) {
+                    auto plane = randomFloats(size, 11);
+                    for (long y = 0; y < size.y; ++y) {
+                        if (band.contains(y) != isInside) clearRow(plane, size, y);
+                    }
+                    expectAllThoseOfThePlane({plane, size, band, {0, 0}, size});
+                }
+            }
+        }
+    }
+}
+
 TEST(PlaneResults, AreThoseOfAnyPartOfThePlane) {
     const Size size(64, 32);
     const auto plane = randomFloats(size, 9);
