@@ -5,8 +5,7 @@
 #     scripts/lint.sh                 all sources of the libraries and the program
 #     scripts/lint.sh inverse         those whose path has this in it
 #     scripts/lint.sh --since COMMIT  those that changed since a commit, ten at most
-#     scripts/lint.sh --names [COMMIT]  only names and braces, but of the examples and Python, too: of
-#                                     all sources, or of those that changed since a commit
+#     scripts/lint.sh --names         only names and braces, but of the examples and Python, too
 set -uo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 libraries='^(vsys|base|filt|suggest|tools)/'
@@ -40,9 +39,7 @@ cmake --preset dev >/dev/null
 
 case ${1:-} in
     --names)
-        libraries='^(vsys|base|filt|suggest|tools|python|examples)/'
-        mapfile -t sources < <(if [[ -n ${2:-} ]]; then changed "$2"; else list "$libraries"; fi)
-        ((${#sources[@]})) || exit 0
+        mapfile -t sources < <(list '^(vsys|base|filt|suggest|tools|python|examples)/')
         ! tidy -checks='-*,readability-identifier-naming,readability-braces-around-statements' \
             "${sources[@]/#/$PWD/}"
         exit
