@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 #include "reference/fft/truncate.h"
 
@@ -65,8 +66,13 @@ unsigned char mapOne(double v, Mapping mapping, const Scale& scale) {
 std::vector<unsigned char> mapImage(const std::vector<double>& values, Mapping mapping, double low,
                                     double high) {
     if (mapping != Mapping::range) {
-        low = *std::min_element(values.begin(), values.end());
-        high = *std::max_element(values.begin(), values.end());
+        low = std::numeric_limits<double>::infinity();
+        high = -low;
+        // NaNs have no part in either.
+        for (const double v : values) {
+            if (v < low) low = v;
+            if (v > high) high = v;
+        }
     }
     const Scale scale = scaleOf(low, high);
     std::vector<unsigned char> bytes;

@@ -1,6 +1,7 @@
 // The reference's mappings against values worked out by hand.
 #include <gtest/gtest.h>
 
+#include <limits>
 #include <numbers>
 
 #include "reference/fft/map_image.h"
@@ -19,6 +20,13 @@ TEST(ReferenceMapImage, WorkedValues) {
     EXPECT_EQ(mapImage({0, 10}, Mapping::log, 0, 0), (Bytes{0, 9}));
     EXPECT_EQ(mapImage({-std::numbers::pi / 2}, Mapping::angle, 0, 0), (Bytes{193}));
     EXPECT_EQ(mapImage({-3, 7.9, 300}, Mapping::clip, 0, 0), (Bytes{0, 7, 255}));
+}
+
+TEST(ReferenceMapImage, NaNsHaveNoPartInTheRange) {
+    constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+    EXPECT_EQ(mapImage({kNaN, 7}, Mapping::autoScale, 0, 0), (Bytes{0, 255}));
+    EXPECT_EQ(mapImage({7, kNaN}, Mapping::autoScale, 0, 0), (Bytes{255, 0}));
+    EXPECT_EQ(mapImage({kNaN}, Mapping::autoScale, 0, 0), (Bytes{0}));
 }
 
 TEST(ReferenceTruncate, HoldsAtTheEnds) {

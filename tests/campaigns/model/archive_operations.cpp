@@ -1,0 +1,92 @@
+// Operations of archives: an object is stored, its record compared, and loaded into another one.
+#include "campaigns/model/archives.h"
+#include "campaigns/model/filter_kinds.h"
+#include "support/archive_bytes.h"
+
+namespace model {
+namespace {
+
+// What a step makes of a record before it is loaded: 0 nothing, 1 to 15 so many sixteenths of it,
+// 16 a version that is not known.
+std::string damaged(std::string bytes, long how) {
+    if (how == 16) bytes[0] = 7;
+    if (how > 0 && how < 16) bytes.resize(bytes.size() * static_cast<std::size_t>(how) / 16);
+    return bytes;
+}
+
+template <class T>
+std::string stored(T& object) {
+    return support::storedBy([&](mvArchive& ar) { ar || object; });
+}
+
+template <class T>
+void loadInto(T& object, const std::string& bytes) {
+    support::Loading loading(bytes);
+    loading.archive() || object;
+}
+
+void addBuffers(Operations& all) {
+    using enum Domain;
+    all.push_back({"archive buffer",
+                   {kObject, kObject, kDamage},
+                   [](Library& l, const Arguments& a) {
+                       l.record = stored(l.buffers[at(a, 0)]);
+                       loadInto(l.buffers[at(a, 1)], damaged(l.record, a[2]));
+                   },
+                   [](World& w, const Arguments& a) {
+                       w.record = recordOf(w.buffers[at(a, 0)]).bytes();
+                       load(w.buffers[at(a, 1)], damaged(w.record, a[2]));
+                   },
+                   5});
+}
+
+// A filter without response is stored with whatever numbers it has: there is nothing to compare.
+template <class Kind>
+void addFilter(Operations& all) {
+    using enum Domain;
+    all.push_back({std::string("archive ") + Kind::kName,
+                   {kFilter, kFilter},
+                   [](Library& l, const Arguments& a) {
+                       auto& filter = libraryOf<Kind>(l, a, 0);
+                       const std::string bytes = stored(filter);
+                       if (filter.hasResponse()) l.record = bytes;
+                       loadInto(libraryOf<Kind>(l, a, 1), bytes);
+                   },
+                   [](World& w, const Arguments& a) {
+                       const auto filter = modelOf<Kind>(w, a, 0);
+                       if (filter.hasResponse) w.record = recordOf(filter).bytes();
+                       modelOf<Kind>(w, a, 1) = filter;
+                   },
+                   2});
+}
+
+void addImageFilters(Operations& all) {
+    using enum Domain;
+    all.push_back({"archive image filter",
+                   {kFilter, kFilter},
+                   [](Library& l, const Arguments& a) {
+                       l.record = stored(l.imageFilters[at(a, 0)]);
+                       loadInto(l.imageFilters[at(a, 1)], l.record);
+                   },
+                   [](World& w, const Arguments& a) {
+                       w.record = recordOf(w.imageFilters[at(a, 0)]).bytes();
+                       const bool flag = w.imageFilters[at(a, 0)].isInitialized;
+                       const std::string image = w.record.substr(3);
+                       load(w.imageFilters[at(a, 1)].image, image);
+                       w.imageFilters[at(a, 1)].isInitialized = flag;
+                   },
+                   2});
+}
+
+}  // namespace
+
+void addArchiveOperations(Operations& all) {
+    addBuffers(all);
+    addFilter<BandPass>(all);
+    addFilter<BandReject>(all);
+    addFilter<Gabor>(all);
+    addFilter<GaborReject>(all);
+    addImageFilters(all);
+}
+
+}  // namespace model

@@ -1,0 +1,146 @@
+// Drawing chains: which operations, with which arguments.
+#include <algorithm>
+#include <array>
+#include <iterator>
+
+#include "campaigns/model/chain.h"
+#include "reference/fft/transforms.h"
+
+namespace model {
+namespace {
+
+// The same numbers everywhere: the standard's distributions are not.
+class Draw {
+  public:
+    explicit Draw(unsigned long seed) : state_(seed * 2 + 1) {
+        for (int i = 0; i < 4; ++i) next();
+    }
+    /// From 0 to count - 1.
+    long below(long count) { return static_cast<long>(next() % static_cast<unsigned long>(count)); }
+    bool oneIn(long count) { return below(count) == 0; }
+    template <class List>
+    auto of(const List& list) {
+        return list[static_cast<std::size_t>(below(static_cast<long>(std::size(list))))];
+    }
+
+  private:
+    unsigned long next() {
+        state_ = state_ * 6364136223846793005UL + 1442695040888963407UL;
+        unsigned long mixed = state_ ^ (state_ >> 29);
+        mixed *= 0xBF58476D1CE4E5B9UL;
+        return (mixed ^ (mixed >> 32)) >> 8;
+    }
+
+    unsigned long state_;
+};
+
+constexpr long kSides[] = {1, 2, 3, 4, 5, 6, 7, 8, 8, 9, 12, 16, 16, 17};
+constexpr long kObjects[] = {0, 0, 0, 1, 1, 2};
+constexpr long kOddSides[] = {-3, 0, 32, 2049};
+
+// Chains have few sides and few kinds of objects, so that objects often fit each other.
+class Drawing {
+  public:
+    explicit Drawing(unsigned long seed)
+        : draw_(seed),
+          pelTopic_(draw_.of(kPelTopics)),
+          filterTopic_(draw_.of(kFilterTopics)),
+          sides_{draw_.of(kSides), draw_.of(kSides)} {
+        if (draw_.oneIn(2)) sides_[1] = sides_[0];
+    }
+
+    Chain chain() {
+        Chain chain;
+        const auto length = static_cast<std::size_t>(1 + draw_.below(40));
+        // What most other steps need.
+        for (const std::string& name :
+             {"new " + pelTopic_, "forward " + pelTopic_, std::string("new doubles"),
+              std::string("forward doubles"), "set " + filterTopic_}) {
+            if (!draw_.oneIn(5)) chain.push_back(step(operationOf(name), true));
+        }
+        chain.resize(std::min(chain.size(), length));
+        while (chain.size() < length) chain.push_back(step(anyOperation(), false));
+        return chain;
+    }
+
+  private:
+    // At the begin the first image and the first filter are used.
+    Step step(const Operation& operation, bool isBegin) {
+        Step step{operation.name};
+        for (const Domain domain : operation.domains) {
+            step.arguments.push_back(argument(domain, step.arguments));
+        }
+        if (isBegin) step.arguments[0] = 0;
+        if (operation.polls && draw_.oneIn(4)) {
+            step.failAt = 1 + draw_.below(draw_.oneIn(2) ? 3 : 9);
+            step.throws = draw_.oneIn(2);
+        }
+        return step;
+    }
+
+    const Operation& anyOperation() {
+        const auto weightOf = [&](const Operation& operation) {
+            return isWanted(operation) ? operation.weight : 0;
+        };
+        const Operations& all = operations();
+        long weight = 0;
+        for (const Operation& operation : all) weight += weightOf(operation);
+        long left = draw_.below(weight);
+        std::size_t i = 0;
+        while (left >= weightOf(all[i])) left -= weightOf(all[i++]);
+        return all[i];
+    }
+
+    bool isWanted(const Operation& operation) const {
+        return operation.topic.empty() || operation.topic == pelTopic_ ||
+               operation.topic == filterTopic_;
+    }
+
+    long argument(Domain domain, const Arguments& before) {
+        switch (domain) {
+            case Domain::kObject:
+                return draw_.of(kObjects);
+            case Domain::kOtherObject:
+                return (before.back() + 1 + draw_.below(2)) % 3;
+            case Domain::kSize:
+                return draw_.oneIn(5) ? draw_.of(kSides) : draw_.of(sides_);
+            case Domain::kAnySize:
+                return draw_.oneIn(12) ? draw_.of(kOddSides) : draw_.of(sides_);
+            case Domain::kPlace:
+                return draw_.oneIn(2) ? 0 : draw_.below(14) - 5;
+            case Domain::kFlag:
+                return draw_.below(2);
+            case Domain::kSeed:
+                return draw_.below(1000);
+            case Domain::kForm:
+                return draw_.below(3);
+            case Domain::kMapping:
+            case Domain::kField:
+                return draw_.below(6);
+            case Domain::kFilter:
+                return draw_.oneIn(3) ? 1 : 0;
+            case Domain::kNumber:
+                return draw_.oneIn(20) ? -1 : draw_.below(21);
+            case Domain::kPadded:
+                return draw_.oneIn(20) ? draw_.of(kSides) : reference::paddedSize(draw_.of(sides_));
+            case Domain::kDamage:
+                return draw_.oneIn(3) ? draw_.below(17) : 0;
+            case Domain::kRadius:
+                return draw_.oneIn(8) ? draw_.below(6) - 1 : draw_.below(3);
+        }
+        return 0;
+    }
+
+    Draw draw_;
+    std::string pelTopic_;
+    std::string filterTopic_;
+    std::array<long, 2> sides_;
+};
+
+}  // namespace
+
+Chain drawnChain(unsigned long seed) {
+    return Drawing(seed).chain();
+}
+
+}  // namespace model
