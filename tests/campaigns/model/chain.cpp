@@ -1,8 +1,10 @@
 // Chains of operations, run by library and model side by side.
 #include "campaigns/model/chain.h"
 
+#include <algorithm>
 #include <sstream>
 #include <stdexcept>
+#include <utility>
 
 #include "campaigns/model/compare.h"
 #include "support/attention.h"
@@ -50,12 +52,21 @@ Outcome runLibrary(const Operation& operation, const Step& step, Library& librar
     return {thrown, counter.polls(), false};
 }
 
-Outcome runModel(const Operation& operation, const Step& step, World& world) {
+// What stops at a poll, as the library's text.
+[[noreturn]] void stop(const Step& step) {
+    throw Stopped{
+        {step.throws ? "Interrupted" : "status " + std::to_string(AttentionCounter::kFailure)}};
+}
+
+// The library comes first: of some calls it is only said how often they poll at least.
+Outcome runModel(const Operation& operation, const Step& step, World& world, long libraryPolls) {
     long polls = 0;
     world.poll = [&] {
-        if (++polls != step.failAt) return;
-        throw Stopped{
-            {step.throws ? "Interrupted" : "status " + std::to_string(AttentionCounter::kFailure)}};
+        if (++polls == step.failAt) stop(step);
+    };
+    world.morePolls = [&] {
+        const long before = std::exchange(polls, std::max(polls, libraryPolls));
+        if (before < step.failAt && step.failAt <= polls) stop(step);
     };
     try {
         operation.model(world, step.arguments);
@@ -81,8 +92,8 @@ std::string runStep(const Step& step, Library& library, World& world, Tally* tal
     world.answer.clear();
     library.record.clear();
     world.record.clear();
-    const Outcome expected = runModel(operation, step, world);
     const Outcome found = runLibrary(operation, step, library);
+    const Outcome expected = runModel(operation, step, world, found.polls);
     count(tally, step, expected);
     if (expected.thrown != found.thrown) {
         return expected.thrown + " expected to be thrown, " + found.thrown + " was";

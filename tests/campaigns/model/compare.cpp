@@ -6,6 +6,7 @@
 #include <bit>
 #include <cstring>
 #include <sstream>
+#include <utility>
 
 #include "campaigns/model/images.h"
 #include "support/archive_bytes.h"
@@ -123,16 +124,17 @@ std::string compareBuffer(const std::string& name, Buffer& b, const mvFrequencyB
 // After a poll that failed: an unbound output may have become an image.
 template <class T>
 void adopt(Report& report, Image<T>& image, const mvPelBuffer<T>& found) {
+    const Sides result = std::exchange(image.result, {});
     image.anyPels = false;
     if (!found.isBound()) return;
     if (!image.isBound()) {
-        report.same("width of a result", image.resultWidth, found.width());
-        report.same("height of a result", image.resultHeight, found.height());
+        report.same("width of a result", result.x, found.width());
+        report.same("height of a result", result.y, found.height());
         image = newImage<T>(found.width(), found.height());
         image.x = found.offset().x;
         image.y = found.offset().y;
     }
-    image.xform = xformOf(found.xformCache());
+    if (result != Sides{}) image.xform = xformOf(found.xformCache());
     for (long y = 0; y < std::min(image.height, found.height()); ++y) {
         for (long x = 0; x < std::min(image.width, found.width()); ++x) {
             image.at(x, y) = found.pel(x, y);

@@ -44,7 +44,8 @@ class Drawing {
     explicit Drawing(unsigned long seed)
         : draw_(seed),
           pelTopic_(draw_.of(kPelTopics)),
-          filterTopic_(draw_.of(kFilterTopics)),
+          filterKind_(draw_.below(std::ssize(kFilterTopics))),
+          filterTopic_(kFilterTopics[static_cast<std::size_t>(filterKind_)]),
           sides_{draw_.of(kSides), draw_.of(kSides)} {
         if (draw_.oneIn(2)) sides_[1] = sides_[0];
     }
@@ -127,12 +128,33 @@ class Drawing {
                 return draw_.oneIn(3) ? draw_.below(17) : 0;
             case Domain::kRadius:
                 return draw_.oneIn(8) ? draw_.below(6) - 1 : draw_.below(3);
+            default:
+                return pictureArgument(domain);
         }
-        return 0;
+    }
+
+    long pictureArgument(Domain domain) {
+        switch (domain) {
+            case Domain::kKind:
+                return draw_.oneIn(8) ? draw_.below(6) : filterKind_;
+            case Domain::kList:
+                return draw_.oneIn(3) ? draw_.below(7) : 0;
+            case Domain::kPicture:
+                return draw_.below(20);
+            case Domain::kMargin:
+                return draw_.oneIn(40) ? -2 : draw_.oneIn(2) ? -1 : draw_.below(6);
+            case Domain::kThreads:
+                return draw_.oneIn(8) ? draw_.below(4) : 1;
+            case Domain::kFirst:
+                return draw_.oneIn(6) ? 1 : 0;
+            default:
+                return 0;
+        }
     }
 
     Draw draw_;
     std::string pelTopic_;
+    long filterKind_;
     std::string filterTopic_;
     std::array<long, 2> sides_;
 };

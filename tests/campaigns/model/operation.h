@@ -24,11 +24,17 @@ enum class Domain {
     kForm,     ///< of a call: keep the source, destroy it, take it as const
     kMapping,  ///< of numbers to bytes
     kFilter,   ///< the number of a filter
+    kFirst,    ///< that of an image or a filter, most often of the one that is made first
     kNumber,   ///< what a parameter of a filter is made from
     kPadded,   ///< a padded side, sometimes another one
     kRadius,   ///< of the square around DC
     kField,    ///< which parameter to set
-    kDamage    ///< done to a record before it is loaded
+    kDamage,   ///< done to a record before it is loaded
+    kKind,     ///< of a filter: the number of a topic, or behind them one of the caller's own
+    kList,     ///< how the picture call gets its filters
+    kPicture,  ///< what it makes of them
+    kMargin,   ///< of its tiles
+    kThreads   ///< that it may take
 };
 
 struct Operation {
@@ -57,6 +63,7 @@ void addImageOperations(Operations& all);
 void addTransformOperations(Operations& all);
 void addFilterOperations(Operations& all);
 void addArchiveOperations(Operations& all);
+void addPictureOperations(Operations& all);
 
 /// What a chain has one of each of.
 inline const std::vector<std::string> kPelTopics = {"bytes", "shorts"};

@@ -17,7 +17,9 @@ const Operations& operations() {
         for (std::size_t i = first; i < list.size(); ++i) list[i].polls = true;
         addFilterOperations(list);
         addArchiveOperations(list);
+        addPictureOperations(list);
         for (Operation& operation : list) {
+            if (!operation.topic.empty()) continue;
             for (const auto* topics : {&kPelTopics, &kFilterTopics}) {
                 for (const std::string& topic : *topics) {
                     if (operation.name.ends_with(" " + topic)) operation.topic = topic;

@@ -48,7 +48,8 @@ bool simplify(Chain& chain, long& number, std::vector<long> simpler) {
 }
 
 bool isObject(Domain domain) {
-    return domain == Domain::kObject || domain == Domain::kOtherObject || domain == Domain::kFilter;
+    return domain == Domain::kObject || domain == Domain::kOtherObject ||
+           domain == Domain::kFilter || domain == Domain::kFirst;
 }
 
 bool simplifyNumbers(Chain& chain) {

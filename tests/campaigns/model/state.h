@@ -26,6 +26,13 @@ struct Thrown {
 /// A poll that failed.
 struct Stopped : Thrown {};
 
+struct Sides {
+    long x = 0;
+    long y = 0;
+
+    friend bool operator==(const Sides&, const Sides&) = default;
+};
+
 /// A client transform, if there is one: e00, e01, e10, e11, x, y.
 struct Xform {
     bool isSet = false;
@@ -76,11 +83,10 @@ struct Image {
     long y = 0;
     Xform xform{};
 
-    /// A poll failed while the image was an output: its pels may be any, and one that was not bound
-    /// may have become an image of that size.
+    /// A call that wrote pels was ended: they may be any. With a result's size the transform may be
+    /// any too, and an output that was not bound may have become an image of that size.
     bool anyPels = false;
-    long resultWidth = 0;
-    long resultHeight = 0;
+    Sides result{};
 
     bool isBound() const { return pels != nullptr; }
     T& at(long column, long row) const {
@@ -123,6 +129,8 @@ struct World {
     /// The bytes that it stored.
     std::string record{};
     Poll poll = reference::noPoll;
+    /// Behind the polls that a call must make: those beyond them that the library made.
+    Poll morePolls = reference::noPoll;
 };
 
 template <class T>

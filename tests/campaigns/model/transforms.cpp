@@ -81,8 +81,7 @@ template <class T>
 void loosen(const Buffer& buf, Image<T>* output) {
     if (output == nullptr) return;
     output->anyPels = true;
-    output->resultWidth = buf.imageWidth;
-    output->resultHeight = buf.imageHeight;
+    output->result = {buf.imageWidth, buf.imageHeight};
 }
 
 template <class Call, class... T>
