@@ -1,15 +1,16 @@
 // Operations of archives: an object is stored, its record compared, and loaded into another one.
 #include "campaigns/model/archives.h"
 #include "campaigns/model/filter_kinds.h"
+#include "campaigns/model/hostile_records.h"
 #include "support/archive_bytes.h"
 
 namespace model {
 namespace {
 
 // What a step makes of a record before it is loaded: 0 nothing, 1 to 15 so many sixteenths of it,
-// 16 a version that is not known.
+// from 16 on another byte. In a filter's record the first ones are two versions and a flag.
 std::string damaged(std::string bytes, long how) {
-    if (how == 16) bytes[0] = 7;
+    if (how >= 16) bytes[static_cast<std::size_t>(how - 16)] = 7;
     if (how > 0 && how < 16) bytes.resize(bytes.size() * static_cast<std::size_t>(how) / 16);
     return bytes;
 }
@@ -45,37 +46,56 @@ template <class Kind>
 void addFilter(Operations& all) {
     using enum Domain;
     all.push_back({std::string("archive ") + Kind::kName,
-                   {kFilter, kFilter},
+                   {kFilter, kFilter, kDamage},
                    [](Library& l, const Arguments& a) {
                        auto& filter = libraryOf<Kind>(l, a, 0);
                        const std::string bytes = stored(filter);
                        if (filter.hasResponse()) l.record = bytes;
-                       loadInto(libraryOf<Kind>(l, a, 1), bytes);
+                       loadInto(libraryOf<Kind>(l, a, 1), damaged(bytes, a[2]));
                    },
                    [](World& w, const Arguments& a) {
                        const auto filter = modelOf<Kind>(w, a, 0);
-                       if (filter.hasResponse) w.record = recordOf(filter).bytes();
-                       modelOf<Kind>(w, a, 1) = filter;
+                       const std::string bytes = recordOf(filter).bytes();
+                       if (filter.hasResponse) w.record = bytes;
+                       load(modelOf<Kind>(w, a, 1), damaged(bytes, a[2]), filter, Kind::kVersion);
                    },
-                   2});
+                   3});
 }
 
 void addImageFilters(Operations& all) {
     using enum Domain;
     all.push_back({"archive image filter",
-                   {kFilter, kFilter},
+                   {kFilter, kFilter, kDamage},
                    [](Library& l, const Arguments& a) {
                        l.record = stored(l.imageFilters[at(a, 0)]);
-                       loadInto(l.imageFilters[at(a, 1)], l.record);
+                       loadInto(l.imageFilters[at(a, 1)], damaged(l.record, a[2]));
                    },
                    [](World& w, const Arguments& a) {
                        w.record = recordOf(w.imageFilters[at(a, 0)]).bytes();
-                       const bool flag = w.imageFilters[at(a, 0)].isInitialized;
-                       const std::string image = w.record.substr(3);
-                       load(w.imageFilters[at(a, 1)].image, image);
-                       w.imageFilters[at(a, 1)].isInitialized = flag;
+                       load(w.imageFilters[at(a, 1)], damaged(w.record, a[2]));
                    },
-                   2});
+                   3});
+}
+
+// What no library wrote, loaded as a buffer and as an image filter.
+void addHostile(Operations& all) {
+    using enum Domain;
+    all.push_back(
+        {"load buffer",
+         {kObject, kSeed},
+         [](Library& l, const Arguments& a) { loadInto(l.buffers[at(a, 0)], hostileBuffer(a[1])); },
+         [](World& w, const Arguments& a) { load(w.buffers[at(a, 0)], hostileBuffer(a[1])); },
+         4});
+    const auto base = archive::Record().u8(0).u8(0).flag(true).bytes();
+    all.push_back({"load image filter",
+                   {kFilter, kSeed},
+                   [base](Library& l, const Arguments& a) {
+                       loadInto(l.imageFilters[at(a, 0)], base + hostileBuffer(a[1]));
+                   },
+                   [base](World& w, const Arguments& a) {
+                       load(w.imageFilters[at(a, 0)], base + hostileBuffer(a[1]));
+                   },
+                   4});
 }
 
 }  // namespace
@@ -87,6 +107,7 @@ void addArchiveOperations(Operations& all) {
     addFilter<Gabor>(all);
     addFilter<GaborReject>(all);
     addImageFilters(all);
+    addHostile(all);
 }
 
 }  // namespace model

@@ -14,9 +14,15 @@ std::int32_t narrow(long value) {
     return static_cast<std::int32_t>(value);
 }
 
+constexpr const char* kRoutine = "null 0";
+
+std::size_t planeFloats(const Buffer& b) {
+    return 2 * static_cast<std::size_t>(b.width) * static_cast<std::size_t>(b.height);
+}
+
 std::vector<float> floatsOf(const Buffer& b) {
     if (!b.hasData) return {};
-    return {b.storage.begin(), b.storage.begin() + 2 * b.width * b.height};
+    return {b.storage.begin(), b.storage.begin() + static_cast<std::ptrdiff_t>(planeFloats(b))};
 }
 
 template <class T>
@@ -30,18 +36,26 @@ class Reader {
     explicit Reader(const std::string& bytes) : bytes_(bytes) {}
 
     std::uint64_t little(int size) {
-        if (bytes_.size() - next_ < static_cast<std::size_t>(size)) throw Thrown{"Truncated"};
+        require(static_cast<std::size_t>(size));
         std::uint64_t value = 0;
         for (int i = 0; i < size; ++i) {
             value |= std::uint64_t{static_cast<unsigned char>(bytes_[next_++])} << (8 * i);
         }
         return value;
     }
+    void require(std::size_t size) const {
+        if (bytes_.size() - next_ < size) throw Thrown{"Truncated"};
+    }
+    bool flag() {
+        const std::uint64_t value = little(1);
+        if (value > 1) throw Thrown{"BadValue"};
+        return value == 1;
+    }
     long number() { return static_cast<std::int32_t>(little(4)); }
     float f32() { return mvi::bitCast<float>(static_cast<std::uint32_t>(little(4))); }
     double f64() { return mvi::bitCast<double>(little(8)); }
-    void routineVersion() {
-        if (little(1) != 0) throw Thrown{"UnknownVersion null 0"};
+    void version(unsigned newest, const char* where) {
+        if (little(1) > newest) throw Thrown{std::string("UnknownVersion ") + where};
     }
 
   private:
@@ -49,15 +63,16 @@ class Reader {
     std::size_t next_ = 0;
 };
 
-Xform readXform(Reader& in) {
+// The first version has a transform always.
+Xform readXform(Reader& in, bool isFirst) {
     Xform xform;
-    xform.isSet = in.little(1) != 0;
+    xform.isSet = isFirst || in.flag();
     if (!xform.isSet) return xform;
     for (double& value : xform.values) value = in.f64();
     return xform;
 }
 
-bool readFields(Reader& in, Buffer& b) {
+bool readFields(Reader& in, Buffer& b, bool isFirst) {
     for (long Buffer::*field :
          {&Buffer::width, &Buffer::height, &Buffer::imageWidth, &Buffer::imageHeight}) {
         b.*field = in.number();
@@ -65,19 +80,28 @@ bool readFields(Reader& in, Buffer& b) {
     b.masked = in.number() != 0;
     b.maskedMiny = in.number();
     b.maskedMaxy = in.number();
-    b.inverseComputed = in.little(1) != 0;
-    b.xform = readXform(in);
-    in.routineVersion();
+    b.inverseComputed = in.flag();
+    b.xform = readXform(in, isFirst);
+    in.version(0, kRoutine);
     b.x = in.number();
     b.y = in.number();
-    return in.little(1) != 0;
+    return in.flag();
 }
 
 std::vector<float> readFloats(Reader& in) {
-    in.routineVersion();
-    std::vector<float> floats(in.little(4));
+    in.version(0, kRoutine);
+    const auto count = static_cast<std::size_t>(in.little(4));
+    in.require(4 * count);
+    std::vector<float> floats(count);
     for (float& value : floats) value = in.f32();
     return floats;
+}
+
+// A plane of ordinary sides may come with fewer floats.
+void requireFloats(const Buffer& b, std::size_t count) {
+    const bool isOrdinary = b.width <= 2048 && b.height <= 2048;
+    const bool isNegative = b.width < 0 || b.height < 0;
+    if (isNegative || (!isOrdinary && planeFloats(b) > count)) throw Thrown{"BadValue"};
 }
 
 }  // namespace
@@ -137,17 +161,36 @@ Record recordOf(const ImageFilter& filter) {
 
 void load(Buffer& b, const std::string& bytes) {
     Reader in(bytes);
-    if (in.little(1) > 1) throw Thrown{"UnknownVersion filt/fft 572"};
+    const bool isFirst = !bytes.empty() && bytes[0] == 0;
+    in.version(1, "filt/fft 572");
     b.hasData = false;
     b.anyRest = true;
-    const bool hasData = readFields(in, b);
+    const bool hasData = readFields(in, b, isFirst);
     std::vector<float> floats = readFloats(in);
+    if (hasData) requireFloats(b, floats.size());
     b.anyRest = false;
     b.hasData = hasData;
     b.storage.clear();
     if (!hasData) return;
     b.storage = std::move(floats);
-    b.storage.resize(static_cast<std::size_t>(2 * b.width * b.height) + 7);
+    b.storage.resize(planeFloats(b));
+    b.storage.resize(planeFloats(b) + 7);
+}
+
+bool loadBase(const std::string& bytes, const std::string& where) {
+    Reader in(bytes);
+    in.version(0, where.c_str());
+    in.version(0, "filt/freqfilt 136");
+    return in.flag();
+}
+
+void requireWhole(const std::string& bytes, const std::string& record) {
+    if (bytes.size() < record.size()) throw Thrown{"Truncated"};
+}
+
+void load(ImageFilter& filter, const std::string& bytes) {
+    filter.isInitialized = loadBase(bytes, "filt/freqfilt 2846");
+    load(filter.image, bytes.substr(3));
 }
 
 }  // namespace model

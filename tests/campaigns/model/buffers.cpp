@@ -65,6 +65,15 @@ void requireFrequencies(const Buffer& b) {
     if (b.inverseComputed) throw Thrown{support::kSpent};
 }
 
+void requireTransformable(const Buffer& b) {
+    requireData(b);
+    for (const long side : {b.width, b.height}) {
+        if (side > 2048 || reference::paddedSize(side) != side) {
+            throw Thrown{support::kNotPowerOfTwo};
+        }
+    }
+}
+
 void setAndAllocate(Buffer& b, long width, long height) {
     if (width > 2048 || height > 2048) throw Thrown{support::kTooLarge};
     b.imageWidth = width;

@@ -9,6 +9,9 @@ namespace model {
 void requireData(const Buffer& b);
 void requireFrequencies(const Buffer& b);
 
+/// Throws what transforms say of a plane that only an archive makes.
+void requireTransformable(const Buffer& b);
+
 /// Sizes the plane for an image; floats that were there stay.
 void setAndAllocate(Buffer& b, long width, long height);
 

@@ -125,7 +125,7 @@ class Drawing {
             case Domain::kPadded:
                 return draw_.oneIn(20) ? draw_.of(kSides) : reference::paddedSize(draw_.of(sides_));
             case Domain::kDamage:
-                return draw_.oneIn(3) ? draw_.below(17) : 0;
+                return draw_.oneIn(3) ? draw_.below(19) : 0;
             case Domain::kRadius:
                 return draw_.oneIn(8) ? draw_.below(6) - 1 : draw_.below(3);
             default:

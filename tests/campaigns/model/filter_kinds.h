@@ -56,6 +56,7 @@ struct LobeKind {
 
 struct BandPass : RingKind {
     static constexpr const char* kName = "band pass";
+    static constexpr const char* kVersion = "filt/freqfilt 1765";
     static constexpr bool kRejects = false;
     static constexpr auto kModel = &World::bandPasses;
     static constexpr auto kLibrary = &Library::bandPasses;
@@ -69,6 +70,7 @@ struct BandPass : RingKind {
 
 struct BandReject : RingKind {
     static constexpr const char* kName = "band reject";
+    static constexpr const char* kVersion = "filt/freqfilt 2389";
     static constexpr bool kRejects = true;
     static constexpr auto kModel = &World::bandRejects;
     static constexpr auto kLibrary = &Library::bandRejects;
@@ -82,6 +84,7 @@ struct BandReject : RingKind {
 
 struct Gabor : LobeKind {
     static constexpr const char* kName = "gabor";
+    static constexpr const char* kVersion = "filt/freqfilt 371";
     static constexpr bool kRejects = false;
     static constexpr auto kModel = &World::gabors;
     static constexpr auto kLibrary = &Library::gabors;
@@ -95,6 +98,7 @@ struct Gabor : LobeKind {
 
 struct GaborReject : LobeKind {
     static constexpr const char* kName = "gabor reject";
+    static constexpr const char* kVersion = "filt/freqfilt 1095";
     static constexpr bool kRejects = true;
     static constexpr auto kModel = &World::gaborRejects;
     static constexpr auto kLibrary = &Library::gaborRejects;

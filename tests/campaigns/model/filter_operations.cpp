@@ -234,7 +234,7 @@ void addKind(Operations& all) {
 void addImageFilterLife(Operations& all) {
     using enum Domain;
     all.push_back({"set image filter",
-                   {kFilter, kObject},
+                   {kFirst, kFirst},
                    [](Library& l, const Arguments& a) {
                        l.imageFilters[at(a, 0)].setImage(l.buffers[at(a, 1)]);
                    },
@@ -261,21 +261,21 @@ void addImageFilterUse(Operations& all) {
     using enum Domain;
     all.push_back(
         {"apply image filter",
-         {kFilter, kObject},
+         {kFirst, kObject},
          [](Library& l, const Arguments& a) {
              l.imageFilters[at(a, 0)].apply(l.buffers[at(a, 1)]);
          },
          [](World& w, const Arguments& a) { apply(w.imageFilters[at(a, 0)], w.buffers[at(a, 1)]); },
-         3});
+         4});
     all.push_back({"apply between image filter",
-                   {kFilter, kObject, kObject},
+                   {kFirst, kFirst, kObject},
                    [](Library& l, const Arguments& a) {
                        l.imageFilters[at(a, 0)].apply(l.buffers[at(a, 1)], l.buffers[at(a, 2)]);
                    },
                    [](World& w, const Arguments& a) {
                        apply(w.imageFilters[at(a, 0)], w.buffers[at(a, 1)], w.buffers[at(a, 2)]);
                    },
-                   3});
+                   4});
 }
 
 }  // namespace

@@ -52,7 +52,7 @@ PictureFilter parametric(World& w, std::size_t i) {
     const auto& filter = (w.*Kind::kModel)[i];
     if (!filter.hasResponse) return {.refused = kNoFilter, .apply = [](reference::Spectrum&) {}};
     const auto& response = filter.response;
-    return {.plane = {response.given.width, response.given.height},
+    return {.plane = Sides{response.given.width, response.given.height},
             .reach = [&response](const Poll&) { return reachOf(response.given); },
             .apply = [&response](reference::Spectrum& buf) { applyKind<Kind>(response, buf); }};
 }
@@ -186,7 +186,8 @@ void addQuestions(Operations& all) {
                        answer(l.answer, [&] { return mfFilterPlane(libraryFilters(l, &a[0])); });
                    },
                    [](World& w, const Arguments& a) {
-                       answer(w.answer, [&] { return planeOf(modelFilters(w, &a[0])); });
+                       answer(w.answer,
+                              [&] { return planeOf(modelFilters(w, &a[0])).value_or(Sides{}); });
                    }});
     all.push_back({"filter reach",
                    {kKind, kFirst, kList},

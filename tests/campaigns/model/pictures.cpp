@@ -33,7 +33,7 @@ void requireFilters(const PictureFilters& filters) {
 }
 
 bool isUnknown(const PictureFilter& filter) {
-    return filter.plane == Sides{};
+    return !filter.plane;
 }
 
 void requireOutput(const PictureOptions& options, bool isDouble) {
@@ -47,8 +47,8 @@ bool isCut(long image, long plane, long margin, bool mirror) {
 
 // A margin that is given must leave something of the tiles of an axis that is cut.
 bool isUseful(long margin, long image, long plane, bool mirror) {
-    if (margin == -1 || plane == 0) return margin >= -1;
-    return margin >= 0 && (!isCut(image, plane, margin, mirror) || 2 * margin < plane);
+    return margin == -1 ||
+           (margin >= 0 && (!isCut(image, plane, margin, mirror) || 2 * margin < plane));
 }
 
 // Without the widest margin that a reach can make there is no cut.
@@ -74,12 +74,13 @@ Sides reachFor(Sides image, Sides plane, const PictureFilters& filters,
 
 Axes axesOf(Sides image, const PictureFilters& filters, const PictureOptions& options,
             const Poll& poll) {
-    const Sides plane = planeOf(filters);
+    const std::optional<Sides> known = planeOf(filters);
     const bool mirror = options.mirror;
-    if (plane == Sides{}) {
+    if (!known) {
         return {{image.x, reference::planeWithoutFilter(image.x, mirror), 0, mirror},
                 {image.y, reference::planeWithoutFilter(image.y, mirror), 0, mirror}};
     }
+    const Sides plane = *known;
     const Sides reach = reachFor(image, plane, filters, options, poll);
     const auto marginOf = reference::pictureMargin;
     return {{image.x, plane.x, marginOf(options.margin.x, reach.x, plane.x), mirror},
@@ -129,17 +130,31 @@ reference::Image<U> filtered(const reference::Image<T>& image, const PictureFilt
     return tiles(magnitudes<U>);
 }
 
+// Only archives make filters with other planes.
+void requirePlane(Sides plane) {
+    if (plane.x > 2048 || plane.y > 2048) throw Thrown{support::kTooLarge};
+    for (const long side : {plane.x, plane.y}) {
+        if (reference::paddedSize(side) != side) throw Thrown{support::kNotPowerOfTwo};
+    }
+}
+
+void requireMargin(Sides image, const std::optional<Sides>& plane, const PictureOptions& options) {
+    const Sides margin = options.margin;
+    const bool isAnyUseful = plane ? isUseful(margin.x, image.x, plane->x, options.mirror) &&
+                                         isUseful(margin.y, image.y, plane->y, options.mirror)
+                                   : margin.x >= -1 && margin.y >= -1;
+    if (!isAnyUseful) refuse("The margin leaves nothing of a tile.");
+}
+
 template <class T, class U>
 void requirePicture(const Image<T>& image, const PictureFilters& filters, const Image<U>& out,
                     const PictureOptions& options) {
     if (!image.isBound()) throw Thrown{support::kUnbound};
     requireFilters(filters);
-    const Sides plane = planeOf(filters);
+    const std::optional<Sides> plane = planeOf(filters);
+    if (plane) requirePlane(*plane);
     requireOutput(options, std::is_same_v<U, double>);
-    if (!isUseful(options.margin.x, image.width, plane.x, options.mirror) ||
-        !isUseful(options.margin.y, image.height, plane.y, options.mirror)) {
-        refuse("The margin leaves nothing of a tile.");
-    }
+    requireMargin({image.width, image.height}, plane, options);
     if (options.threads < 1) refuse("The number of threads must be positive.");
     if (out.isBound() && (out.width != image.width || out.height != image.height)) {
         throw Thrown{"InvalidSize: The output must have the size of the image."};
@@ -164,6 +179,7 @@ long smallestReach(const std::vector<double>& lines, double total) {
 }
 
 Sides imageReach(const Buffer& image, const Poll& poll) {
+    requireTransformable(image);
     const reference::Plane space = reference::spatial(spectrumOf(image), poll).plane;
     std::vector<double> columns(static_cast<std::size_t>(space.width));
     std::vector<double> rows(static_cast<std::size_t>(space.height));
@@ -201,7 +217,7 @@ PictureFilter missingFilter() {
 PictureFilter pictureFilterOf(const ImageFilter& filter) {
     const Buffer& image = filter.image;
     if (!image.hasData) return {.refused = support::kNoData, .apply = [](Spectrum&) {}};
-    return {.plane = {image.width, image.height},
+    return {.plane = Sides{image.width, image.height},
             .reach = [&image](const Poll& poll) { return imageReach(image, poll); },
             .apply =
                 [&image](Spectrum& buf) {
@@ -211,18 +227,18 @@ PictureFilter pictureFilterOf(const ImageFilter& filter) {
                 }};
 }
 
-Sides planeOf(const PictureFilters& filters) {
+std::optional<Sides> planeOf(const PictureFilters& filters) {
     requireFilters(filters);
     std::optional<Sides> plane;
     bool isOne = true;
     for (const PictureFilter& filter : filters) {
         if (!filter.refused.empty()) throw Thrown{filter.refused};
         if (isUnknown(filter)) continue;
-        isOne = isOne && filter.plane == plane.value_or(filter.plane);
+        isOne = isOne && *filter.plane == plane.value_or(*filter.plane);
         plane = filter.plane;
     }
     if (!isOne) throw Thrown{"InvalidSize: All filters must be built for one plane."};
-    return plane.value_or(Sides{});
+    return plane;
 }
 
 Sides reachOf(const PictureFilters& filters, const Poll& poll) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -13,8 +14,8 @@ namespace model {
 struct PictureFilter {
     /// What it is refused for; empty for one that has a response.
     std::string refused{};
-    /// (0, 0) for a class of the caller's own.
-    Sides plane{};
+    /// None for a class of the caller's own.
+    std::optional<Sides> plane{};
     /// An image filter's polls.
     std::function<Sides(const Poll&)> reach{};
     std::function<void(reference::Spectrum&)> apply{};
@@ -36,8 +37,8 @@ struct PictureOptions {
     int threads = 1;
 };
 
-/// (0, 0) when no filter of the list knows it.
-Sides planeOf(const PictureFilters& filters);
+/// None when no filter of the list knows it.
+std::optional<Sides> planeOf(const PictureFilters& filters);
 Sides reachOf(const PictureFilters& filters, const Poll& poll);
 
 /// The polls are those that the three calls make; `morePolls` comes behind them.

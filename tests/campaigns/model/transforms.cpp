@@ -57,8 +57,21 @@ void untilMark(Work& work, bool transforms, Call call) {
     }
 }
 
+// Only an archive makes such a buffer, or one with an image larger than its plane.
 void requireImage(const Buffer& b) {
     if (b.imageWidth < 1 || b.imageHeight < 1) throw Thrown{kBaseError};
+}
+
+void requireImageInPlane(const Buffer& b) {
+    if (b.imageWidth > b.width || b.imageHeight > b.height) {
+        throw Thrown{support::kNotPowerOfTwo};
+    }
+}
+
+void requirePelOutput(const Buffer& b) {
+    requireTransformable(b);
+    requireImageInPlane(b);
+    requireImage(b);
 }
 
 void pollWrap(const Buffer& b, const Poll& poll) {
@@ -131,7 +144,7 @@ void forward(const Image<T>& real, const Image<T>& imaginary, Buffer& dst, const
 }
 
 void forward(const Buffer& src, Buffer& dst, const Poll& poll) {
-    requireData(src);
+    requireTransformable(src);
     assign(dst, src);
     dst.inverseComputed = false;
     dst.masked = false;
@@ -139,7 +152,7 @@ void forward(const Buffer& src, Buffer& dst, const Poll& poll) {
 }
 
 void inverse(Buffer& src, Buffer& dst, bool destroy, const Poll& poll) {
-    requireData(src);
+    requireTransformable(src);
     const bool inPlace = src.inverseComputed || destroy;
     if (!inPlace) assign(dst, src);
     Buffer& work = inPlace ? src : dst;
@@ -159,8 +172,7 @@ void inverse(Buffer& src, Buffer& dst, bool destroy, const Poll& poll) {
 
 void inverse(Buffer& buf, Image<double>& real, Image<double>& imaginary, bool destroy,
              const Poll& poll) {
-    requireData(buf);
-    requireImage(buf);
+    requirePelOutput(buf);
     const bool transforms = !buf.inverseComputed;
     Work work(buf, destroy);
     reference::Output<double> re;
@@ -182,8 +194,7 @@ template <class T>
 void inverse(Buffer& buf, Image<T>& out, Image<double>* angle, Image<Byte>* quadrant, bool rescale,
              bool destroy, const Poll& poll) {
     constexpr bool kIsDouble = std::is_same_v<T, double>;
-    requireData(buf);
-    requireImage(buf);
+    requirePelOutput(buf);
     const bool transforms = !buf.inverseComputed;
     Work work(buf, destroy);
     Spectrum space;
@@ -211,6 +222,7 @@ void inverse(Buffer& buf, Image<T>& out, Image<double>* angle, Image<Byte>* quad
 
 void angleImage(const Buffer& buf, Image<double>& angle, const Poll& poll) {
     requireData(buf);
+    requireImageInPlane(buf);
     const auto call = [&] {
         poll();
         requireImage(buf);
@@ -222,6 +234,7 @@ void angleImage(const Buffer& buf, Image<double>& angle, const Poll& poll) {
 
 void quadrantImage(const Buffer& buf, Image<Byte>& quadrant, const Poll& poll) {
     requireData(buf);
+    requireImageInPlane(buf);
     const auto call = [&] {
         poll();
         requireImage(buf);
