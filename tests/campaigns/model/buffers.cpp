@@ -185,13 +185,15 @@ float* element(Buffer& b, long x, long y, bool centred) {
 
 reference::Plane planeOf(const Buffer& b) {
     reference::Plane plane(static_cast<int>(b.width), static_cast<int>(b.height));
+    if (plane.floatCount() == 0) return plane;
     std::copy_n(b.storage.begin(), plane.floatCount(), plane.floats());
     return plane;
 }
 
 void setPlane(Buffer& b, const reference::Plane& plane) {
-    std::copy_n(plane.floats(), plane.floatCount(), b.storage.begin());
     b.anyElements = false;
+    if (plane.floatCount() == 0) return;
+    std::copy_n(plane.floats(), plane.floatCount(), b.storage.begin());
 }
 
 reference::Spectrum spectrumOf(const Buffer& b) {

@@ -233,6 +233,10 @@ std::string compare(Library& library, World& world) {
         text = "record: " + support::hex(world.record) + " expected, " +
                support::hex(library.record) + " found";
     }
+    if (text.empty() && world.watched != library.watched) {
+        text = std::to_string(world.watched) + " calls of watchers expected, " +
+               std::to_string(library.watched) + " made";
+    }
     for (std::size_t i = 0; i < world.buffers.size() && text.empty(); ++i) {
         text = compareBuffer("buffer " + std::to_string(i), world.buffers[i], library.buffers[i]);
     }

@@ -1,4 +1,4 @@
-// Operations of filters: building, changing, copying, applying.
+// Operations of parametric filters: building, changing, copying, applying.
 #include <memory>
 
 #include "campaigns/model/filter_kinds.h"
@@ -12,6 +12,7 @@ namespace {
 template <class Kind, class Filter>
 void create(Filter& filter, const typename Kind::Parameters& wanted) {
     validate(wanted, Kind::kRejects);
+    filter.watcher.announce();
     filter.response = Kind::kBuild(wanted);
     filter.hasResponse = filter.isInitialized = true;
 }
@@ -132,7 +133,8 @@ void addCopies(Operations& all) {
                        filter = dynamic_cast<std::decay_t<decltype(filter)>&>(*clone);
                    },
                    [](World& w, const Arguments& a) {
-                       assign(modelOf<Kind>(w, a, 0), modelOf<Kind>(w, a, 1));
+                       const auto clone = modelOf<Kind>(w, a, 1);
+                       assign(modelOf<Kind>(w, a, 0), clone);
                    },
                    1});
 }
@@ -231,53 +233,6 @@ void addKind(Operations& all) {
     addApplying<Kind>(all);
 }
 
-void addImageFilterLife(Operations& all) {
-    using enum Domain;
-    all.push_back({"set image filter",
-                   {kFirst, kFirst},
-                   [](Library& l, const Arguments& a) {
-                       l.imageFilters[at(a, 0)].setImage(l.buffers[at(a, 1)]);
-                   },
-                   [](World& w, const Arguments& a) {
-                       requireData(w.buffers[at(a, 1)]);
-                       assign(w.imageFilters[at(a, 0)].image, w.buffers[at(a, 1)]);
-                       w.imageFilters[at(a, 0)].isInitialized = true;
-                   },
-                   4});
-    all.push_back({"assign image filter",
-                   {kFilter, kFilter},
-                   [](Library& l, const Arguments& a) {
-                       l.imageFilters[at(a, 0)] = l.imageFilters[at(a, 1)];
-                   },
-                   [](World& w, const Arguments& a) {
-                       const ImageFilter& src = w.imageFilters[at(a, 1)];
-                       assign(w.imageFilters[at(a, 0)].image, src.image);
-                       w.imageFilters[at(a, 0)].isInitialized = src.isInitialized;
-                   },
-                   1});
-}
-
-void addImageFilterUse(Operations& all) {
-    using enum Domain;
-    all.push_back(
-        {"apply image filter",
-         {kFirst, kObject},
-         [](Library& l, const Arguments& a) {
-             l.imageFilters[at(a, 0)].apply(l.buffers[at(a, 1)]);
-         },
-         [](World& w, const Arguments& a) { apply(w.imageFilters[at(a, 0)], w.buffers[at(a, 1)]); },
-         4});
-    all.push_back({"apply between image filter",
-                   {kFirst, kFirst, kObject},
-                   [](Library& l, const Arguments& a) {
-                       l.imageFilters[at(a, 0)].apply(l.buffers[at(a, 1)], l.buffers[at(a, 2)]);
-                   },
-                   [](World& w, const Arguments& a) {
-                       apply(w.imageFilters[at(a, 0)], w.buffers[at(a, 1)], w.buffers[at(a, 2)]);
-                   },
-                   4});
-}
-
 }  // namespace
 
 void addFilterOperations(Operations& all) {
@@ -285,8 +240,6 @@ void addFilterOperations(Operations& all) {
     addKind<BandReject>(all);
     addKind<Gabor>(all);
     addKind<GaborReject>(all);
-    addImageFilterLife(all);
-    addImageFilterUse(all);
 }
 
 }  // namespace model

@@ -1,6 +1,8 @@
 // The filters in the model.
 #include "campaigns/model/filters.h"
 
+#include <utility>
+
 #include "reference/fft/arithmetic.h"
 #include "support/thrown.h"
 
@@ -66,6 +68,20 @@ void take(Buffer& b, const reference::Spectrum& spectrum) {
     b.maskedMiny = spectrum.maskedMiny;
     b.maskedMaxy = spectrum.maskedMaxy;
     b.inverseComputed = spectrum.inverseComputed;
+}
+
+void assign(ImageFilter& filter, const ImageFilter& src) {
+    if (&filter == &src) return;
+    filter.watcher.announce();
+    assign(filter.image, src.image);
+    filter.isInitialized = src.isInitialized;
+}
+
+void move(ImageFilter& filter, ImageFilter& src) {
+    if (&filter == &src) return;
+    filter.watcher.announce();
+    move(filter.image, src.image);
+    filter.isInitialized = std::exchange(src.isInitialized, false);
 }
 
 void apply(const ImageFilter& filter, Buffer& b) {

@@ -15,9 +15,11 @@ void validate(const reference::LobeParameters& given, bool rejects);
 
 template <class Response>
 void assign(ParametricFilter<Response>& filter, const ParametricFilter<Response>& src) {
+    if (&filter == &src) return;
     if (src.hasResponse) {
+        filter.watcher.announce();
         filter = src;
-    } else if (&filter != &src) {
+    } else {
         filter.hasResponse = false;
     }
 }
@@ -30,6 +32,10 @@ void move(ParametricFilter<Response>& filter, ParametricFilter<Response>& src) {
     if (src.hasResponse) src.isInitialized = false;
     src.hasResponse = false;
 }
+
+/// Image filters say that they change whatever is assigned.
+void assign(ImageFilter& filter, const ImageFilter& src);
+void move(ImageFilter& filter, ImageFilter& src);
 
 /// The checks of both forms of `apply`.
 template <class Response>

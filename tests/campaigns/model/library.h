@@ -26,6 +26,7 @@ struct Library {
     std::array<mvFrequencyFilterImage, 2> imageFilters{};
     std::vector<double> answer{};
     std::string record{};
+    long watched = 0;
 };
 
 template <class T>

@@ -62,6 +62,8 @@ void addArithmeticOperations(Operations& all);
 void addImageOperations(Operations& all);
 void addTransformOperations(Operations& all);
 void addFilterOperations(Operations& all);
+void addImageFilterOperations(Operations& all);
+void addWatchOperations(Operations& all);
 void addArchiveOperations(Operations& all);
 void addPictureOperations(Operations& all);
 

@@ -16,6 +16,8 @@ const Operations& operations() {
         addTransformOperations(list);
         for (std::size_t i = first; i < list.size(); ++i) list[i].polls = true;
         addFilterOperations(list);
+        addImageFilterOperations(list);
+        addWatchOperations(list);
         addArchiveOperations(list);
         addPictureOperations(list);
         for (Operation& operation : list) {

@@ -98,12 +98,33 @@ struct Image {
 template <class T>
 using Images = std::array<Image<T>, 3>;
 
+/// Who is called before a filter changes; stays with the filter whatever is assigned to it.
+struct Watcher {
+    /// Counts the calls; null without a watcher.
+    long* calls = nullptr;
+    bool throws = false;
+
+    Watcher() = default;
+    Watcher(const Watcher&) {}
+    Watcher& operator=(const Watcher&) { return *this; }
+    void install(long* counter, bool mayThrow) {
+        calls = counter;
+        throws = mayThrow;
+    }
+    void announce() const {
+        if (calls == nullptr) return;
+        ++*calls;
+        if (throws) throw Thrown{"Interrupted"};
+    }
+};
+
 /// A filter that is built from parameters, `response.given`.
 template <class Response>
 struct ParametricFilter {
     bool isInitialized = false;
     bool hasResponse = false;
     Response response{};
+    Watcher watcher{};
 };
 using RingFilter = ParametricFilter<reference::Ring>;
 using LobeFilter = ParametricFilter<reference::Lobe>;
@@ -111,6 +132,7 @@ using LobeFilter = ParametricFilter<reference::Lobe>;
 struct ImageFilter {
     bool isInitialized = false;
     Buffer image{};
+    Watcher watcher{};
 };
 
 /// All that the chains work on.
@@ -128,6 +150,8 @@ struct World {
     std::vector<double> answer{};
     /// The bytes that it stored.
     std::string record{};
+    /// How often watchers were called.
+    long watched = 0;
     Poll poll = reference::noPoll;
     /// Behind the polls that a call must make: those beyond them that the library made.
     Poll morePolls = reference::noPoll;
