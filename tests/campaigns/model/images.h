@@ -2,6 +2,7 @@
 #pragma once
 
 #include <algorithm>
+#include <cstdint>
 #include <limits>
 
 #include "campaigns/model/state.h"
@@ -71,6 +72,12 @@ void copyPels(const Image<T>& src, Image<T>& dst) {
     copyInto(contentOf(src), dst);
 }
 
+/// Offsets are clamped to 32 bits.
+inline long placeOf(long value) {
+    using Limits = std::numeric_limits<std::int32_t>;
+    return std::clamp<long>(value, Limits::min(), Limits::max());
+}
+
 template <class T>
 Image<T> windowOf(const Image<T>& image, long x, long y, long width, long height) {
     const bool fits = image.isBound() && x >= 0 && y >= 0 && width >= 1 && height >= 1 &&
@@ -81,8 +88,8 @@ Image<T> windowOf(const Image<T>& image, long x, long y, long width, long height
     part.top += y;
     part.width = width;
     part.height = height;
-    part.x += x;
-    part.y += y;
+    part.x = placeOf(part.x + x);
+    part.y = placeOf(part.y + y);
     return part;
 }
 
