@@ -1,6 +1,8 @@
 // The files of one call, and what it may replace.
 #include "call_files.h"
 
+#include <CLI/CLI.hpp>
+
 #include <algorithm>
 #include <cerrno>
 #include <filesystem>

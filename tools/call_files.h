@@ -1,11 +1,11 @@
 // The files of one call, and what it may replace.
 #pragma once
 
-#include <CLI/CLI.hpp>
-
 #include <optional>
 #include <string>
 #include <vector>
+
+#include "parser.h"
 
 /// What is written to a file.
 enum class Role { picture, archive };

@@ -1,6 +1,8 @@
 // The commands that filter a picture.
 #include "filter_commands.h"
 
+#include <CLI/CLI.hpp>
+
 #include "failure.h"
 #include "filter_options.h"
 #include "picture_run.h"

@@ -1,12 +1,11 @@
 // The commands that filter a picture.
 #pragma once
 
-#include <CLI/CLI.hpp>
-
 #include <memory>
 #include <vector>
 
 #include "filter_steps.h"
+#include "parser.h"
 #include "work.h"
 
 /// Filters on a command line, in their order.

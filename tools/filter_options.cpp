@@ -1,6 +1,8 @@
 // The options that all filter commands have.
 #include "filter_options.h"
 
+#include <CLI/CLI.hpp>
+
 #include "numbers.h"
 #include "plane_options.h"
 

@@ -1,6 +1,8 @@
 // What each filter command says of its filter.
 #include "filter_steps.h"
 
+#include <CLI/CLI.hpp>
+
 #include <optional>
 
 #include "filter_archive.h"

@@ -1,13 +1,12 @@
 // What each filter command says of its filter.
 #pragma once
 
-#include <CLI/CLI.hpp>
-
 #include <memory>
 #include <string>
 #include <vector>
 
 #include "filter_recipe.h"
+#include "parser.h"
 
 /// A filter on a command line: its own options, and what they ask for.
 class FilterStep {

@@ -1,6 +1,8 @@
 // The options for what stands out in a result.
 #include "find_options.h"
 
+#include <CLI/CLI.hpp>
+
 #include "call_files.h"
 #include "failure.h"
 #include "numbers.h"

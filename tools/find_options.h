@@ -1,10 +1,10 @@
 // The options for what stands out in a result.
 #pragma once
 
-#include <CLI/CLI.hpp>
-
 #include <optional>
 #include <string>
+
+#include "parser.h"
 
 struct FindOptions {
     bool list = false;

@@ -1,6 +1,8 @@
 // Numbers on a command line.
 #include "numbers.h"
 
+#include <CLI/CLI.hpp>
+
 #include <charconv>
 #include <cmath>
 #include <sstream>

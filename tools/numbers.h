@@ -1,12 +1,12 @@
 // Numbers on a command line.
 #pragma once
 
-#include <CLI/CLI.hpp>
-
 #include <functional>
 #include <limits>
 #include <optional>
 #include <string>
+
+#include "parser.h"
 
 /// The number that a text is, from its first to its last character; none for an empty text, for
 /// anything besides the number, and for what is not finite.

@@ -1,6 +1,7 @@
 // The strongest waves of a picture.
 #include "peaks_command.h"
 
+#include <CLI/CLI.hpp>
 #include <suggest/peaks.h>
 #include <suggest/windowed_spectrum.h>
 

@@ -1,8 +1,7 @@
 // The strongest waves of a picture.
 #pragma once
 
-#include <CLI/CLI.hpp>
-
+#include "parser.h"
 #include "work.h"
 
 /// Adds peaks, which sets `work` when it is chosen.

@@ -1,6 +1,8 @@
 // The pictures on a command line.
 #include "picture_arguments.h"
 
+#include <CLI/CLI.hpp>
+
 #include <filesystem>
 #include <map>
 

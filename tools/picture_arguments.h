@@ -1,13 +1,12 @@
 // The pictures on a command line.
 #pragma once
 
-#include <CLI/CLI.hpp>
-
 #include <optional>
 #include <string>
 #include <vector>
 
 #include "call_files.h"
+#include "parser.h"
 #include "picture_file.h"
 
 /// One picture: where it comes from and where its result goes.

@@ -1,6 +1,8 @@
 // The options that say in which plane a picture is filtered.
 #include "plane_options.h"
 
+#include <CLI/CLI.hpp>
+
 #include <bit>
 #include <string>
 

@@ -1,6 +1,7 @@
 // Filters proposed from pictures of a good surface.
 #include "suggest_command.h"
 
+#include <CLI/CLI.hpp>
 #include <suggest/suggest.h>
 
 #include <cstdio>

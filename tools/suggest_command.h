@@ -1,8 +1,7 @@
 // Filters proposed from pictures of a good surface.
 #pragma once
 
-#include <CLI/CLI.hpp>
-
+#include "parser.h"
 #include "work.h"
 
 /// Adds suggest, which sets `work` when it is chosen.

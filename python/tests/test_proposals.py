@@ -45,7 +45,7 @@ def test_waves_that_no_ring_clears_are_removed_first():
 
 
 def test_all_pel_types_and_lists_are_taken():
-    good = cloth(96)
+    good = cloth(64)
     levels = {
         kind: mvfreq.suggest(good.astype(kind), radii=[2])[0].levels
         for kind in (np.uint8, np.uint16, np.float32, float)
@@ -56,7 +56,7 @@ def test_all_pel_types_and_lists_are_taken():
 
 
 def test_a_direction_asks_for_lobes():
-    found = mvfreq.suggest(cloth(96), radii=[2], direction=math.pi / 2)[0]
+    found = mvfreq.suggest(cloth(64), radii=[2], direction=math.pi / 2)[0]
     assert isinstance(found.filter, mvfreq.FrequencyFilterGabor)
     assert found.filter.angle == pytest.approx(math.pi / 2)
     assert "90" in found.arguments
@@ -83,16 +83,16 @@ def test_other_arguments_are_refused():
 
 def test_radii_that_are_left_out_are_warned_of():
     with pytest.warns(UserWarning, match="Left out: radius 48"):
-        found = mvfreq.suggest(cloth(96), radii=[2, 48])
+        found = mvfreq.suggest(cloth(64), radii=[2, 48])
     assert [each.radius for each in found] == [2]
     with warnings.catch_warnings():
         warnings.simplefilter("error")
-        mvfreq.suggest(cloth(96), radii=[2])
+        mvfreq.suggest(cloth(64), radii=[2])
 
 
 def test_a_search_can_be_stopped():
     with mvfreq.cancel_when(lambda: True), pytest.raises(mvfreq.mvStatusException):
-        mvfreq.suggest(cloth(96))
+        mvfreq.suggest(cloth(64))
 
 
 def test_waves_are_found_and_removed():

@@ -84,11 +84,12 @@ std::string listed(const std::set<std::string>& names) {
     return text;
 }
 
-// The state and the exception after a call in which nothing fails, and where an inverse marks what
-// it has overwritten.
+// The states before and after a call in which nothing fails, its exception, and where an inverse
+// marks what it has overwritten.
 struct Reference {
     Reference(const Operation& operation, const Shape& shape, const Fault& fault) {
         Operands operands(shape);
+        before = stateOf(operands);
         const Outcome outcome = fault.run(operation, operands, 0);
         thrown = outcome.thrown;
         lastBeforeMark = outcome.events - (shape.offset ? operation.pollsAfterMark : 0);
@@ -96,7 +97,7 @@ struct Reference {
     }
     std::string thrown;
     long lastBeforeMark = 0;
-    State state;
+    State before, state;
 };
 
 // Whatever is not as it was is as the operation may leave it.
@@ -124,7 +125,6 @@ void expectUsable(const Operation& operation, const Shape& shape, Operands& oper
 bool survives(const Operation& operation, const Shape& shape, const Fault& fault, long n,
               const Reference& good) {
     Operands operands(shape);
-    const State before = stateOf(operands);
     const Outcome outcome = fault.run(operation, operands, n);
     if (outcome.events < n) {
         EXPECT_EQ(outcome.thrown, operation.thrown);
@@ -132,7 +132,7 @@ bool survives(const Operation& operation, const Shape& shape, const Fault& fault
     }
     EXPECT_EQ(outcome.thrown, fault.thrown);
     const Failure failure{fault.isPoll, fault.isPoll && n > good.lastBeforeMark};
-    expectOnlyAllowedChanges(operation, failure, before, stateOf(operands), good.state);
+    expectOnlyAllowedChanges(operation, failure, good.before, stateOf(operands), good.state);
     expectUsable(operation, shape, operands, good);
     return true;
 }

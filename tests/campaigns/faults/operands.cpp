@@ -1,6 +1,9 @@
 // The objects that operations work on.
 #include "campaigns/faults/operands.h"
 
+#include <map>
+#include <utility>
+
 #include "support/buffer_probe.h"
 #include "support/pel_images.h"
 #include "support/random_planes.h"
@@ -24,10 +27,20 @@ mvPelBuffer<T> boundImage() {
     return image;
 }
 
+// Thousands of operands hold the same few filters; copies, which have responses of their own, are
+// made faster than responses.
+template <class F>
+const F& madeFilter(mvPair<long> size) {
+    static std::map<std::pair<long, long>, F> made;
+    const auto [at, isNew] = made.try_emplace({size.x, size.y});
+    if (isNew) at->second = makeFilter<F>(size);
+    return at->second;
+}
+
 template <class F>
 void makeFilters(Filters<F>& filters, mvPair<long> size) {
-    filters.built = makeFilter<F>(size);
-    filters.other = makeFilter<F>({4, 8});
+    filters.built = madeFilter<F>(size);
+    filters.other = madeFilter<F>({4, 8});
 }
 
 // A square plane whose rows outside a narrow band are not empty: some of them must change places.
