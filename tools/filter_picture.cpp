@@ -22,6 +22,7 @@
 #include "result_pels.h"
 #include "spot_list.h"
 #include "standard_names.h"
+#include "strengths.h"
 
 namespace {
 
@@ -170,7 +171,7 @@ class FilterRun {
         Values strengths;
         for (const Pels& channel : picture_.channels) {
             Values values = magnitudes(channel);
-            toStrengths(values);
+            toStrengths(values, mfFilterReach(filters_));
             strengths = strengths.isBound() ? larger(strengths, values) : values;
         }
         return findSpots(strengths, threshold());

@@ -2,30 +2,13 @@
 #include "spots.h"
 
 #include <algorithm>
-#include <cmath>
 #include <tuple>
 
 #include "attention.h"
 
 namespace {
 
-constexpr double kNormalSpread = 1.4826;  // of a normal distribution, in median distances
-constexpr double kLeastSpread = 0.001;
 constexpr long kReach = 4;  // of a pel to the next one of its spot: a gap of three pels
-
-template <class Act>
-void forEach(mvPelBuffer<double>& values, Act act) {
-    for (long y = 0; y < values.height(); ++y) {
-        double* row = values.pointToRow(y);
-        for (long x = 0; x < values.width(); ++x) act(row[x]);
-    }
-}
-
-double median(std::vector<double>& values) {
-    const auto middle = values.begin() + std::ssize(values) / 2;
-    std::nth_element(values.begin(), middle, values.end());
-    return *middle;
-}
 
 // Pels that are taken are below all thresholds.
 constexpr double kTaken = -1;
@@ -92,16 +75,6 @@ bool isStronger(const Spot& a, const Spot& b) {
 }
 
 }  // namespace
-
-void toStrengths(mvPelBuffer<double>& values) {
-    std::vector<double> all;
-    all.reserve(static_cast<std::size_t>(values.width() * values.height()));
-    forEach(values, [&](double value) { all.push_back(value); });
-    const double middle = median(all);
-    for (double& value : all) value = std::abs(value - middle);
-    const double spread = std::max(kNormalSpread * median(all), kLeastSpread);
-    forEach(values, [=](double& value) { value = std::abs(value - middle) / spread; });
-}
 
 std::vector<Spot> findSpots(mvPelBuffer<double>& strengths, double threshold) {
     std::vector<Spot> spots;

@@ -1,6 +1,7 @@
 // What stands out in a result: places, strengths, lists, frames.
 #include <algorithm>
 #include <cmath>
+#include <random>
 
 #include "support/png_file.h"
 #include "support/program.h"
@@ -67,25 +68,6 @@ TEST(Spots, ComeInTheOrderOfTheirStrengths) {
     EXPECT_EQ(places, (std::vector<mvPair<long>>{{39, 29}, {20, 1}, {3, 3}, {30, 3}}));
 }
 
-TEST(Strengths, AreDistancesFromTheMedianInSpreads) {
-    Values values(5, 1);
-    const double levels[] = {10, 12, 9, 50, 11};
-    std::copy_n(levels, 5, values.pointToRow(0));
-    toStrengths(values);
-    // The median is 11; the distances are 1, 1, 2, 39 and 0, their median is 1.
-    EXPECT_DOUBLE_EQ(values.pel(3, 0), 39 / 1.4826);
-    EXPECT_DOUBLE_EQ(values.pel(2, 0), 2 / 1.4826);
-    EXPECT_EQ(values.pel(4, 0), 0);
-}
-
-TEST(Strengths, OfAnEvenPictureAreThoseOfAThousandth) {
-    Values values = zeros();
-    values.pointToRow(0)[0] = 0.5;
-    toStrengths(values);
-    EXPECT_DOUBLE_EQ(values.pel(0, 0), 500);
-    EXPECT_EQ(values.pel(1, 0), 0);
-}
-
 // Noise of a fixed seed on a light ground, with two spots.
 PngFile surface(int depth = 8) {
     PngFile picture = noisePng(200, 150, 8);
@@ -134,6 +116,21 @@ TEST_F(Found, IsListedTheStrongestFirst) {
         << list;
     EXPECT_NE(list.find("\n    150    100"), std::string::npos) << list;
     EXPECT_LT(list.find("\n    150    100"), list.find("\n     60     40")) << list;
+}
+
+// A wave of which the mirror images at the edges have other directions, and two spots.
+TEST_F(Found, IsNotWhatEdgesLeaveOfAWave) {
+    std::mt19937 random{6};
+    writePng(path("wave.png"), greyPng(300, 240, 8, [&](long x, long y) {
+                 const auto u = static_cast<double>(x), v = static_cast<double>(y);
+                 const double wave = 60 * std::cos(0.9 * u + 0.4 * v);
+                 const double spots =
+                     25 * std::exp(-(std::pow(u - 200, 2) + std::pow(v - 150, 2)) / 50) +
+                     25 * std::exp(-(std::pow(u - 12, 2) + std::pow(v - 100, 2)) / 50);
+                 return std::lround(120 + wave + spots + static_cast<double>(random() % 8));
+             }));
+    const std::string list = printed({"--list", "wave.png", "out.png"});
+    EXPECT_EQ(list.rfind("wave.png: 2 places stand out\n", 0), 0u) << list;
 }
 
 TEST_F(Found, IsAsManyAsTheThresholdLets) {
