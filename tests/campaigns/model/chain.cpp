@@ -34,6 +34,8 @@ std::string archiveError(Call call) {
         return "Truncated";
     } catch (const mvArchive::BadValue&) {
         return "BadValue";
+    } catch (const mvArchive::UnknownClass&) {
+        return "UnknownClass";
     }
     return "nothing";
 }

@@ -8,6 +8,7 @@
 #include <sstream>
 #include <utility>
 
+#include "campaigns/model/errors.h"
 #include "campaigns/model/images.h"
 #include "support/archive_bytes.h"
 #include "support/buffer_probe.h"
@@ -217,6 +218,17 @@ void compareFilters(std::string& text, const std::string& name, Filters& filters
     }
 }
 
+std::string compareError(const std::string& name, const Error& error,
+                         const std::unique_ptr<mvFrequencyDefs::Errors>& found) {
+    Report report(name);
+    report.same("object", error.isThere(), found != nullptr);
+    if (!error.isThere() || !report.isEmpty()) return report.text();
+    report.same("class", leafName(error.leaf), support::className(*found));
+    report.same("message", error.message.value_or("none"),
+                found->message() != nullptr ? found->message() : "none");
+    return report.text();
+}
+
 std::string compareAnswers(const std::vector<double>& model, const std::vector<double>& found) {
     Report report("answer");
     report.same("length", static_cast<long>(model.size()), static_cast<long>(found.size()));
@@ -236,6 +248,9 @@ std::string compare(Library& library, World& world) {
     if (text.empty() && world.watched != library.watched) {
         text = std::to_string(world.watched) + " calls of watchers expected, " +
                std::to_string(library.watched) + " made";
+    }
+    for (std::size_t i = 0; i < world.errors.size() && text.empty(); ++i) {
+        text = compareError("error " + std::to_string(i), world.errors[i], library.errors[i]);
     }
     for (std::size_t i = 0; i < world.buffers.size() && text.empty(); ++i) {
         text = compareBuffer("buffer " + std::to_string(i), world.buffers[i], library.buffers[i]);

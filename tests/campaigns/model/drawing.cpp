@@ -117,6 +117,7 @@ class Drawing {
                 return draw_.below(3);
             case Domain::kMapping:
             case Domain::kField:
+            case Domain::kLeaf:
                 return draw_.below(6);
             case Domain::kFilter:
                 return draw_.oneIn(3) ? 1 : 0;

@@ -5,6 +5,7 @@
 #include <filt/freqfilt.h>
 
 #include <array>
+#include <memory>
 #include <vector>
 
 #include "campaigns/model/state.h"
@@ -24,6 +25,9 @@ struct Library {
     std::array<mvFrequencyFilterGabor, 2> gabors{};
     std::array<mvFrequencyFilterGaborReject, 2> gaborRejects{};
     std::array<mvFrequencyFilterImage, 2> imageFilters{};
+    std::array<std::unique_ptr<mvFrequencyDefs::Errors>, 2> errors{
+        std::make_unique<mvFrequencyDefs::InvalidSize>("at first"),
+        std::make_unique<mvFrequencyDefs::UnboundWindow>(nullptr)};
     std::vector<double> answer{};
     std::string record{};
     long watched = 0;

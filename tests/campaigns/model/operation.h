@@ -23,7 +23,8 @@ enum class Domain {
     kSeed,
     kForm,     ///< of a call: keep the source, destroy it, take it as const
     kMapping,  ///< of numbers to bytes
-    kFilter,   ///< the number of a filter
+    kFilter,   ///< the number of a filter or of an error object
+    kLeaf,     ///< the class of an error
     kFirst,    ///< that of an image or a filter, most often of the one that is made first
     kNumber,   ///< what a parameter of a filter is made from
     kPadded,   ///< a padded side, sometimes another one
@@ -66,6 +67,7 @@ void addImageFilterOperations(Operations& all);
 void addWatchOperations(Operations& all);
 void addArchiveOperations(Operations& all);
 void addPictureOperations(Operations& all);
+void addErrorOperations(Operations& all);
 
 /// What a chain has one of each of.
 inline const std::vector<std::string> kPelTopics = {"bytes", "shorts"};

@@ -20,6 +20,7 @@ const Operations& operations() {
         addWatchOperations(list);
         addArchiveOperations(list);
         addPictureOperations(list);
+        addErrorOperations(list);
         for (Operation& operation : list) {
             if (!operation.topic.empty()) continue;
             for (const auto* topics : {&kPelTopics, &kFilterTopics}) {

@@ -72,15 +72,18 @@ Sides reachFor(Sides image, Sides plane, const PictureFilters& filters,
     return reach == Sides{} ? plane : reach;
 }
 
+// Without a filter's plane one that holds the image, and a mirror of it.
+Sides planeFor(Sides image, const std::optional<Sides>& known, bool mirror) {
+    const auto sideFor = reference::planeWithoutFilter;
+    return known.value_or(Sides{sideFor(image.x, mirror), sideFor(image.y, mirror)});
+}
+
 Axes axesOf(Sides image, const PictureFilters& filters, const PictureOptions& options,
             const Poll& poll) {
     const std::optional<Sides> known = planeOf(filters);
     const bool mirror = options.mirror;
-    if (!known) {
-        return {{image.x, reference::planeWithoutFilter(image.x, mirror), 0, mirror},
-                {image.y, reference::planeWithoutFilter(image.y, mirror), 0, mirror}};
-    }
-    const Sides plane = *known;
+    const Sides plane = planeFor(image, known, mirror);
+    if (!known) return {{image.x, plane.x, 0, mirror}, {image.y, plane.y, 0, mirror}};
     const Sides reach = reachFor(image, plane, filters, options, poll);
     const auto marginOf = reference::pictureMargin;
     return {{image.x, plane.x, marginOf(options.margin.x, reach.x, plane.x), mirror},
@@ -130,7 +133,7 @@ reference::Image<U> filtered(const reference::Image<T>& image, const PictureFilt
     return tiles(magnitudes<U>);
 }
 
-// Only archives make filters with other planes.
+// Archives make filters of other planes, and a picture may be too large for a plane.
 void requirePlane(Sides plane) {
     if (plane.x > 2048 || plane.y > 2048) throw Thrown{support::kTooLarge};
     for (const long side : {plane.x, plane.y}) {
@@ -152,9 +155,10 @@ void requirePicture(const Image<T>& image, const PictureFilters& filters, const 
     if (!image.isBound()) throw Thrown{support::kUnbound};
     requireFilters(filters);
     const std::optional<Sides> plane = planeOf(filters);
-    if (plane) requirePlane(*plane);
+    const Sides size = {image.width, image.height};
+    requirePlane(planeFor(size, plane, options.mirror));
     requireOutput(options, std::is_same_v<U, double>);
-    requireMargin({image.width, image.height}, plane, options);
+    requireMargin(size, plane, options);
     if (options.threads < 1) refuse("The number of threads must be positive.");
     if (out.isBound() && (out.width != image.width || out.height != image.height)) {
         throw Thrown{"InvalidSize: The output must have the size of the image."};

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -135,6 +136,14 @@ struct ImageFilter {
     Watcher watcher{};
 };
 
+/// An error object: the number of its class, and its message.
+struct Error {
+    long leaf = -1;
+    std::optional<std::string> message{};
+
+    bool isThere() const { return leaf >= 0; }
+};
+
 /// All that the chains work on.
 struct World {
     std::array<Buffer, 3> buffers{};
@@ -146,6 +155,7 @@ struct World {
     std::array<LobeFilter, 2> gabors{};
     std::array<LobeFilter, 2> gaborRejects{};
     std::array<ImageFilter, 2> imageFilters{};
+    std::array<Error, 2> errors{Error{2, "at first"}, Error{3, {}}};
     /// What the last call answered.
     std::vector<double> answer{};
     /// The bytes that it stored.
