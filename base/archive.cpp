@@ -50,6 +50,11 @@ void exchangeNarrowed(mvArchive& ar, Value& value) {
 
 }  // namespace
 
+#if defined(_WIN32)
+// Whoever takes its address imports it from the DLL.
+constexpr int mvArchive::maxDepth;
+#endif
+
 mvArchive::mvArchive(std::ostream& out)
     : out_(&out), objects_(std::make_unique<mvi::ArchiveObjects>()) {}
 
@@ -131,8 +136,8 @@ mvArchive& operator||(mvArchive& ar, double& value) {
 }
 
 mvArchive& operator||(mvArchive& ar, std::string& value) {
-    auto length = static_cast<unsigned long>(value.size());
-    ar || length;
+    std::size_t length = value.size();
+    exchangeNarrowed<std::uint32_t>(ar, length);
     if (ar.isStoring()) {
         ar.bytes(reinterpret_cast<unsigned char*>(value.data()), value.size());
         return ar;
@@ -142,7 +147,7 @@ mvArchive& operator||(mvArchive& ar, std::string& value) {
     std::string loaded;
     while (loaded.size() < length) {
         const std::size_t done = loaded.size();
-        loaded.resize(done + std::min<std::size_t>(kStep, length - done));
+        loaded.resize(done + std::min(kStep, length - done));
         ar.bytes(reinterpret_cast<unsigned char*>(loaded.data()) + done, loaded.size() - done);
     }
     value = std::move(loaded);

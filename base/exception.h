@@ -8,12 +8,6 @@
 #include <memory>
 #include <string>
 
-class mvException;
-
-/// Writes an exception for people to read: only its message if it has one, else the qualified name
-/// of its class.
-MVBASE_API std::ostream& operator<<(std::ostream& out, const mvException& exception);
-
 /// The root of everything the libraries throw on their own account. Copying one never throws.
 class MVBASE_API mvException : public mvPersistent {
   public:
@@ -43,6 +37,12 @@ class MVBASE_API mvException : public mvPersistent {
     /// What `<<` writes. Here: the qualified name of the object's class.
     virtual void message_(std::ostream& out) const;
 };
+
+// Behind the class: to a compiler for DLLs, a friend takes back what was said of a function before.
+
+/// Writes an exception for people to read: only its message if it has one, else the qualified name
+/// of its class.
+MVBASE_API std::ostream& operator<<(std::ostream& out, const mvException& exception);
 
 /// An exception with a text, which it keeps for itself: the caller's may vanish. No message (null)
 /// and an empty message are two things.

@@ -40,10 +40,6 @@ endif()
 add_compile_options(-ffp-contract=off)
 
 add_compile_options(-Wall -Wextra -Wpedantic -Wconversion -Wsign-conversion -Wshadow)
-if(MINGW)
-  # Friends are declared again without dllimport, which costs a jump and nothing else.
-  add_compile_options(-Wno-attributes)
-endif()
 if(MVFREQ_WARNINGS_AS_ERRORS)
   add_compile_options(-Werror)
 endif()

@@ -1,6 +1,6 @@
 # Removes what the manifests of a build folder list, and folders of the project's that are empty then.
 #   cmake -DFOLDER=<build folder> -P uninstall.cmake
-cmake_policy(VERSION 3.22)
+cmake_policy(VERSION 3.18)
 
 file(GLOB manifests ${FOLDER}/install_manifest*.txt)
 if(manifests STREQUAL "")

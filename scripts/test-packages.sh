@@ -85,6 +85,20 @@ print("mvfreq", mvfreq.__version__, "for Python:", spectrum.width, "x", spectrum
 print("waves:", len(mvfreq.peaks(numpy.tile(numpy.arange(64, dtype=numpy.uint8) % 8 * 30, (64, 1)))))'
 fi
 
+say "no newer glibc than the documents say"
+# needs WHAT FILE...: the newest version whose symbols the files name is that of the table
+needs() {
+    local newest
+    newest=$(readelf --wide --version-info "${@:2}" | grep -o 'GLIBC_[0-9.]*' | sort --version-sort | tail -n 1)
+    echo "$1: ${newest#GLIBC_}"
+    grep --quiet "^| $1 | ${newest#GLIBC_} |$" docs/guide.md || { echo "docs/guide.md says otherwise"; exit 1; }
+}
+needs "the libraries" "$root"/usr/lib/*/libmv{base,freq}.so.1
+needs "the program" "$root/usr/bin/mvfreq"
+if [[ -n $(compgen -G "$packages/python3-mvfreq_*.deb") ]]; then
+    needs "the Python module" "$root"/usr/lib/python3/dist-packages/mvfreq/*.so
+fi
+
 say "the documents"
 install $(given mvfreq-doc) libpng-dev python3-pil
 inside bash -ec 'cd /usr/share/doc/mvfreq-doc && ls

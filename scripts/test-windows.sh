@@ -123,7 +123,7 @@ for from in cmake pkg-config; do
     else
         export PKG_CONFIG_LIBDIR=$root/lib/pkgconfig
         for program in inspect restore; do
-            eval x86_64-w64-mingw32-g++-posix -std=c++20 -Wno-attributes \
+            eval x86_64-w64-mingw32-g++-posix -std=c++20 -Wall -Wextra -Werror \
                 '"$tree/tests/campaigns/consumer/project/$program.cpp"' -o '"$work/$from/$program.exe"' \
                 "$(pkg-config --cflags --libs mvfreq)"
         done

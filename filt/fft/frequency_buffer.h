@@ -9,23 +9,9 @@
 #include <cstdint>
 #include <optional>
 
-class mvFrequencyBuffer;
-
 namespace mvi {
 struct BufferAccess;
 }
-
-/// Stores the buffer in the archive or loads it, by the archive's direction.
-///
-/// Throws mvArchive::UnknownVersion for a version above 1 and leaves the buffer unchanged; any
-/// later failure while loading leaves it without data. A plane that is said to be larger than the
-/// largest is loaded only with all its floats (mvArchive::BadValue otherwise); a shorter array is
-/// padded with zeros. Sides that are no powers of two load; transforms refuse them. A side of 0
-/// makes a plane without elements, however long the other one is.
-MVFREQ_API mvArchive& operator||(mvArchive& ar, mvFrequencyBuffer& buffer);
-
-/// Stores a buffer that must not change. Throws mvArchive::BadValue when the archive is loading.
-MVFREQ_API mvArchive& operator||(mvArchive& ar, const mvFrequencyBuffer& buffer);
 
 /// One complex, single-precision frequency image of W columns by H rows, both powers of two of at
 /// most 2048.
@@ -209,3 +195,17 @@ class MVFREQ_API mvFrequencyBuffer {
     float* data_ = nullptr;
     bool inverseComputed_ = false;
 };
+
+// Behind the class: to a compiler for DLLs, a friend takes back what was said of a function before.
+
+/// Stores the buffer in the archive or loads it, by the archive's direction.
+///
+/// Throws mvArchive::UnknownVersion for a version above 1 and leaves the buffer unchanged; any
+/// later failure while loading leaves it without data. A plane that is said to be larger than the
+/// largest is loaded only with all its floats (mvArchive::BadValue otherwise); a shorter array is
+/// padded with zeros. Sides that are no powers of two load; transforms refuse them. A side of 0
+/// makes a plane without elements, however long the other one is.
+MVFREQ_API mvArchive& operator||(mvArchive& ar, mvFrequencyBuffer& buffer);
+
+/// Stores a buffer that must not change. Throws mvArchive::BadValue when the archive is loading.
+MVFREQ_API mvArchive& operator||(mvArchive& ar, const mvFrequencyBuffer& buffer);

@@ -30,8 +30,9 @@
 template <class Parameters>
 class MVFREQ_API mvResponseFilter : public mvFrequencyFilter {
   public:
+    // Not inline: a DLL does not export what is, and tables of classes that derive name it.
     /// True while there are gains.
-    [[nodiscard]] bool hasResponse() const override { return response_.isSet(); }
+    [[nodiscard]] bool hasResponse() const override;
 
     /// What the filter was built from. Throws mvFrequencyDefs::Uninitialized while there is no
     /// response.

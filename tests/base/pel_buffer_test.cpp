@@ -118,7 +118,9 @@ TEST(PelBufferSize, BeyondAllMemoryIsRefused) {
 TEST(PelBufferSize, BeyondFreeMemoryIsABadAllocation) {
     if (support::kSanitized) GTEST_SKIP() << "sanitizers abort on impossible allocations";
     constexpr long kLargest = std::numeric_limits<std::int32_t>::max();
-    EXPECT_THROW(mvPelBuffer<unsigned char>(kLargest, kLargest), std::bad_alloc);
+    // The step from row to row is a long, too.
+    constexpr long kWidest = support::kLongIsWide ? kLargest : kLargest / 64 * 64;
+    EXPECT_THROW(mvPelBuffer<unsigned char>(kWidest, kLargest), std::bad_alloc);
     EXPECT_THROW(mvPelBuffer<unsigned char>(1, kLargest, 65536), std::bad_alloc);
 }
 
@@ -341,6 +343,7 @@ TEST(ForeignPels, ThatMakeNoImageAreRefused) {
     EXPECT_THROW(View(pels, -1, 1, 1), mvExceptionWithString);
     EXPECT_THROW(View(pels, 2, 2, 1), mvExceptionWithString);
     EXPECT_THROW(View(pels, 2, 2, -2), mvExceptionWithString);
+    if (!support::kLongIsWide) return;  // its largest makes one
     EXPECT_THROW(View(pels, 1, 1, LONG_MAX), mvExceptionWithString);
     EXPECT_THROW(View(pels, 1, INT32_MAX, LONG_MAX / INT32_MAX), mvExceptionWithString);
     EXPECT_THROW(View(pels, LONG_MAX, 1, LONG_MAX), mvExceptionWithString);

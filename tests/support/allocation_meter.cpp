@@ -8,6 +8,8 @@
 #include <new>
 #include <unordered_map>
 
+#include "support/aligned_blocks.h"
+
 namespace {
 
 // Filters that were loaded may ask for any size when a parameter is set; what is refused is never
@@ -54,6 +56,12 @@ void forget(void* block) {
     blocks().erase(found);
 }
 
+// On Windows its way does not lead through free.
+void releaseAligned(void* block) {
+    forget(block);
+    support::freeAlignedBlock(block);
+}
+
 }  // namespace
 
 // The sanitizers' run time refers to them too.
@@ -94,10 +102,11 @@ void* operator new(std::size_t size) {
     if (!block) throw std::bad_alloc();
     return block;
 }
-void operator delete(void* block) noexcept {
+// Inlined without the operator new, it looks to g++ as if they did not fit.
+[[gnu::noinline]] void operator delete(void* block) noexcept {
     std::free(block);
 }
-void operator delete(void* block, std::size_t) noexcept {
+[[gnu::noinline]] void operator delete(void* block, std::size_t) noexcept {
     std::free(block);
 }
 
@@ -105,15 +114,15 @@ void operator delete(void* block, std::size_t) noexcept {
 void* operator new(std::size_t size, std::align_val_t alignment) {
     const auto step = static_cast<std::size_t>(alignment);
     const std::size_t whole = (size + step - 1) / step * step;
-    void* const block = isRefused(size) ? nullptr : note(std::aligned_alloc(step, whole), size);
+    void* const block = isRefused(size) ? nullptr : note(support::alignedBlock(step, whole), size);
     if (!block) throw std::bad_alloc();
     return block;
 }
 void operator delete(void* block, std::align_val_t) noexcept {
-    std::free(block);
+    releaseAligned(block);
 }
 void operator delete(void* block, std::size_t, std::align_val_t) noexcept {
-    std::free(block);
+    releaseAligned(block);
 }
 
 namespace archive {

@@ -46,7 +46,7 @@ PictureFilter lobe(mvPair<long> plane, unsigned variant) {
 PictureFilter imageFilter(mvPair<long> plane, unsigned variant) {
     support::Random random(variant);
     mvPelBuffer<double> kernel(plane.x, plane.y);
-    const long wide = random.below(3) == 0 ? 64 : 1 + random.below(4);
+    const long wide = random.below(3) == 0 ? 64 : 1 + static_cast<long>(random.below(4));
     for (long y = 0; y < std::min(wide, plane.y); ++y) {
         for (long x = 0; x < std::min(wide, plane.x); ++x) {
             kernel.pointToRow(y)[x] = static_cast<double>(random.symmetric());

@@ -71,6 +71,11 @@ void mvResponseFilter<P>::rebuild(const P& wanted, std::int32_t width, std::int3
 }
 
 template <class P>
+bool mvResponseFilter<P>::hasResponse() const {
+    return response_.isSet();
+}
+
+template <class P>
 P mvResponseFilter<P>::parameters() const {
     response_.requireSet();
     return parameters_;

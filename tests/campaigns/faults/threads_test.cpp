@@ -113,7 +113,7 @@ TEST(Threads, FilterPicturesOnThreadsOfTheCall) {
 TEST(Threads, StopTheirOwnPicturesAlone) {
     const SharedFilters filters;
     expectTheSameOnManyThreads([&](unsigned seed) {
-        const support::AttentionCounter attention(seed % 2 == 0 ? 0 : seed);
+        const support::AttentionCounter attention(seed % 2 == 0 ? 0 : static_cast<long>(seed));
         mvPelBuffer<Byte> picture(200, 90), out;
         const std::string thrown = support::thrownBy([&] {
             mfFilterImage(picture, filters.bandPass, out, {.margin = {4, 3}, .threads = 3});
@@ -148,7 +148,7 @@ TEST(Threads, MayStoreOneFilterAtOnceInArchivesOfTheirOwn) {
 
 TEST(Threads, AreInterruptedByTheirOwnHandlersAlone) {
     expectTheSameOnManyThreads([](unsigned seed) {
-        const support::AttentionCounter attention(seed % 2 == 0 ? 0 : seed);
+        const support::AttentionCounter attention(seed % 2 == 0 ? 0 : static_cast<long>(seed));
         mvFrequencyBuffer spectrum;
         const std::string thrown =
             support::thrownBy([&] { mfForwardFFT<Byte>(imageOfThread(seed), spectrum); });

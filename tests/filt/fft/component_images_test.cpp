@@ -5,6 +5,7 @@
 
 #include <cmath>
 #include <functional>
+#include <numbers>
 #include <string>
 #include <vector>
 
@@ -109,11 +110,12 @@ TEST(ComponentImages, MeasureMagnitudesInSinglePrecision) {
 }
 
 TEST(ComponentImages, FoldPhasesIntoOneTurn) {
+    using std::numbers::pi;
     const struct {
         Complex z;
         double phase;
-    } cases[] = {{{1, 0}, 0},         {{0, 1}, M_PI / 2},      {{-1, 0}, M_PI},
-                 {{-1, -0.0F}, M_PI}, {{0, -1}, 3 * M_PI / 2}, {{0, 0}, 0}};
+    } cases[] = {{{1, 0}, 0},       {{0, 1}, pi / 2},      {{-1, 0}, pi},
+                 {{-1, -0.0F}, pi}, {{0, -1}, 3 * pi / 2}, {{0, 0}, 0}};
     for (const auto& c : cases) {
         mvFrequencyBuffer buffer(1, 1);
         buffer.put(0, 0, {c.z.re, c.z.im}, false);

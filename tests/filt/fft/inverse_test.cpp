@@ -12,6 +12,7 @@
 
 #include "support/buffer_probe.h"
 #include "support/compare.h"
+#include "support/longs.h"
 #include "support/pel_images.h"
 #include "support/random_planes.h"
 #include "support/thrown.h"
@@ -67,8 +68,8 @@ mvFrequencyBuffer complexSpectrum(const Case& c, double size = 400) {
 template <class T>
 Output<T> output(const Case& c, bool bound) {
     if (!bound) return std::nullopt;
-    const long x = std::min<std::int64_t>(std::int64_t{c.x} + 1, 2147483647);
-    const long y = std::max<std::int64_t>(std::int64_t{c.y} - 2, -2147483648LL);
+    const long x = support::asLong(std::min<std::int64_t>(std::int64_t{c.x} + 1, 2147483647));
+    const long y = support::asLong(std::max<std::int64_t>(std::int64_t{c.y} - 2, -2147483648LL));
     return at(Image<T>(c.width + 2, c.height + 1, T{99}), x, y);
 }
 

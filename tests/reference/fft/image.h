@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <vector>
 
 #include "reference/fft/plane.h"
@@ -30,18 +31,27 @@ struct Image {
     bool hasOffset() const { return x != 0 || y != 0; }
 };
 
+/// Copies the pels that lie in both windows, matched through the offsets, where `src` has that of x
+/// and y. Sums of offsets have more bits than a long of some machines.
+template <class T>
+void pelCopy(const Image<T>& src, std::int64_t x, std::int64_t y, Image<T>& dst) {
+    const std::int64_t toX = dst.x, toY = dst.y;
+    const std::int64_t left = std::max(x, toX);
+    const std::int64_t top = std::max(y, toY);
+    const std::int64_t right = std::min(x + src.width, toX + dst.width);
+    const std::int64_t bottom = std::min(y + src.height, toY + dst.height);
+    for (std::int64_t row = top; row < bottom; ++row) {
+        for (std::int64_t column = left; column < right; ++column) {
+            dst.at(static_cast<long>(column - toX), static_cast<long>(row - toY)) =
+                src.at(static_cast<long>(column - x), static_cast<long>(row - y));
+        }
+    }
+}
+
 /// Copies the pels that lie in both windows, matched through the offsets.
 template <class T>
 void pelCopy(const Image<T>& src, Image<T>& dst) {
-    const long left = std::max(src.x, dst.x);
-    const long top = std::max(src.y, dst.y);
-    const long right = std::min(src.x + src.width, dst.x + dst.width);
-    const long bottom = std::min(src.y + src.height, dst.y + dst.height);
-    for (long y = top; y < bottom; ++y) {
-        for (long x = left; x < right; ++x) {
-            dst.at(x - dst.x, y - dst.y) = src.at(x - src.x, y - src.y);
-        }
-    }
+    pelCopy(src, src.x, src.y, dst);
 }
 
 /// Copies `src` into `dst` four times: at its offset less one period in both directions, in y, in
@@ -53,16 +63,11 @@ void wrapCopy(const Image<T>& src, Image<T>& dst, bool negate, const Poll& poll)
     const long sign = negate ? -1 : 1;
     const long periodX = sign * std::max(dst.width, src.width);
     const long periodY = sign * std::max(dst.height, src.height);
-    Image<T> view = src;
-    const auto copyAt = [&](long x, long y) {
-        view.x = x;
-        view.y = y;
-        pelCopy(view, dst);
-    };
-    copyAt(src.x - periodX, src.y - periodY);
-    copyAt(src.x, src.y - periodY);
-    copyAt(src.x - periodX, src.y);
-    copyAt(src.x, src.y);
+    const std::int64_t x = src.x, y = src.y;
+    pelCopy(src, x - periodX, y - periodY, dst);
+    pelCopy(src, x, y - periodY, dst);
+    pelCopy(src, x - periodX, y, dst);
+    pelCopy(src, x, y, dst);
 }
 
 }  // namespace reference

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <numbers>
 
 #include "reference/fft/dft.h"
 #include "reference/fft/kernel.h"
@@ -140,7 +141,7 @@ TEST(ReferenceKernel, TurnsAShiftIntoAPhase) {
         auto expected = widened(forward(plane));
         for (int v = 0; v < h; ++v) {
             for (int u = 0; u < w; ++u) {
-                const double angle = -2 * M_PI * (1.0 * u * dx / w + 1.0 * v * dy / h);
+                const double angle = -2 * std::numbers::pi * (1.0 * u * dx / w + 1.0 * v * dy / h);
                 expected[plane.index(u, v)] *= std::polar(1.0, angle);
             }
         }

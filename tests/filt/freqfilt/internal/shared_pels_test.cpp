@@ -29,10 +29,11 @@ bool haveCommonByte(const mvi::PelBytes& a, const mvi::PelBytes& b) {
 TEST(SharedPels, AreFoundByteByByte) {
     const std::vector<char> memory(400);
     support::Random random(5);
+    const auto below = [&](unsigned count) { return static_cast<long>(random.below(count)); };
     const auto someRows = [&] {
-        const long rowBytes = 1 + random.below(9);
-        return mvi::PelBytes{memory.data() + random.below(150), rowBytes, 1 + random.below(8),
-                             rowBytes + random.below(12)};
+        const long rowBytes = 1 + below(9);
+        return mvi::PelBytes{memory.data() + below(150), rowBytes, 1 + below(8),
+                             rowBytes + below(12)};
     };
     int shared = 0;
     for (int i = 0; i < 20000; ++i) {
