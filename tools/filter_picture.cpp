@@ -170,9 +170,9 @@ class FilterRun {
         if (!options_.find.isAsked()) return {};
         Values strengths;
         for (const Pels& channel : picture_.channels) {
-            Values values = magnitudes(channel);
-            toStrengths(values, mfFilterReach(filters_));
-            strengths = strengths.isBound() ? larger(strengths, values) : values;
+            Values more = magnitudes(channel);
+            toStrengths(more, mfFilterReach(filters_));
+            strengths = strengths.isBound() ? larger(strengths, more) : more;
         }
         return findSpots(strengths, threshold());
     }

@@ -65,6 +65,7 @@ struct PeaksCommand {
 
     static std::string asJson(const std::vector<mvPeak>& peaks) {
         std::vector<std::string> objects;
+        objects.reserve(peaks.size());
         for (const mvPeak& peak : peaks) {
             objects.push_back("{\"period\": " + shortNumber(peak.period(), 5) +
                               ", \"frequency\": " + frequencyText(peak) +

@@ -3,7 +3,6 @@
 
 #include <CLI/CLI.hpp>
 
-#include <filesystem>
 #include <map>
 
 #include "failure.h"
@@ -11,8 +10,6 @@
 #include "picture_format.h"
 #include "standard_names.h"
 #include "system.h"
-
-namespace fs = std::filesystem;
 
 namespace {
 

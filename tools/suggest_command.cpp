@@ -63,6 +63,7 @@ struct SuggestCommand {
 
     mvSuggestions proposals(const std::vector<GreyPicture>& read) const {
         std::vector<mvPelBuffer_const<double>> images;
+        images.reserve(read.size());
         for (const GreyPicture& each : read) images.push_back(each.pels);
         mvSuggestOptions options{.direction = direction, .white = read.front().white};
         if (!radii.empty()) options.radii = radii;

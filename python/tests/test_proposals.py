@@ -10,7 +10,7 @@ import pytest
 RANDOM = np.random.default_rng(3)
 
 
-def cloth(side=160):
+def cloth(side=64):
     y, x = np.mgrid[:side, :side]
     weave = 20 * np.cos(2 * np.pi * x / 7) * np.cos(2 * np.pi * y / 7)
     return np.rint(128 + weave + RANDOM.normal(0, 3, x.shape)).astype(np.uint8)
@@ -25,7 +25,7 @@ def test_a_spot_of_so_many_levels_stands_out_threefold():
     good = cloth()
     for found in mvfreq.suggest(good, radii=[2, 5]):
         background = np.quantile(mvfreq.filter_image(good, found.filter, out=float), 0.999)
-        answer = mvfreq.filter_image(found.levels * spot(160, found.radius), found.filter, out=float)
+        answer = mvfreq.filter_image(found.levels * spot(64, found.radius), found.filter, out=float)
         assert answer.max() / background == pytest.approx(3, rel=0.02)
         assert found.arguments[0] == "bandpass"
         assert isinstance(found.filter, mvfreq.FrequencyFilterBandPass)
@@ -45,7 +45,7 @@ def test_waves_that_no_ring_clears_are_removed_first():
 
 
 def test_all_pel_types_and_lists_are_taken():
-    good = cloth(64)
+    good = cloth()
     levels = {
         kind: mvfreq.suggest(good.astype(kind), radii=[2])[0].levels
         for kind in (np.uint8, np.uint16, np.float32, float)
@@ -56,7 +56,7 @@ def test_all_pel_types_and_lists_are_taken():
 
 
 def test_a_direction_asks_for_lobes():
-    found = mvfreq.suggest(cloth(64), radii=[2], direction=math.pi / 2)[0]
+    found = mvfreq.suggest(cloth(), radii=[2], direction=math.pi / 2)[0]
     assert isinstance(found.filter, mvfreq.FrequencyFilterGabor)
     assert found.filter.angle == pytest.approx(math.pi / 2)
     assert "90" in found.arguments
@@ -76,23 +76,23 @@ def test_other_arguments_are_refused():
     with pytest.raises(TypeError):
         mvfreq.suggest(np.zeros((64, 64), np.int64))
     with pytest.raises(TypeError, match="one type"):
-        mvfreq.suggest([cloth(64), cloth(64).astype(float)])
+        mvfreq.suggest([cloth(), cloth().astype(float)])
     with pytest.raises(ValueError, match="no picture"):
         mvfreq.suggest([])
 
 
 def test_radii_that_are_left_out_are_warned_of():
     with pytest.warns(UserWarning, match="Left out: radius 48"):
-        found = mvfreq.suggest(cloth(64), radii=[2, 48])
+        found = mvfreq.suggest(cloth(), radii=[2, 48])
     assert [each.radius for each in found] == [2]
     with warnings.catch_warnings():
         warnings.simplefilter("error")
-        mvfreq.suggest(cloth(64), radii=[2])
+        mvfreq.suggest(cloth(), radii=[2])
 
 
 def test_a_search_can_be_stopped():
     with mvfreq.cancel_when(lambda: True), pytest.raises(mvfreq.mvStatusException):
-        mvfreq.suggest(cloth(64))
+        mvfreq.suggest(cloth())
 
 
 def test_waves_are_found_and_removed():

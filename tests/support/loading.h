@@ -6,11 +6,13 @@
 #include <string>
 
 #include "support/archive_record.h"
+#include "support/thrown.h"
 
 namespace archive {
 
 using support::hex;
 using support::Loading;
+using support::loadingThrows;
 
 /// Loads `value` and expects that no byte is left.
 template <class T>
@@ -18,26 +20,6 @@ void load(const std::string& bytes, T& value) {
     Loading loading(bytes);
     loading.archive() || value;
     EXPECT_EQ(loading.rest(), 0U);
-}
-
-/// What loading throws: "UnknownVersion <text or null> <number>", "Truncated", "BadValue",
-/// "UnknownClass", "nothing".
-template <class Call>
-std::string loadingThrows(Call call) {
-    try {
-        call();
-    } catch (const mvArchive::UnknownVersion& error) {
-        const char* text = error.text();
-        return std::string("UnknownVersion ") + (text ? text : "null") + " " +
-               std::to_string(error.number());
-    } catch (const mvArchive::Truncated&) {
-        return "Truncated";
-    } catch (const mvArchive::BadValue&) {
-        return "BadValue";
-    } catch (const mvArchive::UnknownClass&) {
-        return "UnknownClass";
-    }
-    return "nothing";
 }
 
 template <class T>

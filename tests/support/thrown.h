@@ -1,6 +1,7 @@
 // What a call throws, as a text that tests compare with.
 #pragma once
 
+#include <base/archive.h>
 #include <filt/fft.h>
 
 #include <string>
@@ -36,6 +37,26 @@ std::string thrownBy(Call call) {
         return "Interrupted";
     } catch (const mvException&) {
         return "mvException";
+    }
+    return "nothing";
+}
+
+/// What loading throws: "UnknownVersion <text or null> <number>", "Truncated", "BadValue",
+/// "UnknownClass", "nothing".
+template <class Call>
+std::string loadingThrows(Call call) {
+    try {
+        call();
+    } catch (const mvArchive::UnknownVersion& error) {
+        const char* text = error.text();
+        return std::string("UnknownVersion ") + (text ? text : "null") + " " +
+               std::to_string(error.number());
+    } catch (const mvArchive::Truncated&) {
+        return "Truncated";
+    } catch (const mvArchive::BadValue&) {
+        return "BadValue";
+    } catch (const mvArchive::UnknownClass&) {
+        return "UnknownClass";
     }
     return "nothing";
 }

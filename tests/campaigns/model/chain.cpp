@@ -21,32 +21,14 @@ struct Outcome {
     bool stopped;
 };
 
-// What archives throw: the class, and of unknown versions where they were met.
-template <class Call>
-std::string archiveError(Call call) {
-    try {
-        call();
-    } catch (const mvArchive::UnknownVersion& error) {
-        const char* text = error.text();
-        return std::string("UnknownVersion ") + (text ? text : "null") + " " +
-               std::to_string(error.number());
-    } catch (const mvArchive::Truncated&) {
-        return "Truncated";
-    } catch (const mvArchive::BadValue&) {
-        return "BadValue";
-    } catch (const mvArchive::UnknownClass&) {
-        return "UnknownClass";
-    }
-    return "nothing";
-}
-
 Outcome runLibrary(const Operation& operation, const Step& step, Library& library) {
     const auto how = step.throws ? AttentionCounter::How::kThrow : AttentionCounter::How::kStatus;
     const AttentionCounter counter(step.failAt, how);
     std::string thrown;
     try {
-        const std::string error = support::thrownBy(
-            [&] { thrown = archiveError([&] { operation.call(library, step.arguments); }); });
+        const std::string error = support::thrownBy([&] {
+            thrown = support::loadingThrows([&] { operation.call(library, step.arguments); });
+        });
         if (error != "nothing") thrown = error;
     } catch (const std::exception& error) {
         thrown = error.what();

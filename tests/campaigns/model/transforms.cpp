@@ -220,7 +220,8 @@ void inverse(Buffer& buf, Image<T>& out, Image<double>* angle, Image<Byte>* quad
     deliver(*result, buf, out);
 }
 
-void angleImage(const Buffer& buf, Image<double>& angle, const Poll& poll) {
+template <class T, class Deliver>
+void phaseImage(const Buffer& buf, Image<T>& image, const Poll& poll, Deliver deliver) {
     requireData(buf);
     requireImageInPlane(buf);
     const auto call = [&] {
@@ -228,20 +229,16 @@ void angleImage(const Buffer& buf, Image<double>& angle, const Poll& poll) {
         requireImage(buf);
         pollWrap(buf, poll);
     };
-    intoImages(buf, call, &angle);
-    deliverAngle(spectrumOf(buf), buf, angle, reference::noPoll);
+    intoImages(buf, call, &image);
+    deliver(spectrumOf(buf), buf, image, reference::noPoll);
+}
+
+void angleImage(const Buffer& buf, Image<double>& angle, const Poll& poll) {
+    phaseImage(buf, angle, poll, deliverAngle);
 }
 
 void quadrantImage(const Buffer& buf, Image<Byte>& quadrant, const Poll& poll) {
-    requireData(buf);
-    requireImageInPlane(buf);
-    const auto call = [&] {
-        poll();
-        requireImage(buf);
-        pollWrap(buf, poll);
-    };
-    intoImages(buf, call, &quadrant);
-    deliverQuadrant(spectrumOf(buf), buf, quadrant, reference::noPoll);
+    phaseImage(buf, quadrant, poll, deliverQuadrant);
 }
 
 #define INSTANTIATE(T)                                                                  \

@@ -5,6 +5,7 @@
 #pragma once
 
 #include <filt/fft/internal/kernel/paths/pel_of.h>
+#include <filt/fft/internal/kernel/paths/shuffle.h>
 #include <internal/product.h>
 // Not <cmath>, which has inline functions: linkers keep one of each, whatever processor it is for.
 #include <math.h>  // NOLINT(modernize-deprecated-headers)
