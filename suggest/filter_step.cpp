@@ -9,6 +9,8 @@
 #include <sstream>
 #include <utility>
 
+#include "rounding.h"
+
 namespace {
 
 constexpr int kDigits = 3;
@@ -79,7 +81,7 @@ std::vector<std::string> argumentsOf(const mvFilterStep& step) {
 
 double mfRoundedNumber(double value) {
     const double scale = std::pow(10.0, placesOf(value));
-    return std::round(value * scale) / scale;
+    return mfNearest(value * scale) / scale;
 }
 
 std::string mfNumberText(double value) {

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "internal/spectrum_peaks.h"
+#include "rounding.h"
 
 namespace {
 
@@ -25,7 +26,7 @@ mvPeak describe(const SpectrumPeak& found) {
     peak.decibels = found.decibels;
     mvFilterStep notch{.kind = mvFilterKind::gaborReject, .bothSides = true};
     notch.frequency = mfRoundedNumber(std::min(peak.frequency, 0.5));
-    notch.degrees = std::round(10 * peak.degrees) / 10;
+    notch.degrees = mfNearest(10 * peak.degrees) / 10;
     notch.sigma = notch.sigmaAcross = mfRoundedNumber(std::max(found.width, kLeastSigma));
     notch.plateau = notch.plateauAcross = mfRoundedNumber(notch.sigma / 2);
     peak.steps = {notch};
@@ -36,7 +37,7 @@ mvPeak describe(const SpectrumPeak& found) {
 // How many times the wave `base` the wave is, or 0.
 long orderOf(const SpectrumPeak& wave, const SpectrumPeak& base) {
     const double ratio = std::hypot(wave.u, wave.v) / std::hypot(base.u, base.v);
-    const double order = std::round(ratio);
+    const double order = mfNearest(ratio);
     const double distance = std::hypot(wave.u - order * base.u, wave.v - order * base.v);
     const double tolerance = (order + 1) * base.uncertainty;
     const bool isClose = order >= 2 && distance <= tolerance;

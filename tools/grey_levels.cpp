@@ -1,6 +1,8 @@
 // The grey levels of a result, and how they are spread.
 #include "grey_levels.h"
 
+#include <suggest/rounding.h>
+
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -46,7 +48,7 @@ double spread(double size, double range) {
 }
 
 unsigned short signedPel(double value) {
-    return static_cast<unsigned short>(std::lround(std::clamp(value, -32768.0, 32767.0)) + 32768);
+    return static_cast<unsigned short>(mfNearestLong(std::clamp(value, -32768.0, 32767.0)) + 32768);
 }
 
 }  // namespace
@@ -84,7 +86,7 @@ mvPelBuffer<T> spreadMagnitudes(const mvPelBuffer_const<double>& magnitudes,
     constexpr double kMost = std::numeric_limits<T>::max();
     const double factor = spread(range.high - range.low, kMost);
     return mapped<T>(magnitudes, [=](double value) {
-        return std::lround(std::min((value - range.low) * factor, kMost));
+        return mfNearestLong(std::min((value - range.low) * factor, kMost));
     });
 }
 

@@ -1,6 +1,8 @@
 // Magnitudes of a spectrum as grey levels.
 #include "logarithmic_pels.h"
 
+#include <suggest/rounding.h>
+
 #include <algorithm>
 #include <cmath>
 #include <vector>
@@ -52,7 +54,7 @@ mvPelBuffer<unsigned char> logarithmicPels(const mvPelBuffer<double>& magnitudes
         const double* row = image.pointToRow(y);
         std::transform(row, row + image.width(), shown.pointToRow(y), [=](double value) {
             return static_cast<unsigned char>(
-                std::lround(255 * std::max(value - low, 0.0) / range));
+                mfNearestLong(255 * std::max(value - low, 0.0) / range));
         });
     }
     return shown;

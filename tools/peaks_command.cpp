@@ -3,9 +3,9 @@
 
 #include <CLI/CLI.hpp>
 #include <suggest/peaks.h>
+#include <suggest/rounding.h>
 #include <suggest/windowed_spectrum.h>
 
-#include <cmath>
 #include <cstdio>
 #include <memory>
 #include <string>
@@ -41,7 +41,7 @@ struct PeaksCommand {
         for (const mvPeak& peak : peaks) {
             text += inColumn(shortNumber(peak.period()), 8) + inColumn(frequencyText(peak), 11) +
                     inColumn(angleText(peak), 9) + inColumn(shortNumber(peak.amplitude), 10) +
-                    inColumn(std::to_string(std::lround(peak.decibels)) + " dB", 19) + "  " +
+                    inColumn(std::to_string(mfNearestLong(peak.decibels)) + " dB", 19) + "  " +
                     lineFor(peak.arguments, picture) + orderText(peak) + "\n";
         }
         return text;
@@ -55,7 +55,7 @@ struct PeaksCommand {
 
     static std::string angleText(const mvPeak& peak) {
         char text[32];
-        std::snprintf(text, sizeof text, "%.1f", std::round(10 * peak.degrees) / 10 + 0.0);
+        std::snprintf(text, sizeof text, "%.1f", mfNearest(10 * peak.degrees) / 10 + 0.0);
         return text;
     }
 

@@ -1,6 +1,7 @@
 // Proposed filters as a picture.
 #include "proposal_plot.h"
 
+#include <suggest/rounding.h>
 #include <suggest/windowed_spectrum.h>
 
 #include <algorithm>
@@ -35,7 +36,7 @@ void fill(const Canvas& canvas, long x, long y, long width, long height, unsigne
 }
 
 void dot(const Canvas& canvas, double x, double y, long half, unsigned char value) {
-    const long u = std::lround(x), v = std::lround(y);
+    const long u = mfNearestLong(x), v = mfNearestLong(y);
     for (long j = std::max(v - half, 0l); j <= std::min(v + half, canvas.height() - 1); ++j) {
         for (long i = std::max(u - half, 0l); i <= std::min(u + half, canvas.width() - 1); ++i) {
             canvas.pointToRow(j)[i] = value;
@@ -89,7 +90,7 @@ class Curve {
 
     void drawRadii() const {
         for (const mvSuggestion& each : filters_) {
-            const long at = std::lround(x(each.radius));
+            const long at = mfNearestLong(x(each.radius));
             fill(canvas_, at, kTop + kHeight, 1, 5, kBlack);
             const std::string number = mfNumberText(each.radius);
             writeText(canvas_, number, at - textWidth(number, 1) / 2, kTop + kHeight + 8, 1);
@@ -108,7 +109,7 @@ class Curve {
 
     void drawLevel(double levels) const {
         if (levels < levels_.low || levels > levels_.high) return;
-        const long at = std::lround(y(levels));
+        const long at = mfNearestLong(y(levels));
         fill(canvas_, kLeft - 5, at, 5, 1, kBlack);
         const std::string number = mfNumberText(levels);
         if (at > kTop + 24) {

@@ -1,10 +1,10 @@
 // The spectrum of a picture as a picture.
 #include "spectrum.h"
 
+#include <suggest/rounding.h>
 #include <suggest/windowed_spectrum.h>
 
 #include <algorithm>
-#include <cmath>
 
 #include "attention.h"
 #include "axes.h"
@@ -26,7 +26,7 @@ Magnitudes spectrumOf(const mvPelBuffer<T>& picture) {
 // The frequencies up to `most` on both axes, the zero one still in the middle.
 Magnitudes middle(const Magnitudes& plane, double most) {
     const long side = plane.width();
-    const long bins = std::max(std::lround(most * static_cast<double>(side)), 1l);
+    const long bins = std::max(mfNearestLong(most * static_cast<double>(side)), 1l);
     if (bins >= side / 2) return plane;
     return plane.window(side / 2 - bins, side / 2 - bins, 2 * bins + 1, 2 * bins + 1);
 }

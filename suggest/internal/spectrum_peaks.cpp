@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <numbers>
 
+#include "../rounding.h"
 #include "../windowed_spectrum.h"
 #include "poll.h"
 
@@ -105,8 +106,8 @@ class Search {
         : magnitudes_(windowedSpectrum(picture)),
           logs_(magnitudes_),
           pels_(pelsOf(picture.width()) * pelsOf(picture.height())),
-          line_(std::lround(kLine * static_cast<double>(logs_.side()) /
-                            std::min(pelsOf(picture.width()), pelsOf(picture.height())))),
+          line_(mfNearestLong(kLine * static_cast<double>(logs_.side()) /
+                              std::min(pelsOf(picture.width()), pelsOf(picture.height())))),
           least_(kLeastPart * std::max(mvi::largestSize(magnitudes_),
                                        0.01 * pels_ * mvi::largestSize(picture))) {}
 
