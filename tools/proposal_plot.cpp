@@ -102,8 +102,10 @@ class Curve {
     void drawLevels() const {
         writeText(canvas_, "grey", 4, kTop, 1);
         writeText(canvas_, "levels", 4, kTop + 12, 1);
-        for (double decade = 1e-3; decade < 1e6; decade *= 10) {
-            for (const double digit : {1, 2, 5}) drawLevel(mfRoundedNumber(decade * digit));
+        for (int power = -3; power < 6; ++power) {
+            for (const double digit : {1, 2, 5}) {
+                drawLevel(mfRoundedNumber(digit * std::pow(10.0, power)));
+            }
         }
     }
 
