@@ -2,11 +2,12 @@
 #include <filt/fft/internal/attention.h>
 #include <filt/fft/internal/buffer_access.h>
 #include <filt/fft/internal/kernel/transform.h>
+#include <filt/fft/internal/kernel/work.h>
 #include <filt/fft/internal/wrap_copy.h>
 #include <filt/fft/transforms.h>
 
 #include <algorithm>
-#include <new>
+#include <utility>
 
 namespace {
 
@@ -105,23 +106,12 @@ void forward(const mvPelBuffer_const<T>& real, const mvPelBuffer_const<T>& imagi
 
 void mfForwardFFT(const mvFrequencyBuffer& src, mvFrequencyBuffer& dst) {
     Access::requireTransformable(src);
-    const bool computed = Access::inverseComputed(src);
-    const long masked = Access::masked(src);
+    // Before anything changes, since `dst` may be `src`.
+    mvi::Work work(mvi::bestKernelPath(), planeSize(src));
     Access::takeShape(dst, src);
     Access::setInverseComputed(dst, false);
     Access::setMasked(dst, 0);
-    const mvPair<long> size = planeSize(dst);
-    try {
-        mvi::transformComplex(Access::data(src), Access::data(dst), size, mvi::Direction::forward,
-                              mvi::RowBand(size.y), size.x, nullptr);
-    } catch (const std::bad_alloc&) {
-        // The transform takes its memory first: in place, nothing was transformed.
-        if (&src == &dst) {
-            Access::setInverseComputed(dst, computed);
-            Access::setMasked(dst, masked);
-        }
-        throw;
-    }
+    mvi::transformComplex(std::move(work), Access::data(src), Access::data(dst));
 }
 
 #define MVFREQ_FORWARD_OF(Pel)                                                               \

@@ -2,6 +2,7 @@
 // and all forms of the operators new and delete are replaced.
 #include "campaigns/faults/allocation_faults.h"
 
+#include <atomic>
 #include <cstdlib>
 #include <mutex>
 #include <new>
@@ -24,12 +25,14 @@ void __wrap_free(void* block);
 
 namespace {
 
-// Only the thread that asked for faults meets them; the ledger is everybody's.
-thread_local bool armed = false;
+// The ledger is everybody's.
+thread_local bool isThisArmed = false;
+std::atomic<bool> areAllArmed = false;
 std::mutex guard;
-long failing = 0;
-long allocations = 0;
-faults::Extent reach = faults::Extent::kOnlyThis;
+std::atomic<long> failing = 0;
+std::atomic<long> allocations = 0;
+std::atomic<bool> oneHasFailed = false;
+std::atomic<faults::Extent> reach = faults::Extent::kOnlyThis;
 
 // The ledger's own memory must not pass through the functions that it keeps book of.
 template <class T>
@@ -63,10 +66,11 @@ Ledger& sites() {
 }
 
 bool failsNow(void* site) {
-    if (!armed) return false;
+    if (!isThisArmed && !areAllArmed) return false;
     const long number = ++allocations;
     if (failing == 0) return false;
     if (reach == faults::Extent::kOnlyThis ? number != failing : number < failing) return false;
+    oneHasFailed = true;
     const std::lock_guard lock(guard);
     sites().insert(site);
     return true;
@@ -183,19 +187,31 @@ void operator delete[](void* block, std::size_t, std::align_val_t) noexcept {
 
 namespace faults {
 
-AllocationFaults::AllocationFaults(long failAt, Extent extent) {
+AllocationFaults::AllocationFaults(long failAt, Extent extent, Threads threads) {
     failing = failAt;
     reach = extent;
     allocations = 0;
-    armed = true;
+    oneHasFailed = false;
+    isThisArmed = threads == Threads::kThis;
+    areAllArmed = threads == Threads::kAll;
 }
 
 AllocationFaults::~AllocationFaults() {
-    armed = false;
+    isThisArmed = false;
+    areAllArmed = false;
 }
 
 long AllocationFaults::count() const {
     return allocations;
+}
+
+bool AllocationFaults::hasFailed() const {
+    return oneHasFailed;
+}
+
+void AllocationFaults::failAll() {
+    reach = Extent::kThisAndLater;
+    failing = 1;
 }
 
 std::size_t liveBlocks() {

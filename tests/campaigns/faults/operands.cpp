@@ -2,6 +2,7 @@
 #include "campaigns/faults/operands.h"
 
 #include <map>
+#include <memory>
 #include <utility>
 
 #include "support/buffer_probe.h"
@@ -59,6 +60,13 @@ mvFrequencyBuffer bandOfRows() {
     return buffer;
 }
 
+// In place, as nothing else brings back what an object remembers that lost its contents.
+template <class T>
+void renew(T& object) {
+    std::destroy_at(&object);
+    std::construct_at(&object);
+}
+
 }  // namespace
 
 Operands::Operands(const Shape& shape)
@@ -84,6 +92,19 @@ Operands::Operands(const Shape& shape)
     makeFilters(gaborReject, size);
     makeFilters(image, size);
     image.built.setImage(spectrum);
+}
+
+void separate(Operands& operands) {
+    mvPersistent::watch(operands.error, {});
+    visitOperands(operands, [](const std::string&, auto& object) {
+        if constexpr (requires { object.isBound(); }) object = mfPelClone(object);
+        if constexpr (requires { object.hasResponse(); }) {
+            if (!object.hasResponse()) renew(object);
+        }
+        if constexpr (requires { object.hasData(); }) {
+            if (!object.hasData()) renew(object);
+        }
+    });
 }
 
 }  // namespace faults

@@ -50,6 +50,11 @@ struct Operands {
     std::string written;  // what storing leaves behind
 };
 
+/// Makes copies of the operands like the operands: each image gets pels of its own, where
+/// operations have made views, filters without response forget their parameters, watchers are taken
+/// away.
+void separate(Operands& operands);
+
 /// Calls visit(name, object) for each operand.
 template <class O, class Visit>
 void visitOperands(O& o, Visit visit) {

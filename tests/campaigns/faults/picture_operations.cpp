@@ -44,15 +44,26 @@ using Shared = std::shared_ptr<const PictureFilters>;
 
 enum class Types { kAlike, kMixed };
 
-// Pels of each type in and out, alike or each with the others; outputs come unbound, so that a call
-// that fails changes nothing.
+// What a call that fails may change: an output that is bound.
+std::map<std::string, Left> output(mvPelBuffer<Byte> Operands::*) {
+    return {{"newBytes", Left::kPels}};
+}
+std::map<std::string, Left> output(mvPelBuffer<Word> Operands::*) {
+    return {{"newWords", Left::kPels}};
+}
+std::map<std::string, Left> output(mvPelBuffer<double> Operands::*) {
+    return {{"newFirst", Left::kPels}};
+}
+
+// Pels of each type in and out, alike or each with the others.
 template <class Filter>
 void addTypes(std::vector<Operation>& rows, const std::string& name, const Shared& filters,
               Filter PictureFilters::*filter, const mvFilterImageOptions& options, Types types) {
     const auto add = [&](const std::string& pels, auto in, auto out) {
-        rows.push_back({"picture: " + name + ", " + pels, [=](Operands& o) {
-                            mfFilterImage(o.*in, (*filters).*filter, o.*out, options);
-                        }});
+        rows.push_back(
+            {"picture: " + name + ", " + pels,
+             [=](Operands& o) { mfFilterImage(o.*in, (*filters).*filter, o.*out, options); },
+             output(out)});
     };
     if (types == Types::kAlike) {
         add("bytes", &Operands::bytes, &Operands::newBytes);
@@ -74,7 +85,8 @@ Operation rescaled(const std::string& name, const Shared& filters, In in, Out ou
     mvFilterImageOptions options;
     options.rescale = true;
     return {"picture: rescaled, " + name,
-            [=](Operands& o) { mfFilterImage(o.*in, (*filters).*filter, o.*out, options); }};
+            [=](Operands& o) { mfFilterImage(o.*in, (*filters).*filter, o.*out, options); },
+            output(out)};
 }
 
 void addRescaled(std::vector<Operation>& rows, const Shared& filters) {
@@ -107,10 +119,12 @@ Operation inItself(const std::string& name, const Shared& filters, Filter Pictur
 }
 
 Operation inTurn(const Shared& filters) {
-    return {"picture: three filters in turn", [=](Operands& o) {
+    return {"picture: three filters in turn",
+            [=](Operands& o) {
                 mfFilterImage(o.bytes, {&filters->ringReject, &filters->own, &filters->lobe},
                               o.newBytes);
-            }};
+            },
+            output(&Operands::newBytes)};
 }
 
 }  // namespace
@@ -136,9 +150,10 @@ std::vector<Operation> pictureOperations() {
     rows.push_back(inItself("ring", filters, &PictureFilters::ring));
     mvFilterImageOptions realParts;
     realParts.result = mvFilterResult::real;
-    rows.push_back({"picture: real parts", [=](Operands& o) {
-                        mfFilterImage(o.doubles, filters->ring, o.newFirst, realParts);
-                    }});
+    rows.push_back(
+        {"picture: real parts",
+         [=](Operands& o) { mfFilterImage(o.doubles, filters->ring, o.newFirst, realParts); },
+         output(&Operands::newFirst)});
     rows.push_back({"picture: reach of an image filter",
                     [=](Operands&) { (void)mfFilterReach(filters->image); }});
     return rows;

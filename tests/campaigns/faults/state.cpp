@@ -88,6 +88,8 @@ bool isLeft(Left left, const Failure& failure, const Picture& before, const Pict
         case Left::kImage:
             return failure.isPoll && after.holds &&
                    after.size == (before.holds ? before.size : good.size);
+        case Left::kPels:
+            return before.holds && after.holds && after.size == before.size;
         case Left::kPlane:
             return isPartlyMade;
         case Left::kPlaneInPlace:

@@ -32,6 +32,8 @@ enum class Left {
     /// The same, or after a poll: an image of the caller's that has its size and place, or a new
     /// one that has those of the result; its pels may be any.
     kImage,
+    /// The same, or an image that was the caller's, whose pels may be any.
+    kPels,
     /// The same, or a plane of the result's size and place that counts as frequencies, partly made.
     kPlane,
     /// Likewise, but the same unless a poll failed.

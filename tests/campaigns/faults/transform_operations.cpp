@@ -149,11 +149,11 @@ void addForward(std::vector<Operation>& all) {
          [](Operands& o) { mfForwardFFT(o.banded, o.banded); },
          {{"banded", Left::kPlaneInPlace}}},
         {"forward of an unbound image",
-         [](Operands& o) { mfForwardFFT<Byte>(o.newBytes, o.other); },
+         [](Operands& o) { mfForwardFFT<Byte>(mvPelBuffer<Byte>(), o.other); },
          {},
          support::kUnbound},
         {"forward of no data",
-         [](Operands& o) { mfForwardFFT(o.empty, o.other); },
+         [](Operands& o) { mfForwardFFT(mvFrequencyBuffer(), o.other); },
          {},
          support::kNoData},
     };
@@ -180,9 +180,14 @@ void addInversesToBuffers(std::vector<Operation>& all) {
          [](Operands& o) { mfInverseFFT(o.spectrum, o.spent, true); }, spectrum},
         {"inverse to the buffer itself, in place",
          [](Operands& o) { mfInverseFFT(o.spectrum, o.spectrum, true); }, spectrum},
-        {"inverse of a spent buffer", [](Operands& o) { mfInverseFFT(o.spent, o.other, false); }},
+        {"inverse of a spent buffer",
+         [](Operands& o) { mfInverseFFT(o.spent, o.other, false); },
+         {{"other", Left::kPlane}}},
         {"inverse of no data",
-         [](Operands& o) { mfInverseFFT<Byte>(o.empty, o.newBytes, false, true); },
+         [](Operands& o) {
+             mvFrequencyBuffer none;
+             mfInverseFFT<Byte>(none, o.newBytes, false, true);
+         },
          {},
          support::kNoData},
     };

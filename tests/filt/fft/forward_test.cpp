@@ -5,6 +5,7 @@
 
 #include <cmath>
 #include <limits>
+#include <new>
 #include <string>
 
 #include "support/buffer_probe.h"
@@ -228,6 +229,19 @@ TEST(ForwardOfABuffer, TransformsTheComplexBufferOfTwoImages) {
     mvFrequencyBuffer buffer(pelBufferOf(real), pelBufferOf(imaginary));
     mfForwardFFT(buffer, buffer);
     expectSpectrum(reference::forward(real, imaginary), buffer, "two images");
+}
+
+// The application's own memory may run short while it is asked, which is not the library's:
+// elements are transformed by then.
+TEST(ForwardOfABuffer, InPlaceCountsAsFrequenciesWhateverTheHandlerThrows) {
+    auto buffer = bufferOf(support::randomPlane(32, 32, 1));
+    mvPelBuffer<double> out;
+    mfInverseFFT<double>(buffer, out, false, true);
+    const auto former =
+        vsys_set_attention_handler([](void*) -> int { throw std::bad_alloc(); }, nullptr);
+    EXPECT_THROW(mfForwardFFT(buffer, buffer), std::bad_alloc);
+    vsys_set_attention_handler(former.handler, former.context);
+    EXPECT_FALSE(buffer.inverseComputed());
 }
 
 }  // namespace

@@ -15,9 +15,8 @@ long wholeVectors(long columns) {
 
 class ComplexTransform {
   public:
-    ComplexTransform(const KernelPath& path, mvPair<long> size, const RowBand& band,
-                     Direction direction)
-        : work_(path, size), band_(band), direction_(direction) {}
+    ComplexTransform(Work work, const RowBand& band, Direction direction)
+        : work_(std::move(work)), band_(band), direction_(direction) {}
 
     // Of a plane into another one, or into itself.
     void between(const float* src, float* dst, long columns, ColumnSink* sink) {
@@ -147,12 +146,18 @@ class ComplexTransform {
 
 void transformComplex(const RowSource& source, float* dst, mvPair<long> size,
                       const KernelPath& path) {
-    ComplexTransform(path, size, RowBand(size.y), Direction::forward).fromSource(source, dst);
+    ComplexTransform({path, size}, RowBand(size.y), Direction::forward).fromSource(source, dst);
+}
+
+void transformComplex(Work work, const float* src, float* dst) {
+    const mvPair<long> size = work.size;
+    ComplexTransform transform(std::move(work), RowBand(size.y), Direction::forward);
+    transform.between(src, dst, size.x, nullptr);
 }
 
 void transformComplex(const float* src, float* dst, mvPair<long> size, Direction direction,
                       const RowBand& band, long columns, ColumnSink* sink, const KernelPath& path) {
-    ComplexTransform transform(path, size, band, direction);
+    ComplexTransform transform({path, size}, band, direction);
     if (dst != nullptr) {
         transform.between(src, dst, columns, sink);
     } else {

@@ -47,6 +47,12 @@ void transformComplex(const float* src, float* dst, mvPair<long> size, Direction
                       const RowBand& band, long columns, ColumnSink* sink,
                       const KernelPath& path = bestKernelPath());
 
+struct Work;
+
+/// The forward transform of the complex plane `src` into `dst`, which may be `src`, with memory
+/// that was taken before: only polls can end it.
+void transformComplex(Work work, const float* src, float* dst);
+
 /// The forward transform of complex rows.
 void transformComplex(const RowSource& source, float* dst, mvPair<long> size,
                       const KernelPath& path = bestKernelPath());
