@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <limits>
 #include <locale>
 #include <numbers>
 #include <sstream>
@@ -121,11 +122,13 @@ mvFilterChain mfBuildFilters(const std::vector<mvFilterStep>& steps, mvPair<long
 
 // A radius above 0 has its room in the plane of the picture, which is not known here.
 mvPair<long> mfFiltersReach(const std::vector<mvFilterStep>& steps) {
+    constexpr long kFarthest = std::numeric_limits<long>::max();
     mvPair<long> sum;
     for (mvFilterStep step : mfSingleSteps(steps)) {
         step.dcRadius = std::min(step.dcRadius, 0l);
         const mvPair<long> reach = mfFilterReach(*mfBuildFilter(step, {64, 64}));
-        sum = {sum.x + reach.x, sum.y + reach.y};
+        sum.x += std::min(reach.x, kFarthest - sum.x);
+        sum.y += std::min(reach.y, kFarthest - sum.y);
     }
     return sum;
 }

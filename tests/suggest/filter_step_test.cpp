@@ -2,6 +2,11 @@
 #include <gtest/gtest.h>
 #include <suggest/filter_step.h>
 
+#include <cstdint>
+#include <limits>
+
+#include "support/longs.h"
+
 namespace {
 
 using Words = std::vector<std::string>;
@@ -65,6 +70,14 @@ TEST(FilterStep, ReachesAsFarAsItsFiltersDo) {
     const mvPair<long> reach = mfFiltersReach({{.frequency = 0.03, .sigma = 0.012}});
     EXPECT_EQ(reach.x, 54);
     EXPECT_EQ(reach.y, 54);
+}
+
+TEST(FilterStep, ReachesNoFartherThanALong) {
+    constexpr std::int64_t kFarthest = std::numeric_limits<std::int32_t>::max();
+    const mvFilterStep endless{.frequency = 0.25, .sigma = 1e-10};
+    EXPECT_EQ(mfFiltersReach({endless}).x, kFarthest);
+    EXPECT_EQ(mfFiltersReach({endless, endless}).x, support::asLong(2 * kFarthest));
+    EXPECT_EQ(mfFiltersReach({endless, endless}).y, support::asLong(2 * kFarthest));
 }
 
 // A chain cuts tiles by the reach of all its filters, of which both sides are two.

@@ -2,6 +2,8 @@
 #include <filt/freqfilt/internal/dc_square.h>
 
 #include <algorithm>
+#include <cstdint>
+#include <limits>
 #include <stdexcept>
 
 namespace mvi {
@@ -15,9 +17,14 @@ void visitSquare(long radius, Visit visit) {
     }
 }
 
-std::size_t squared(long side) {
-    return static_cast<std::size_t>(side) * static_cast<std::size_t>(side);
+// In 64 bits on all machines, also where sizes and longs have 32.
+std::uint64_t squared(std::int64_t side) {
+    return static_cast<std::uint64_t>(side) * static_cast<std::uint64_t>(side);
 }
+
+// What a list may hold where addresses have 64 bits; others refuse the same radii.
+constexpr std::uint64_t kLongestList =
+    std::numeric_limits<std::int64_t>::max() / sizeof(mvPair<double>);
 
 }  // namespace
 
@@ -29,7 +36,7 @@ void clearDcSquare(mvFrequencyBuffer& buf, long radius) {
 }
 
 void requireList(long radius) {
-    if (radius > 0 && squared(radius) > std::vector<mvPair<double>>().max_size()) {
+    if (radius > 0 && squared(radius) > kLongestList) {
         throw std::length_error("vector<T> too long");
     }
 }
@@ -39,7 +46,8 @@ DcSquare::DcSquare(const mvFrequencyBuffer& buf, long radius) : radius_(radius) 
     // A square that lies in the plane holds no more values than the plane; one that does not is
     // refused at its first value outside.
     values_.reserve(
-        std::min(squared(2 * radius - 1), static_cast<std::size_t>(buf.width() * buf.height())));
+        static_cast<std::size_t>(std::min(squared(2 * std::int64_t{radius} - 1),
+                                          static_cast<std::uint64_t>(buf.width() * buf.height()))));
 }
 
 void DcSquare::save(const mvFrequencyBuffer& buf) {

@@ -37,7 +37,9 @@ mvPair<long> reachOf(FilterList filters) {
     mvPair<long> sum;
     for (const mvFrequencyFilter* filter : filters) {
         const mvPair<long> reach = reachOf(*filter);
-        sum = {std::min(sum.x + reach.x, kFarthest), std::min(sum.y + reach.y, kFarthest)};
+        // No sum goes beyond it on the way: a long has no more bits on some machines.
+        sum.x += std::min(reach.x, kFarthest - sum.x);
+        sum.y += std::min(reach.y, kFarthest - sum.y);
     }
     return sum;
 }

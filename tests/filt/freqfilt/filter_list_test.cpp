@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <functional>
 #include <limits>
 #include <memory>
@@ -61,8 +62,8 @@ struct List {
         for (const PictureFilter& part : parts) {
             const bool isOwn = part.plane == Pair();
             if (!isOwn) one.plane = part.plane;
-            one.reach.x += isOwn ? kFarthest : part.reach.x;
-            one.reach.y += isOwn ? kFarthest : part.reach.y;
+            one.reach.x += std::min(isOwn ? kFarthest : part.reach.x, kFarthest - one.reach.x);
+            one.reach.y += std::min(isOwn ? kFarthest : part.reach.y, kFarthest - one.reach.y);
         }
         return one;
     }
