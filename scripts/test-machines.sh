@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
-# Builds the tests for Windows, with DLLs and with static libraries, and runs them under Wine. Those that
-# are skipped are listed with the reason. Optimised code is what scripts/digests.sh asks: here -O1 halves
-# the time of the compilers.
+# Builds the tests for Windows, with DLLs and with static libraries, and runs them under Wine; those that
+# need no program and no threads for WebAssembly, and runs them under node. Those that are skipped are
+# listed with the reason. Optimised code is what scripts/digests.sh asks: here -O1 halves the time of the
+# compilers.
 #
 #     scripts/test-machines.sh            all of them
 #     scripts/test-machines.sh DLLs       those whose name has this in it
@@ -21,22 +22,27 @@ finish() {
 trap finish EXIT
 
 # Test programs find Wine's folder made, and do not make it side by side.
-prepare() { "$(command -v wine64 || echo /usr/lib/wine/wine64)" wineboot --init; }
+prepare() { [[ $1 != windows* ]] || "$(command -v wine64 || echo /usr/lib/wine/wine64)" wineboot --init; }
+
+# Those of GoogleTest that ran, one by one or all of a program at once.
+countTests() {
+    sed -n 's/^\[==========\] \([0-9]*\) tests* from .* ran\..*/\1/p' "$1/Testing/Temporary/LastTest.log" |
+        awk '{ sum += $1 } END { print sum + 0 }'
+}
 
 # try <name> <preset> <arguments for cmake>
 try() {
     local folder=build/machines/${1// /-} begin=$SECONDS verdict=passed
     if [[ $1 != *$wanted* ]]; then return; fi
     {
-        prepare &&
+        prepare "$1" &&
             cmake --preset "$2" -B "$folder" -DMVFREQ_BUILD_TESTS=ON -DMVFREQ_BUILD_TOOLS=OFF \
                 -DCMAKE_CXX_FLAGS_RELEASE=-O1 "${@:3}" &&
             cmake --build "$folder" &&
             ctest --test-dir "$folder" --output-on-failure --no-tests=error --parallel "$(nproc)" \
                 --output-junit tests.xml
     } >"$folder.log" 2>&1 || verdict=FAILED
-    printf '%-22s %-7s %s %5d s\n' "$1" "$verdict" \
-        "$(sed -n 's/.* tests failed out of \([0-9]*\)$/\1 tests/p' "$folder.log")" $((SECONDS - begin))
+    printf '%-22s %-7s %5d tests %5d s\n' "$1" "$verdict" "$(countTests "$folder")" $((SECONDS - begin))
     if [[ $verdict == FAILED ]]; then
         tail -n 100 "$folder.log"
         failed=1
@@ -47,4 +53,6 @@ try() {
 
 try "windows DLLs" windows
 try "windows static" windows -DBUILD_SHARED_LIBS=OFF
+# node takes seconds to begin with a program, so that each runs all its tests at once.
+try wasm wasm -DMVFREQ_TEST_PROCESSES=1
 exit "$failed"

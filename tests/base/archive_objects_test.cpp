@@ -11,6 +11,7 @@
 #include <utility>
 #include <vector>
 
+#include "support/threads.h"
 #include "support/value_bytes.h"
 
 namespace graph {
@@ -401,6 +402,7 @@ TEST(ArchiveObjects, MayNestAgainAfterAFailure) {
 }
 
 TEST(ArchiveObjects, MayBeStoredFromSeveralThreadsAtOnce) {
+    if (!support::kHasThreads) GTEST_SKIP() << "no threads here";
     for (int round = 0; round < 20; ++round) {
         mvExceptionWithString shared("shared");
         std::vector<std::string> stored(4);

@@ -38,7 +38,7 @@ class GuardedPels {
         for (long y = 0; y < image_.height; ++y) {
             for (long x = 0; x < image_.width; ++x) rest[index(x, y)] = kGuard;
         }
-        return std::ranges::all_of(rest, [](T pel) { return pel == kGuard; });
+        return std::all_of(rest.begin(), rest.end(), [](T pel) { return pel == kGuard; });
     }
 
   private:

@@ -1,7 +1,8 @@
 // Where a virtual function stands in the table of its class.
 #pragma once
 
-#include <bit>
+#include <internal/bit_cast.h>
+
 #include <cstddef>
 #include <type_traits>
 
@@ -17,7 +18,7 @@ std::ptrdiff_t slotOf(Function function) {
         std::ptrdiff_t pointer, adjustment;
     } words = {};
     static_assert(sizeof words == sizeof function);
-    words = std::bit_cast<decltype(words)>(function);
+    words = mvi::bitCast<decltype(words)>(function);
     // A virtual function is given by its offset. What marks it is a bit that addresses of functions
     // leave free: one of the pointer, or, where that is needed for the instruction set, one of the
     // adjustment.

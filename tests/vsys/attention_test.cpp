@@ -7,6 +7,7 @@
 #include <thread>
 
 #include "support/attention.h"
+#include "support/threads.h"
 
 namespace {
 
@@ -62,6 +63,7 @@ TEST(Attention, LetsAHandlerRemoveItself) {
 }
 
 TEST(Attention, KeepsOneHandlerForEachThread) {
+    if (!support::kHasThreads) GTEST_SKIP() << "no threads here";
     const support::AttentionCounter here;
     long polls = 0;
     std::thread([&] {
