@@ -187,6 +187,16 @@ TEST(StatusException, ArchivesItsStatus) {
     EXPECT_EQ(loaded.status(), 258);
 }
 
+TEST(StatusException, IsWrittenAndReadOncePerArchive) {
+    mvStatusException exception(258), loaded(0);
+    const std::string record = storedBy([&](mvArchive& ar) { ar || exception || exception; });
+    EXPECT_EQ(hex(record), "02 01 00 00");
+    Loading loading(record);
+    loading.archive() || loaded || loaded;
+    EXPECT_EQ(loaded.status(), 258);
+    EXPECT_EQ(loading.rest(), 0U);
+}
+
 TEST(ThrowExceptionOnFailure, ThrowsForEveryStatusButZero) {
     EXPECT_NO_THROW(mfThrowExceptionOnFailure(0));
     for (const long status : {1L, -1L, 77L, support::powerOfTwo(31)}) {

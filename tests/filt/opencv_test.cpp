@@ -228,6 +228,10 @@ TEST(BridgeRefuses, PelsBetweenTwoPels) {
               "InvalidArgument: Matrix has pels that are not aligned.");
     EXPECT_EQ(refusal<double>(cv::Mat(2, 2, CV_64F, memory + 4, 24)),
               "InvalidArgument: Matrix has pels that are not aligned.");
+    cv::Mat uneven(2, 2, CV_16U, memory, 8);
+    uneven.step[0] = 7;  // the second row begins within a pel
+    EXPECT_EQ(refusal<unsigned short>(uneven),
+              "InvalidArgument: Matrix has pels that are not aligned.");
 }
 
 }  // namespace

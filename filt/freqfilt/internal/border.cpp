@@ -92,10 +92,11 @@ const T* TileImage<T>::row(long y, T* to) {
     return fadingRows(imageRow(y), imageRow(y - plan_.y.plane), fadingWeight(plan_.y, y), to);
 }
 
+// The rows of a tile end with the picture.
 template <class T>
 const T* TileImage<T>::zeroPaddedRow(long y, T* to) const {
     const long width = plan_.x.plane;
-    if (y < 0 || y >= plan_.y.image) return std::fill_n(to, width, T{}) - width;
+    if (y < 0) return std::fill_n(to, width, T{}) - width;
     const long begin = std::max(-first_.x, 0L);
     const long end = std::min(plan_.x.image - first_.x, width);
     const T* const pels = image_.pointToRow(y) + first_.x + begin;
@@ -131,11 +132,11 @@ const T* TileImage<T>::unfadedRow(const T* pels, T* to) const {
 template <class T>
 const T* TileImage<T>::fadingRow(const T* pels, T* to) {
     if (faded_ == 0) return unfadedRow(pels, to);
-    const Spread row = spread(pels, 0);
-    T* const tail = std::copy_n(row.pels, pels_, to);
+    const Spread wide = spread(pels, 0);
+    T* const tail = std::copy_n(wide.pels, pels_, to);
     for (long i = 0; i < faded_; ++i) {
         const double weight = weights_[static_cast<std::size_t>(i)];
-        tail[i] = roundedPel<T>(blended(row.from[i], row.into[i], weight));
+        tail[i] = roundedPel<T>(blended(wide.from[i], wide.into[i], weight));
     }
     return to;
 }

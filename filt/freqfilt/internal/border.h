@@ -51,8 +51,8 @@ class TileImage {
     /// The rows that may hold anything but zeros; the others follow them.
     long rows() const;
 
-    /// Row y of the tile's image: the picture's own pels where these fill the row, else `to`, which
-    /// has room for a row.
+    /// Row y < rows() of the tile's image: the picture's own pels where these fill the row, else
+    /// `to`, which has room for a row.
     const T* row(long y, T* to);
 
   private:

@@ -9,9 +9,12 @@
 
 #include <algorithm>
 #include <cstring>
+#include <limits>
 #include <vector>
 
+#include "support/filter_records.h"
 #include "support/kernel_paths.h"
+#include "support/loading.h"
 
 namespace {
 
@@ -154,6 +157,20 @@ TEST(HalfFilters, OfImagesAreNotForDoublesNorForWhatAnInverseHasOverwritten) {
     mvPelBuffer<unsigned char> spatial;
     mfInverseFFT(spectrum, spatial, false, true);
     EXPECT_EQ(nullptr, mvi::halfFilterOf(mvFrequencyFilterImage(spectrum), false));
+}
+
+// Only an archive can put a NaN into a profile.
+TEST(HalfFilters, AreNotOfGainsThatAreNoNumbers) {
+    archive::RingRecord fields;
+    fields.width = fields.height = 16;
+    const auto isThere = [&] {
+        mvFrequencyFilterBandPass filter;
+        archive::load(fields.record().bytes(), filter);
+        return mvi::halfFilterOf(filter, false) != nullptr;
+    };
+    EXPECT_TRUE(isThere());
+    fields.response[2] = std::numeric_limits<float>::quiet_NaN();
+    EXPECT_FALSE(isThere());
 }
 
 TEST(HalfFilters, AreOnlyOfTheFiveClassesThemselves) {

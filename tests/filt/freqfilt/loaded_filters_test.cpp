@@ -1,0 +1,161 @@
+// Filters that no setter makes, only an archive: rings and lobes beside the plane, gains that are
+// no numbers.
+#include <limits>
+
+#include "reference/freqfilt/lobe.h"
+#include "reference/freqfilt/ring.h"
+#include "support/buffer_record.h"
+#include "support/filter_classes.h"
+#include "support/loading.h"
+#include "support/random_planes.h"
+#include "support/spectra.h"
+
+namespace {
+
+using reference::Spectrum;
+
+// Zeros stand behind a profile. A ring of negative radius asks for gains this far behind it.
+constexpr std::size_t kBeyondTheProfile = 1 << 14;
+
+constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+
+// From DC to far beyond the plane, on both sides.
+constexpr double kFrequencies[] = {-3.0, -0.4, -0.05, 0.0, 0.3, 0.6, 0.9, 3.0, kNaN};
+
+std::vector<float> someGains(std::size_t count) {
+    support::Random random(3);
+    std::vector<float> gains(count);
+    for (float& gain : gains) gain = random.symmetric();
+    return gains;
+}
+
+archive::RingRecord recordOn(const archive::RingRecord&, mvPair<int> plane, double frequency) {
+    archive::RingRecord fields;
+    fields.frequency = frequency;
+    fields.supportWidth = 3;
+    fields.width = plane.x;
+    fields.height = plane.y;
+    fields.response = someGains(96);
+    return fields;
+}
+
+archive::LobeRecord recordOn(const archive::LobeRecord&, mvPair<int> plane, double frequency) {
+    archive::LobeRecord fields;
+    fields.frequency = frequency;
+    fields.supportWidth = 5;
+    fields.width = plane.x;
+    fields.height = plane.y;
+    fields.response = someGains(15);
+    return fields;
+}
+
+reference::Ring definitionOf(const archive::RingRecord& fields) {
+    reference::Ring ring;
+    ring.given = {fields.sigma, fields.plateau, fields.frequency,
+                  fields.width, fields.height,  fields.radius};
+    ring.supportWidth = fields.supportWidth;
+    ring.profile = fields.response;
+    ring.profile.resize(kBeyondTheProfile);
+    return ring;
+}
+
+reference::Lobe definitionOf(const archive::LobeRecord& fields) {
+    return {{fields.sigmaX, fields.sigmaY, fields.plateauX, fields.plateauY, fields.angle,
+             fields.frequency, fields.width, fields.height, fields.radius},
+            fields.supportWidth,
+            fields.supportHeight,
+            fields.response};
+}
+
+// What a filter of this class and this record makes of the spectrum.
+void applyDefinition(const archive::BandPass&, const archive::RingRecord& fields, Spectrum& buf) {
+    reference::applyBandPass(definitionOf(fields), buf);
+}
+void applyDefinition(const archive::BandReject&, const archive::RingRecord& fields, Spectrum& buf) {
+    reference::applyBandReject(definitionOf(fields), buf);
+}
+void applyDefinition(const archive::Gabor&, const archive::LobeRecord& fields, Spectrum& buf) {
+    reference::applyGabor(definitionOf(fields), buf);
+}
+void applyDefinition(const archive::GaborReject&, const archive::LobeRecord& fields,
+                     Spectrum& buf) {
+    reference::applyGaborReject(definitionOf(fields), buf);
+}
+
+mvPelBuffer<double> somePicture(mvPair<int> size) {
+    return support::pelBufferOf(support::randomImage<double>(size.x, size.y, 5));
+}
+
+template <class Kind>
+struct LoadedFilter : testing::Test {
+    using Filter = typename Kind::Filter;
+    using Fields = typename Kind::Fields;
+
+    template <class Check>
+    static void forEach(Check check) {
+        for (const mvPair<int> plane : {mvPair(16, 16), mvPair(16, 64), mvPair(64, 16)}) {
+            for (const double frequency : kFrequencies) {
+                SCOPED_TRACE(testing::Message()
+                             << plane.x << " x " << plane.y << ", frequency " << frequency);
+                check(recordOn(Fields(), plane, frequency), plane);
+            }
+        }
+    }
+
+    static Filter filterOf(const Fields& fields) {
+        Filter filter;
+        archive::load(fields.record().bytes(), filter);
+        return filter;
+    }
+
+    // The picture call against the three calls that define it.
+    static void expectPictureAsDefined(const Filter& filter, mvPair<int> plane) {
+        const auto picture = somePicture(plane);
+        mvFrequencyBuffer buffer;
+        mfForwardFFT(picture, buffer);
+        filter.apply(buffer);
+        mvPelBuffer<double> expected, result;
+        mfInverseFFT(buffer, expected, false, true);
+        mfFilterImage(picture, filter, result, {.border = mvBorder::zero});
+        EXPECT_TRUE(support::sameImage(support::imageOf(expected), support::imageOf(result)));
+    }
+};
+TYPED_TEST_SUITE(LoadedFilter, archive::ParametricFilters);
+
+TYPED_TEST(LoadedFilter, ActsAsItsRecordSays) {
+    this->forEach([&](const auto& fields, mvPair<int> plane) {
+        Spectrum expected = support::someSpectrum(support::randomPlane(plane.x, plane.y, 7));
+        mvFrequencyBuffer buffer = support::bufferOf(expected);
+        applyDefinition(TypeParam(), fields, expected);
+        this->filterOf(fields).apply(buffer);
+        EXPECT_TRUE(support::sameSpectrum(expected, buffer));
+    });
+}
+
+TYPED_TEST(LoadedFilter, FiltersPicturesAsTheThreeCalls) {
+    this->forEach([&](const auto& fields, mvPair<int> plane) {
+        this->expectPictureAsDefined(this->filterOf(fields), plane);
+    });
+}
+
+TYPED_TEST(LoadedFilter, WithAGainThatIsNoNumberFiltersPicturesAsTheThreeCalls) {
+    const mvPair<int> plane(16, 16);
+    auto fields = recordOn(typename TypeParam::Fields(), plane, 0.2);
+    fields.response[2] = std::numeric_limits<float>::quiet_NaN();
+    this->expectPictureAsDefined(this->filterOf(fields), plane);
+}
+
+TYPED_TEST(LoadedFilter, OfAPlaneWithoutElementsHasNothingToDo) {
+    constexpr int kLong = 1 << 27;
+    for (const mvPair<int> plane : {mvPair(0, kLong), mvPair(kLong, 0), mvPair(0, 0)}) {
+        auto fields = recordOn(typename TypeParam::Fields(), plane, 0.3);
+        fields.radius = 0;
+        mvFrequencyBuffer buffer =
+            support::loaded(support::BufferRecord{.width = plane.x, .height = plane.y});
+        this->filterOf(fields).apply(buffer);
+        EXPECT_EQ(buffer.width(), plane.x);
+        EXPECT_EQ(buffer.height(), plane.y);
+    }
+}
+
+}  // namespace
