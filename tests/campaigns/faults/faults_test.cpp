@@ -54,9 +54,10 @@ Failure failureOf(const Operation& operation, const Shape& shape, const Outcome&
 }
 
 // Runs the operation with event n failing; false when there is no such event.
-bool survives(const Operation& operation, const Shape& shape, const Fault& fault, long n,
-              const Reference& good) {
-    Operands operands(shape);
+bool survives(const Operation& operation, const Shape& shape, const Operands& fresh,
+              const Fault& fault, long n, const Reference& good) {
+    Operands operands = fresh;
+    separate(operands);
     const Outcome outcome = call(operation, operands, fault.at(n));
     if (outcome.*fault.events < n) {
         EXPECT_EQ(outcome.thrown, operation.thrown);
@@ -65,13 +66,15 @@ bool survives(const Operation& operation, const Shape& shape, const Fault& fault
     EXPECT_EQ(outcome.thrown, outcome.toThrow);
     expectOnlyAllowedChanges(operation, failureOf(operation, shape, outcome, good.outcome), good,
                              stateOf(operands));
-    expectUsable(operation, Operands(shape), operands, good);
+    expectUsable(operation, fresh, operands, good);
     return true;
 }
 
 // Returns how many events failed.
 long expectSurvival(const Operation& operation, const Shape& shape, const Fault& fault) {
-    Operands operands(shape);
+    const Operands fresh(shape);
+    Operands operands = fresh;
+    separate(operands);
     const Reference good(operation, operands, {});
     EXPECT_EQ(good.outcome.thrown, operation.thrown);
     long n = 0;
@@ -80,7 +83,7 @@ long expectSurvival(const Operation& operation, const Shape& shape, const Fault&
         SCOPED_TRACE(testing::Message() << operation.name << " of " << shape.width << " x "
                                         << shape.height << ", " << fault.name << ", number " << n);
         const std::size_t blocks = faults::liveBlocks();
-        more = survives(operation, shape, fault, n, good);
+        more = survives(operation, shape, fresh, fault, n, good);
         EXPECT_EQ(faults::liveBlocks(), blocks);
     }
     return n - 1;

@@ -47,6 +47,7 @@ void expectSame(const State& expected, const State& found) {
 void expectUsable(const Operation& operation, const Operands& fresh, Operands& operands,
                   const Reference& good) {
     operands = fresh;
+    separate(operands);
     EXPECT_EQ(call(operation, operands, {}).thrown, good.outcome.thrown) << "when called again";
     expectSame(good.after, stateOf(operands));
 }
