@@ -86,6 +86,22 @@ TYPED_TEST(FilterImage, IsRightForEverySizeToSixtyFour) {
     }
 }
 
+// Pictures of a pel or two, whose borders are made of nothing else.
+TYPED_TEST(FilterImage, IsRightForTheSmallestPictures) {
+    using T = typename TypeParam::first_type;
+    using U = typename TypeParam::second_type;
+    for (const long plane : {1L, 2L, 4L}) {
+        const PictureFilter filter = cases::makePictureFilter(Kind::kBandPass, {plane, plane}, 3);
+        for (long width = 1; width <= 4; ++width) {
+            for (long height = 1; height <= 4; ++height) {
+                const mvFilterImageOptions options{.border = mvBorder::mirror, .margin = {0, 0}};
+                expectAsDefined<U>(somePicture<T>(width, height, 1), filter, options);
+                if (this->HasFatalFailure()) return;
+            }
+        }
+    }
+}
+
 // A view of memory that starts `at` pels behind the first one.
 template <class U, class Memory>
 mvPelBuffer<U> viewOf(const std::shared_ptr<Memory>& memory, std::size_t at, long width,
