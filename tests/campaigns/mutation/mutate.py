@@ -4,6 +4,7 @@
     tests/campaigns/mutation/mutate.py                          300 mutants of filt/, drawn with seed 1
     tests/campaigns/mutation/mutate.py --sample 50 --seed 7     another draw
     tests/campaigns/mutation/mutate.py --files filt/freqfilt    only files whose path begins so
+    tests/campaigns/mutation/mutate.py --all                    all mutants, source by source
     tests/campaigns/mutation/mutate.py --list                   prints the mutants, runs none
 
 Copies of the tree, one for each worker, are built in build/mutation at -Og, with static libraries. A
@@ -14,11 +15,13 @@ that fails. Mutants that no compiler accepts are drawn again.
 Survivors that these programs cannot tell from the original stand in equivalent.txt, with the reason.
 Any other survivor makes the exit code 1. Verdicts are kept in build/mutation/results.txt: a run goes
 on where the last one stopped, and what was killed is not tried again as long as its source is the
-same.
+same. With --all a source of which no mutant is left over is entered in judged.txt, and passed over
+until it changes.
 """
 import argparse
 import collections
 import hashlib
+import itertools
 import random
 import re
 import resource
@@ -31,10 +34,13 @@ from pathlib import Path
 ROOT = Path(__file__).resolve().parents[3]
 WORK = ROOT / "build" / "mutation"
 EQUIVALENT = Path(__file__).with_name("equivalent.txt")
+JUDGED = Path(__file__).with_name("judged.txt")
 MEMORY = 6 << 30
 
 # The test programs that judge a source, those first that most mutants fail. The first beginning of
 # its path that fits counts.
+OF_PICTURES = ["freqfilt_picture_test", "freqfilt_memory_test", "freqfilt_test", "model_test",
+               "results_digest", "faults_test"]
 PROGRAMS = [
     ("filt/fft/internal/kernel/paths/twiddles", ["fft_kernel_test", "results_digest"]),
     ("filt/fft/internal/kernel", ["fft_kernel_test", "results_digest", "fft_transforms_test",
@@ -48,9 +54,14 @@ PROGRAMS = [
                                  "faults_test"]),
     ("filt/fft", ["fft_buffer_test", "fft_transforms_test", "fft_archive_test", "archive_test",
                   "arithmetic_test", "freqfilt_test", "freqfilt_archive_test", "numbers_test",
-                  "results_digest", "fft_round_trip_test", "faults_test"]),
+                  "results_digest", "fft_round_trip_test", "model_test", "faults_test"]),
+    *((f"filt/freqfilt/{name}", OF_PICTURES)
+      for name in ("filter_image", "internal/border", "internal/filter_list", "internal/half_filters",
+                   "internal/image_reach", "internal/known_filters", "internal/picture_plan",
+                   "internal/planeless_tile", "internal/shared_pels", "internal/three_calls",
+                   "internal/tile_threads", "internal/tiling")),
     ("filt", ["freqfilt_test", "freqfilt_archive_test", "archive_test", "registration_test",
-              "numbers_test", "results_digest", "faults_test"]),
+              "numbers_test", "results_digest", "freqfilt_picture_test", "model_test", "faults_test"]),
 ]
 # Their tests that take seconds: these run last.
 SLOW = {"archive_test": "*AnyTwoIntegers*:*AnyByteFlipped*", "freqfilt_test": "FilterComparison/*",
@@ -178,12 +189,17 @@ class Copy:
                               check=False).returncode == 0
 
     def passes(self, step, seconds):
-        """True when the step passes, in so many seconds of the processor's time and some GiB."""
+        """True when the step passes, in so many seconds of the processor's time and some GiB. Threads
+        that wait for each other take no such time."""
         name, arguments = step
         program = next(self.folder.glob(f"tests/**/{name}"))
-        return subprocess.run(["prlimit", f"--cpu={seconds}", f"--as={MEMORY}", program, *arguments],
-                              stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
-                              cwd=self.folder, check=False).returncode == 0
+        try:
+            return subprocess.run(
+                ["prlimit", f"--cpu={seconds}", f"--as={MEMORY}", program, *arguments],
+                stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, cwd=self.folder,
+                timeout=10 * seconds, check=False).returncode == 0
+        except subprocess.TimeoutExpired:
+            return False
 
     def measure(self, steps):
         """The time limit of each step, from runs on the unchanged tree."""
@@ -307,9 +323,52 @@ def work(copy, limits, draw):
         draw.note(mutant, copy.verdict_of(mutant, limits))
 
 
+def judge(candidates, sample, copies, limits):
+    """How many of the candidates came to what, by kind."""
+    draw = Draw(candidates, sample)
+    threads = [threading.Thread(target=work, args=(copy, limits, draw)) for copy in copies]
+    for thread in threads:
+        thread.start()
+    for thread in threads:
+        thread.join()
+    return draw.counts
+
+
+def already_judged():
+    """The lines of judged.txt without their counts: a source and its state."""
+    if not JUDGED.exists():
+        return set()
+    return {tuple(line.split()[:2]) for line in JUDGED.read_text(encoding="utf-8").splitlines()
+            if not line.startswith("#")}
+
+
+def note_judged(file, state, counts):
+    """Replaces what is said of a former state of the source."""
+    lines = JUDGED.read_text(encoding="utf-8").splitlines() if JUDGED.exists() else []
+    head = [line for line in lines if line.startswith("#")]
+    rest = [line for line in lines if line not in head and line.split()[0] != file]
+    rest.append(f"{file} {state} {counts['killed']} killed, {counts['explained']} equivalent, "
+                f"{counts['rejected']} rejected")
+    JUDGED.write_text("\n".join(head + sorted(rest)) + "\n", encoding="utf-8")
+
+
+def judge_sources(candidates, copies, limits):
+    """Judges all mutants, those of one source after the other."""
+    total = collections.Counter()
+    for (file, state), group in itertools.groupby(candidates, lambda mutant: mutant[:2]):
+        group = list(group)
+        counts = judge(group, len(group), copies, limits)
+        print(f"{file}: {dict(counts)}", flush=True)
+        if not counts["survived"]:
+            note_judged(file, state, counts)
+        total += counts
+    return total
+
+
 def main():
     parser = argparse.ArgumentParser(description="Mutates filt/ and runs the tests.")
     parser.add_argument("--sample", type=int, default=300, help="how many mutants to judge")
+    parser.add_argument("--all", action="store_true", help="judge all, source by source")
     parser.add_argument("--seed", type=int, default=1)
     parser.add_argument("--files", nargs="+", default=["filt/"],
                         help="how the paths to mutate begin")
@@ -318,6 +377,9 @@ def main():
     options = parser.parse_args()
 
     candidates = list(mutants(tuple(options.files)))
+    if options.all:
+        judged = already_judged()
+        candidates = [mutant for mutant in candidates if mutant[:2] not in judged]
     if options.list:
         for mutant in candidates:
             print(f"{mutant.line:4} {key(mutant)}")
@@ -330,15 +392,11 @@ def main():
     steps = sorted({step for mutant in candidates for step in steps_for(mutant.file)})
     limits = copies[0].measure(steps)
 
-    random.Random(options.seed).shuffle(candidates)
-    draw = Draw(candidates, options.sample)
-    threads = [threading.Thread(target=work, args=(copy, limits, draw)) for copy in copies]
-    for thread in threads:
-        thread.start()
-    for thread in threads:
-        thread.join()
-
-    counts = draw.counts
+    if options.all:
+        counts = judge_sources(candidates, copies, limits)
+    else:
+        random.Random(options.seed).shuffle(candidates)
+        counts = judge(candidates, options.sample, copies, limits)
     judged = counts["killed"] + counts["survived"]
     print(f"{counts['killed']} of {judged} killed, {counts['explained']} equivalent and explained, "
           f"{counts['rejected']} rejected by the compiler, of {len(candidates)} possible")
