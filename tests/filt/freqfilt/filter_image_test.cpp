@@ -439,4 +439,39 @@ TEST(FilterImagePlacement, OfABoundImageStays) {
     EXPECT_EQ(out.pointToOffset(), pels);
 }
 
+TEST(FilterImageErrors, OfASquareBeyondThePlaneAreThoseOfApply) {
+    const mvPelBuffer<Byte> image(4, 4);
+    for (const mvPair<long> plane : {mvPair<long>(16, 16), mvPair<long>(32, 16)}) {
+        const mvFrequencyFilterBandPass ring(0.1, 0.05, 0.2, plane, 9);
+        mvFrequencyBuffer spectrum(plane.x, plane.y);
+        mvPelBuffer<Byte> out;
+        EXPECT_EQ(thrownBy([&] { ring.apply(spectrum); }), support::kOutOfBounds);
+        EXPECT_EQ(thrownBy([&] { mfFilterImage(image, ring, out); }), support::kOutOfBounds);
+    }
+}
+
+// An inverse makes these two pels of it, 4 apart. All sums and differences are exact.
+mvFrequencyFilterImage twoPels(double first, double second) {
+    mvFrequencyBuffer spectrum(8, 1);
+    for (long u = 0; u < 8; ++u) {
+        const double element = u % 2 == 0 ? first + second : first - second;
+        spectrum.put(u, 0, {element / 8, 0.0}, false);
+    }
+    return mvFrequencyFilterImage(spectrum);
+}
+
+TEST(FilterReach, OfAnImageLeavesOneIn1024) {
+    EXPECT_EQ(mfFilterReach(twoPels(1023, 1)), mvPair<long>(1, 1));
+    EXPECT_EQ(mfFilterReach(twoPels(1022, 1)), mvPair<long>(4, 1));
+}
+
+TEST(FilterImageCall, TakesPlanesOfTheLargestSides) {
+    const mvPelBuffer<Byte> image(4, 4);
+    mvPelBuffer<Byte> out;
+    for (const mvPair<long> plane : {mvPair<long>(2048, 4), mvPair<long>(4, 2048)}) {
+        const mvFrequencyFilterBandPass ring(0.1, 0.05, 0.2, plane, 1);
+        EXPECT_EQ(thrownBy([&] { mfFilterImage(image, ring, out); }), "nothing");
+    }
+}
+
 }  // namespace
