@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <limits>
 #include <locale>
 #include <numbers>
 #include <sstream>
@@ -120,17 +119,12 @@ mvFilterChain mfBuildFilters(const std::vector<mvFilterStep>& steps, mvPair<long
     return chain;
 }
 
-// A radius above 0 has its room in the plane of the picture, which is not known here.
 mvPair<long> mfFiltersReach(const std::vector<mvFilterStep>& steps) {
-    constexpr long kFarthest = std::numeric_limits<long>::max();
-    mvPair<long> sum;
-    for (mvFilterStep step : mfSingleSteps(steps)) {
-        step.dcRadius = std::min(step.dcRadius, 0l);
-        const mvPair<long> reach = mfFilterReach(*mfBuildFilter(step, {64, 64}));
-        sum.x += std::min(reach.x, kFarthest - sum.x);
-        sum.y += std::min(reach.y, kFarthest - sum.y);
-    }
-    return sum;
+    if (steps.empty()) return {};
+    std::vector<mvFilterStep> anywhere = steps;
+    // A radius above 0 has its room in the plane of the picture, which is not known here.
+    for (mvFilterStep& step : anywhere) step.dcRadius = std::min(step.dcRadius, 0l);
+    return mfFilterReach(mfBuildFilters(anywhere, {64, 64}).list());
 }
 
 std::vector<std::string> mfFilterArguments(const std::vector<mvFilterStep>& steps) {

@@ -35,8 +35,8 @@ std::unique_ptr<mvFrequencyFilter> mfBuildFilter(const mvFilterStep& step, mvPai
 /// The filters of all single steps, in the order in which they are applied.
 mvFilterChain mfBuildFilters(const std::vector<mvFilterStep>& steps, mvPair<long> plane);
 
-/// How far the filters reach in a picture, in pels, one after the other; the plane changes nothing
-/// in it. Throws for parameters that no plane takes.
+/// How far the filters reach in a picture, in pels, one after the other, as mfFilterReach says; the
+/// plane changes nothing in it. (0, 0) without filters. Throws for parameters that no plane takes.
 mvPair<long> mfFiltersReach(const std::vector<mvFilterStep>& steps);
 
 /// What stands between `mvfreq` and the names of input and output: commands and their options, with

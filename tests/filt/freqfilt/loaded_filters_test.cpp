@@ -1,6 +1,7 @@
 // Filters that no setter makes, only an archive: rings and lobes beside the plane, gains that are
 // no numbers.
 #include <limits>
+#include <type_traits>
 
 #include "reference/freqfilt/lobe.h"
 #include "reference/freqfilt/ring.h"
@@ -29,23 +30,15 @@ std::vector<float> someGains(std::size_t count) {
     return gains;
 }
 
-archive::RingRecord recordOn(const archive::RingRecord&, mvPair<int> plane, double frequency) {
-    archive::RingRecord fields;
+template <class Fields>
+Fields recordOn(mvPair<int> plane, double frequency) {
+    constexpr bool kIsRing = std::is_same_v<Fields, archive::RingRecord>;
+    Fields fields;
     fields.frequency = frequency;
-    fields.supportWidth = 3;
+    fields.supportWidth = kIsRing ? 3 : 5;
     fields.width = plane.x;
     fields.height = plane.y;
-    fields.response = someGains(96);
-    return fields;
-}
-
-archive::LobeRecord recordOn(const archive::LobeRecord&, mvPair<int> plane, double frequency) {
-    archive::LobeRecord fields;
-    fields.frequency = frequency;
-    fields.supportWidth = 5;
-    fields.width = plane.x;
-    fields.height = plane.y;
-    fields.response = someGains(15);
+    fields.response = someGains(kIsRing ? 96 : 15);
     return fields;
 }
 
@@ -97,7 +90,7 @@ struct LoadedFilter : testing::Test {
             for (const double frequency : kFrequencies) {
                 SCOPED_TRACE(testing::Message()
                              << plane.x << " x " << plane.y << ", frequency " << frequency);
-                check(recordOn(Fields(), plane, frequency), plane);
+                check(recordOn<Fields>(plane, frequency), plane);
             }
         }
     }
@@ -140,7 +133,7 @@ TYPED_TEST(LoadedFilter, FiltersPicturesAsTheThreeCalls) {
 
 TYPED_TEST(LoadedFilter, WithAGainThatIsNoNumberFiltersPicturesAsTheThreeCalls) {
     const mvPair<int> plane(16, 16);
-    auto fields = recordOn(typename TypeParam::Fields(), plane, 0.2);
+    auto fields = recordOn<typename TypeParam::Fields>(plane, 0.2);
     fields.response[2] = std::numeric_limits<float>::quiet_NaN();
     this->expectPictureAsDefined(this->filterOf(fields), plane);
 }
@@ -148,7 +141,7 @@ TYPED_TEST(LoadedFilter, WithAGainThatIsNoNumberFiltersPicturesAsTheThreeCalls) 
 TYPED_TEST(LoadedFilter, OfAPlaneWithoutElementsHasNothingToDo) {
     constexpr int kLong = 1 << 27;
     for (const mvPair<int> plane : {mvPair(0, kLong), mvPair(kLong, 0), mvPair(0, 0)}) {
-        auto fields = recordOn(typename TypeParam::Fields(), plane, 0.3);
+        auto fields = recordOn<typename TypeParam::Fields>(plane, 0.3);
         fields.radius = 0;
         mvFrequencyBuffer buffer =
             support::loaded(support::BufferRecord{.width = plane.x, .height = plane.y});
