@@ -2,7 +2,10 @@
 
 from __future__ import annotations
 
+import contextlib
 import os
+import secrets
+import shutil
 from pathlib import Path
 from typing import Union
 
@@ -15,9 +18,29 @@ Storable = Union[_core.FrequencyBuffer, _core.FrequencyFilter, Errors]
 def save(path: str | os.PathLike[str], obj: Storable) -> None:
     """Writes the archive of a frequency buffer, a filter or an error to a file.
 
-    The program mvfreq applies saved filters.
+    A file of that name is replaced when the new one is complete: a full disk or an interruption
+    leaves the old one as it was. The program mvfreq applies saved filters.
     """
-    Path(path).write_bytes(_core.dumps(obj))
+    data = _core.dumps(obj)
+    target = Path(os.path.realpath(path))
+    if target.exists() and not target.is_file():
+        target.write_bytes(data)  # a device or a pipe takes the bytes as they come
+    else:
+        _replace(target, data)
+
+
+def _replace(target: Path, data: bytes) -> None:
+    # In the same folder, since only there a file takes another's place at once.
+    beside = target.with_name(f".mvfreq-{secrets.token_hex(8)}.tmp")
+    try:
+        with open(beside, "xb") as file:
+            file.write(data)
+        with contextlib.suppress(FileNotFoundError):
+            shutil.copymode(target, beside)
+        os.replace(beside, target)
+    except BaseException:
+        beside.unlink(missing_ok=True)
+        raise
 
 
 def load(path: str | os.PathLike[str]) -> _core.FrequencyFilter | Errors | None:

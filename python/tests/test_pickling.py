@@ -1,6 +1,10 @@
 """Archives, pickles and files."""
 
+import contextlib
+import os
 import pickle
+import resource
+import stat
 
 import mvfreq
 import numpy as np
@@ -88,3 +92,61 @@ def test_null_is_none():
 def test_a_pickle_with_other_bytes_is_refused():
     damaged = pickle.dumps(FILTERS["gabor"]()).replace(b"\0\0\1", b"\7\0\1", 1)
     pytest.raises(mvfreq.UnknownVersion, pickle.loads, damaged)
+
+
+@contextlib.contextmanager
+def files_of_at_most(most):
+    """As on a full disk: no file grows beyond that many bytes."""
+    soft, hard = resource.getrlimit(resource.RLIMIT_FSIZE)
+    resource.setrlimit(resource.RLIMIT_FSIZE, (most, hard))
+    try:
+        yield
+    finally:
+        resource.setrlimit(resource.RLIMIT_FSIZE, (soft, hard))
+
+
+@pytest.fixture
+def archive(tmp_path):
+    path = tmp_path / "filter.mva"
+    mvfreq.save(path, FILTERS["gabor"]())
+    return path
+
+
+def test_a_full_disk_leaves_the_archive_that_was_there(archive):
+    with files_of_at_most(100), pytest.raises(OSError):
+        mvfreq.save(archive, FILTERS["band-pass"]())
+    assert mvfreq.load(archive) == FILTERS["gabor"]()
+    assert os.listdir(archive.parent) == [archive.name]
+
+
+def test_an_interruption_leaves_the_archive_that_was_there(archive, monkeypatch):
+    def interrupt(*_):
+        raise KeyboardInterrupt
+
+    monkeypatch.setattr(os, "replace", interrupt)
+    with pytest.raises(KeyboardInterrupt):
+        mvfreq.save(archive, FILTERS["band-pass"]())
+    assert mvfreq.load(archive) == FILTERS["gabor"]()
+    assert os.listdir(archive.parent) == [archive.name]
+
+
+def test_a_replaced_archive_keeps_its_permissions(archive):
+    archive.chmod(0o640)
+    mvfreq.save(archive, buffer())
+    assert stat.S_IMODE(archive.stat().st_mode) == 0o640
+
+
+def test_a_link_to_an_archive_stays_one(archive, tmp_path):
+    link = tmp_path / "link.mva"
+    link.symlink_to(archive)
+    mvfreq.save(link, FILTERS["image"]())
+    assert link.is_symlink() and mvfreq.load(archive) == FILTERS["image"]()
+
+
+def test_a_pipe_takes_an_archive(tmp_path):
+    pipe = tmp_path / "pipe"
+    os.mkfifo(pipe)
+    end = os.open(pipe, os.O_RDONLY | os.O_NONBLOCK)
+    mvfreq.save(pipe, FILTERS["nothing"]())
+    assert mvfreq.loads(os.read(end, 1000)) == FILTERS["nothing"]()
+    os.close(end)
