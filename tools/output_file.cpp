@@ -33,6 +33,17 @@ fs::path temporaryBeside(const fs::path& target) {
            (".mvfreq-" + std::to_string(processNumber()) + "-" + std::to_string(number++) + ".tmp");
 }
 
+// The first name that `take` could have; none, with `errno`, when it fails. A file of a name is
+// left over from a run of another machine on the same disk.
+template <class Take>
+fs::path freeBeside(const fs::path& target, Take take) {
+    for (;;) {
+        fs::path path = temporaryBeside(target);
+        if (take(path)) return path;
+        if (errno != EEXIST) return {};
+    }
+}
+
 }  // namespace
 
 OutputFile::OutputFile(const std::string& path) : name_(path) {
@@ -41,18 +52,28 @@ OutputFile::OutputFile(const std::string& path) : name_(path) {
     std::error_code error;
     const fs::file_status status = fs::status(target_, error);
     if (fs::exists(status) && !fs::is_regular_file(status)) fail(path, "is not a regular file");
-    openTemporary();
-    if (fs::exists(status)) fs::permissions(temporary_, status.permissions(), error);
+    open();
+    if (fs::exists(status)) permit(stream_, status.permissions());
 }
 
-// A file of that name is left over from a run of another machine on the same disk.
-void OutputFile::openTemporary() {
-    do {
-        const fs::path temporary = temporaryBeside(target_);
-        stream_ = makeBytes(temporary);
-        if (stream_) temporary_ = temporary;
-    } while (!stream_ && errno == EEXIST);
+void OutputFile::open() {
+    stream_ = makeNameless(target_.parent_path());
+    if (stream_) return;
+    temporary_ = freeBeside(target_, [&](const fs::path& path) {
+        stream_ = makeBytes(path);
+        return stream_ != nullptr;
+    });
     if (!stream_) fail(name_, systemText(errno));
+}
+
+void OutputFile::giveName() {
+    if (std::fflush(stream_) != 0) {
+        error_ = errno;
+        return;
+    }
+    temporary_ =
+        freeBeside(target_, [&](const fs::path& path) { return nameBytes(stream_, path); });
+    if (temporary_.empty()) error_ = errno;
 }
 
 OutputFile::~OutputFile() {
@@ -80,6 +101,7 @@ void OutputFile::requireStored() const {
 }
 
 void OutputFile::finish() {
+    if (stream_ && temporary_.empty() && error_ == 0) giveName();
     if (stream_ && std::fclose(std::exchange(stream_, nullptr)) != 0 && error_ == 0) {
         error_ = errno;
     }

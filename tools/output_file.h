@@ -6,8 +6,9 @@
 #include <filesystem>
 #include <string>
 
-/// A file that is written beside its target and takes the target's name when it is complete; or
-/// bytes for standard output, which are kept until then.
+/// A file that is written in its target's folder and takes the target's name when it is complete;
+/// or bytes for standard output, which are kept until then. Where the system can do that, the file
+/// has no name until it is complete, so that not even a killed program leaves one.
 ///
 /// A target that is a symbolic link stays one. One that exists and is no regular file (a device, a
 /// directory) is refused with a Failure. What is not published is removed again.
@@ -31,14 +32,16 @@ class OutputFile {
     /// Throws a Failure, with its cause, when any bytes could not be stored.
     void requireStored() const;
 
-    /// Closes the file. Throws a Failure when not all bytes could be stored.
+    /// Closes the file, which now has a name beside the target. Throws a Failure when not all bytes
+    /// could be stored.
     void finish();
 
     /// Puts the finished file in the target's place, or prints it.
     void publish();
 
   private:
-    void openTemporary();
+    void open();
+    void giveName();
 
     std::string name_;
     std::filesystem::path target_;

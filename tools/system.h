@@ -33,7 +33,17 @@ std::string nameOf(const std::filesystem::path& path);
 std::FILE* openBytes(const std::string& path);
 std::FILE* makeBytes(const std::filesystem::path& path);
 
-/// The same in the folder of temporary files, for this user alone. The six X before the name's
+/// Makes a file without a name in a folder, for writing: the system takes it away when the program
+/// ends, however that is. Null where there are none, or nameBytes could not do its part.
+std::FILE* makeNameless(const std::filesystem::path& folder);
+
+/// Gives it the name; false, with `errno`, when it cannot have that, as when another file has it.
+bool nameBytes(std::FILE* nameless, const std::filesystem::path& path);
+
+/// Lets others do with the open file what those with these permissions may; a refusal is ignored.
+void permit(std::FILE* file, std::filesystem::perms permissions);
+
+/// As makeBytes, in the folder of temporary files, for this user alone. The six X before the name's
 /// ending become characters that no other file's name has there.
 std::FILE* makeTemporary(std::string& path);
 

@@ -41,6 +41,41 @@ std::FILE* makeBytes(const std::filesystem::path& path) {
     return std::fopen(path.c_str(), "wbx");
 }
 
+namespace {
+
+// Links to it are links to the open file.
+std::string linkOf(int file) {
+    return "/proc/self/fd/" + std::to_string(file);
+}
+
+// Null, and closed, when it is none that can be named later.
+std::FILE* streamOf(int file) {
+    if (file < 0) return nullptr;
+    std::FILE* const stream =
+        access(linkOf(file).c_str(), F_OK) == 0 ? fdopen(file, "wb") : nullptr;
+    if (!stream) close(file);
+    return stream;
+}
+
+}  // namespace
+
+std::FILE* makeNameless(const std::filesystem::path& folder) {
+#ifdef O_TMPFILE
+    return streamOf(open(folder.c_str(), O_TMPFILE | O_WRONLY, 0666));
+#else
+    return nullptr;
+#endif
+}
+
+bool nameBytes(std::FILE* nameless, const std::filesystem::path& path) {
+    const std::string link = linkOf(fileno(nameless));
+    return linkat(AT_FDCWD, link.c_str(), AT_FDCWD, path.c_str(), AT_SYMLINK_FOLLOW) == 0;
+}
+
+void permit(std::FILE* file, std::filesystem::perms permissions) {
+    fchmod(fileno(file), static_cast<mode_t>(permissions));
+}
+
 std::FILE* makeTemporary(std::string& path) {
     const int ending = static_cast<int>(path.size() - path.rfind('.'));
     const int file = mkstemps(path.data(), ending);
@@ -92,6 +127,7 @@ namespace {
 
 bool hasDesktop() {
     const auto isSet = [](const char* name) {
+        // NOLINTNEXTLINE(concurrency-mt-unsafe): nobody changes the environment.
         const char* value = std::getenv(name);
         return value != nullptr && *value != '\0';
     };

@@ -128,6 +128,19 @@ std::FILE* makeBytes(const fs::path& path) {
     return file < 0 ? nullptr : _fdopen(file, "wb");
 }
 
+// There are none: files that vanish with their program can have no other name before.
+std::FILE* makeNameless(const fs::path& /*folder*/) {
+    return nullptr;
+}
+
+bool nameBytes(std::FILE* /*nameless*/, const fs::path& /*path*/) {
+    errno = ENOSYS;
+    return false;
+}
+
+// Files of Windows have those of their folder.
+void permit(std::FILE* /*file*/, fs::perms /*permissions*/) {}
+
 // The folder of temporary files is this user's own.
 std::FILE* makeTemporary(std::string& path) {
     constexpr unsigned kNumbers = 1'000'000;

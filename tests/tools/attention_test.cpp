@@ -1,4 +1,4 @@
-// What SIGINT and SIGTERM do.
+// What SIGINT, SIGTERM and SIGKILL do.
 #include <base/exception.h>
 #include <filt/fft.h>
 
@@ -11,15 +11,16 @@
 #include "support/png_file.h"
 #include "support/program.h"
 #include "tools/attention.h"
+#include "tools/system.h"
 
 namespace {
 
-class Signals : public ProgramTest, public ::testing::WithParamInterface<int> {
-  protected:
-    Arguments filtering(const char* input) const {
-        return {"bandpass", "--frequency", "0.1", "--sigma", "0.05", input, "out.png"};
-    }
-};
+class Signals : public ProgramTest, public ::testing::WithParamInterface<int> {};
+using Killed = ProgramTest;
+
+Arguments filtering(const char* input) {
+    return {"bandpass", "--frequency", "0.1", "--sigma", "0.05", input, "out.png"};
+}
 
 // The program reads its input from a pipe, so the test knows that it runs and has not finished.
 TEST_P(Signals, EndTheRunWith130AndWithoutAFile) {
@@ -54,6 +55,25 @@ TEST_P(Signals, NeverLeaveHalfAFile) {
             // -1: the signal came before the program could catch it.
             EXPECT_TRUE(outcome.exitCode == 130 || outcome.exitCode == -1) << outcome.exitCode;
             EXPECT_EQ(files(), std::vector<std::string>{"in.png"}) << microseconds;
+        }
+    }
+}
+
+// Nor does one that cannot be caught, where files can be without a name until they are complete.
+TEST_F(Killed, NeverLeavesHalfAFile) {
+    std::FILE* const nameless = makeNameless(path(""));
+    if (!nameless) GTEST_SKIP() << "this disk has no files without a name";
+    std::fclose(nameless);
+    writePng(path("in.png"), noisePng(512, 512, 8));
+    int exitCode = -1;
+    for (unsigned microseconds = 10000; exitCode != 0; microseconds = microseconds * 6 / 5) {
+        const pid_t process = start(filtering("in.png"));
+        usleep(microseconds);
+        kill(process, SIGKILL);
+        exitCode = wait(process).exitCode;
+        for (const std::string& file : files()) {
+            EXPECT_EQ(readPng(path(file)).height, 512) << microseconds;
+            if (file != "in.png") std::remove(path(file).c_str());
         }
     }
 }

@@ -4,8 +4,9 @@
     program.py MVFREQ SMALL_DISK MINUTES SEED
 
 After each run every output is what it was before, or the picture that an undisturbed run writes; where
-an input changed while it was read, any picture that is whole. Nothing else is left in the folder, but
-by SIGKILL. The exit code fits what was done to the run, and each failure has its sentence."""
+an input changed while it was read, any picture that is whole. Nothing else is left in the folder,
+after SIGKILL no half file. The exit code fits what was done to the run, and each failure has its
+sentence."""
 
 import collections
 import os
@@ -170,11 +171,13 @@ class Soak:
         self.counts["outputs of inputs that changed while they were read"] += 1
 
     def judge_folder(self, folder, stop):
-        left = [path.name for path in folder.iterdir() if path.name != "out.png"]
-        if left and stop != "killed":
+        """A kill may strike between the name beside the target and the target's own."""
+        left = [path for path in folder.iterdir() if path.name != "out.png"]
+        if stop != "killed" and left:
             self.fail(f"left behind: {left}")
-        if left:
-            self.counts["files left by SIGKILL"] += len(left)
+        if not all(pictures.is_whole(path.read_bytes()) for path in left):
+            self.fail(f"half a file was left by SIGKILL: {left}")
+        self.counts["whole files left by SIGKILL beside their target"] += len(left)
 
     def batch(self):
         """Many pictures by one process: neither its memory nor its descriptors grow."""

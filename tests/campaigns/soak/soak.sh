@@ -4,7 +4,7 @@
 # that is neither whole nor what was there before, on memory that grows, on a file, a descriptor or a
 # thread that is left over.
 #
-#     tests/campaigns/soak/soak.sh [MINUTES]    two hours if not given
+#     tests/campaigns/soak/soak.sh [MINUTES]    two hours if not given; build nothing else meanwhile
 #
 # Needs a disk that can be full, a small one in memory: root mounts it, others as root of a space of
 # their own.
