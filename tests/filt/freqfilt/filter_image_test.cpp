@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <atomic>
 #include <filesystem>
 #include <functional>
@@ -269,6 +270,23 @@ TEST(FilterImagePolls, OfAnImageFiltersReachEndItWhenTheyFail) {
     ASSERT_GT(polls, 0);
     const AttentionCounter counter(polls);
     EXPECT_EQ(thrownBy([&] { mfFilterReach(*filter.filter); }), "status 77");
+}
+
+// Half a plane leaves room for any margin beside it, a pel more does not.
+TEST(FilterImagePolls, OfAnImageFiltersReachAreSparedWhereAPictureFitsWithAnyMargin) {
+    const PictureFilter filter = cases::makePictureFilter(Kind::kImage, {16, 32}, 3);
+    mvPair<long> reach;
+    const long search = support::pollsOf([&] { reach = mfFilterReach(*filter.filter); });
+    const mvPair<long> margin(std::min(reach.x, 4L), std::min(reach.y, 8L));
+    const auto polls = [&](mvPair<long> size, mvPair<long> given) {
+        const auto image = support::pelBufferOf(somePicture<Byte>(size.x, size.y));
+        mvPelBuffer<Byte> out;
+        return support::pollsOf(
+            [&] { mfFilterImage(image, *filter.filter, out, {.margin = given}); });
+    };
+    EXPECT_EQ(polls({8, 16}, {-1, -1}), polls({8, 16}, margin));
+    EXPECT_EQ(polls({9, 16}, {-1, -1}), polls({9, 16}, {margin.x, -1}) + search);
+    EXPECT_EQ(polls({8, 17}, {-1, -1}), polls({8, 17}, {-1, margin.y}) + search);
 }
 
 long threadsOfThisProcess() {
