@@ -53,7 +53,7 @@ compare() {
             checkMachineCode "$folder" &&
             if hasInstructions "$2"; then
                 ctest --test-dir "$folder" -R '^Results.HaveTheDigestsOfTheTree$' \
-                    --output-on-failure --no-tests=error
+                    --output-on-failure --no-tests=error --timeout 7200
             else
                 verdict="not run"
             fi
