@@ -6,19 +6,17 @@
 #include <cstdlib>
 #include <limits>
 #include <new>
-#include <unordered_map>
 
 #include "support/aligned_blocks.h"
+#include "support/block_table.h"
 
 namespace {
 
-// Filters that were loaded may ask for any size when a parameter is set; what is refused is never
-// cleared, which would take the time of all other work together.
-constexpr std::size_t kLargestBlock = std::size_t{256} << 20;
-
+std::size_t largestBlock = archive::kLargestBlock;
 bool metering = false;
 std::size_t held = 0;
 std::size_t largest = 0;
+long untilFailure = 0;  // blocks up to the one that is refused; none when it is 0 or less
 
 // The meter's own bookkeeping must not meter itself.
 struct Pause {
@@ -26,14 +24,15 @@ struct Pause {
     ~Pause() { metering = true; }
 };
 
-std::unordered_map<void*, std::size_t>& blocks() {
-    static std::unordered_map<void*, std::size_t> all;
+support::BlockTable& blocks() {
+    static support::BlockTable all;
     return all;
 }
 
 // A block that is refused counts as well: it was asked for.
 bool isRefused(std::size_t size) {
-    if (size <= kLargestBlock) return false;
+    if (metering && --untilFailure == 0) return true;
+    if (size <= largestBlock) return false;
     if (metering) largest = std::max(largest, size);
     return true;
 }
@@ -41,7 +40,7 @@ bool isRefused(std::size_t size) {
 void* note(void* block, std::size_t size) {
     if (!metering || !block) return block;
     const Pause pause;
-    blocks()[block] = size;
+    blocks().add(block, size);
     held += size;
     largest = std::max(largest, held);
     return block;
@@ -49,11 +48,7 @@ void* note(void* block, std::size_t size) {
 
 void forget(void* block) {
     if (!metering || !block) return;
-    const Pause pause;
-    const auto found = blocks().find(block);
-    if (found == blocks().end()) return;
-    held -= found->second;
-    blocks().erase(found);
+    held -= blocks().take(block);
 }
 
 // On Windows its way does not lead through free.
@@ -127,10 +122,19 @@ void operator delete(void* block, std::size_t, std::align_val_t) noexcept {
 
 namespace archive {
 
-AllocationMeter::AllocationMeter() {
+BlockLimit::BlockLimit(std::size_t bytes) {
+    largestBlock = bytes;
+}
+
+BlockLimit::~BlockLimit() {
+    largestBlock = kLargestBlock;
+}
+
+AllocationMeter::AllocationMeter(long failAt) {
     blocks().clear();
     held = 0;
     largest = 0;
+    untilFailure = failAt;
     metering = true;
 }
 

@@ -25,6 +25,10 @@ struct FilterUse {
     void (*call)(Operands<F> o);
 };
 
+inline void expectSame(const std::string& record, const std::string& due) {
+    EXPECT_EQ(record, due);
+}
+
 /// What all filters have.
 template <class F>
 inline constexpr FilterUse<F> kLife[] = {
@@ -39,11 +43,15 @@ inline constexpr FilterUse<F> kLife[] = {
          F other;
          other = o.filter;
          other = o.filter;
+         if (o.filter.hasResponse()) expectSame(stored(other), stored(o.filter));
      }},
     {"moving assignment",
      [](Operands<F> o) {
+         const bool isWhole = o.filter.hasResponse();
+         const std::string bytes = stored(o.filter);
          F other;
          other = std::move(o.filter);
+         if (isWhole) expectSame(stored(other), bytes);
      }},
     {"assignment from a filter without response", [](Operands<F> o) { o.filter = F(); }},
     {"comparison with a copy",
@@ -173,6 +181,12 @@ void setAll(F& filter) {
     }
 }
 
+/// The same as an operation.
+template <class F>
+inline constexpr FilterUse<F> kBuilding[] = {
+    {"set", [](Operands<F> o) { setAll(o.filter); }},
+};
+
 /// Setters; each builds a new response of the parameters that were loaded.
 template <class F>
 inline constexpr FilterUse<F> kSetters[] = {
@@ -186,6 +200,18 @@ inline constexpr FilterUse<F> kSetters[] = {
      [](Operands<F> o) {
          if constexpr (requires { o.filter.angle(); }) o.filter.angle(mvRadian(1.0));
      }},
+};
+
+/// What filters by an image have beside.
+inline constexpr FilterUse<mvFrequencyFilterImage> kImageGetters[] = {
+    {"supportWidth", [](Operands<mvFrequencyFilterImage> o) { o.filter.supportWidth(); }},
+    {"supportHeight", [](Operands<mvFrequencyFilterImage> o) { o.filter.supportHeight(); }},
+};
+inline constexpr FilterUse<mvFrequencyFilterImage> kImageSetters[] = {
+    {"setImage",
+     [](Operands<mvFrequencyFilterImage> o) { o.filter.setImage(mvFrequencyBuffer(4, 4)); }},
+    {"setImage with no data",
+     [](Operands<mvFrequencyFilterImage> o) { o.filter.setImage(mvFrequencyBuffer()); }},
 };
 
 }  // namespace archive

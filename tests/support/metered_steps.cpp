@@ -25,7 +25,7 @@ struct Cost {
     double memory, work;
 };
 
-Cost costOf(const std::function<void()>& operation) {
+Cost costOf(const Operation& operation) {
     const AllocationMeter memory;
     const support::WorkMeter work;
     const support::AttentionCounter attention;
@@ -36,7 +36,7 @@ Cost costOf(const std::function<void()>& operation) {
 
 }  // namespace
 
-void MeteredSteps::run(const char* name, double elements, const std::function<void()>& operation) {
+void MeteredSteps::run(const char* name, double elements, const Operation& operation) {
     const Cost cost = costOf(operation);
     const auto bytes = static_cast<double>(bytes_);
     EXPECT_LE(cost.memory, kMemoryOfAny + 4 * bytes + kMemoryOfAnElement * elements) << name;

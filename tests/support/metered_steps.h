@@ -18,7 +18,7 @@ class MeteredSteps : public Steps {
     /// The objects came from an archive of `bytes` bytes.
     explicit MeteredSteps(std::size_t bytes) : bytes_(bytes) {}
 
-    void run(const char* name, double elements, const std::function<void()>& operation) override;
+    void run(const char* name, double elements, const Operation& operation) override;
 
   private:
     std::size_t bytes_;

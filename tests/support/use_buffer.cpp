@@ -145,7 +145,13 @@ constexpr Use kImages[] = {
      }},
 };
 
-// --- Transforms between buffers, and to two images
+// --- Transforms of a buffer into itself, and into others or two images
+
+constexpr Use kOntoItself[] = {
+    {"forward in place", [](Buffer& b) { mfForwardFFT(b, b); }},
+    {"inverse to the buffer itself", [](Buffer& b) { mfInverseFFT(b, b, false); }},
+    {"inverse to the buffer itself, in place", [](Buffer& b) { mfInverseFFT(b, b, true); }},
+};
 
 constexpr Use kTransforms[] = {
     {"forward",
@@ -153,7 +159,6 @@ constexpr Use kTransforms[] = {
          Buffer out;
          mfForwardFFT(b, out);
      }},
-    {"forward in place", [](Buffer& b) { mfForwardFFT(b, b); }},
     {"inverse to a buffer",
      [](Buffer& b) {
          Buffer out;
@@ -164,8 +169,6 @@ constexpr Use kTransforms[] = {
          Buffer out;
          mfInverseFFT(b, out, true);
      }},
-    {"inverse to the buffer itself", [](Buffer& b) { mfInverseFFT(b, b, false); }},
-    {"inverse to the buffer itself, in place", [](Buffer& b) { mfInverseFFT(b, b, true); }},
     {"inverse to real and imaginary",
      [](Buffer& b) {
          Doubles real, imaginary;
@@ -192,12 +195,6 @@ constexpr Use kMagnitudes[] = {
          mvPelBuffer<T> out(3, 3);
          mfInverseFFT(b, out, false, true);
      }},
-    {"inverse to magnitudes, twice",
-     [](Buffer& b) {
-         mvPelBuffer<T> out;
-         mfInverseFFT(b, out, true, true);
-         mfInverseFFT(b, out, true, true);
-     }},
     {"inverse with angles",
      [](Buffer& b) {
          mvPelBuffer<T> out;
@@ -221,6 +218,16 @@ constexpr Use kMagnitudes[] = {
          mvPelBuffer<T> out(3, 3);
          mvPelBuffer<Byte> quadrant(3, 3);
          mfInverseFFTQuadrant(b, out, quadrant, false, true);
+     }},
+};
+
+template <class T>
+constexpr Use kTwice[] = {
+    {"inverse to magnitudes, twice",
+     [](Buffer& b) {
+         mvPelBuffer<T> out;
+         mfInverseFFT(b, out, true, true);
+         mfInverseFFT(b, out, true, true);
      }},
 };
 
@@ -264,9 +271,29 @@ constexpr Use kArithmetic[] = {
 template <std::size_t count>
 void runAll(const Use (&uses)[count], const Buffer& buffer, double elements, Steps& steps) {
     for (const Use& use : uses) {
+        if (!steps.takesNext()) continue;
         Buffer own(buffer);
         steps.run(use.name, elements, [&] { use.call(own); });
     }
+}
+
+// Of what only reads the buffer or transforms it in place. Memory that runs out leaves it as it
+// was.
+template <std::size_t count>
+void runInverses(const Use (&uses)[count], const Buffer& buffer, double elements, Steps& steps) {
+    runAll(uses, buffer, elements, steps);
+    if (!steps.isShortOfMemory()) return;
+    for (const Use& use : uses) {
+        Buffer own(buffer), former(buffer);
+        if (!steps.failsWithoutMemory([&] { use.call(own); })) continue;
+        EXPECT_EQ(stored(own), stored(former)) << use.name << ", without memory";
+    }
+}
+
+template <class T>
+void runMagnitudes(const Buffer& buffer, double elements, Steps& steps) {
+    runInverses(kMagnitudes<T>, buffer, elements, steps);
+    runAll(kTwice<T>, buffer, elements, steps);
 }
 
 }  // namespace
@@ -284,10 +311,11 @@ void use(mvFrequencyBuffer& buffer, Steps& steps, long largestArea) {
     runAll(kAccess, buffer, 0, steps);
     runAll(kLife, buffer, elements, steps);
     runAll(kImages, buffer, elements, steps);
-    runAll(kTransforms, buffer, elements, steps);
-    runAll(kMagnitudes<Byte>, buffer, elements, steps);
-    runAll(kMagnitudes<Word>, buffer, elements, steps);
-    runAll(kMagnitudes<double>, buffer, elements, steps);
+    runAll(kOntoItself, buffer, elements, steps);
+    runInverses(kTransforms, buffer, elements, steps);
+    runMagnitudes<Byte>(buffer, elements, steps);
+    runMagnitudes<Word>(buffer, elements, steps);
+    runMagnitudes<double>(buffer, elements, steps);
     runAll(kArithmetic, buffer, elements, steps);
 }
 

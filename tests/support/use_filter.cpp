@@ -1,6 +1,5 @@
 // Every public operation upon a filter.
 #include <algorithm>
-#include <limits>
 
 #include "support/buffer_record.h"
 #include "support/filter_uses.h"
@@ -10,8 +9,6 @@ namespace archive {
 namespace {
 
 // --- How large new responses are
-
-constexpr double kRefused = std::numeric_limits<double>::infinity();
 
 // How large a new response is at most.
 struct Extent {
@@ -94,43 +91,38 @@ template <class F, std::size_t count>
 void runAll(const FilterUse<F> (&uses)[count], const F& filter, const mvFrequencyBuffer& buffer,
             double elements, Steps& steps) {
     for (const FilterUse<F>& use : uses) {
+        if (!steps.takesNext()) continue;
         F ownFilter(filter);
         mvFrequencyBuffer ownBuffer(buffer);
         steps.run(use.name, elements, [&] { use.call({ownFilter, ownBuffer}); });
     }
 }
 
-// How many gains the setters build at most; infinitely many when no response may have as many.
+// How many gains the setters build at most. Where no response may have as many they build none.
 template <class F>
 double gainsToBuild(F& filter) {
     double gains = 0;
     tolerate([&] {
         for (const mvPair<long> size : {filter.size(), mvPair<long>(16, 16)}) {
             const Extent extent = extentOf(filter, size);
-            gains = std::max(gains, extent.isRefused() ? kRefused : extent.gains());
+            if (!extent.isRefused()) gains = std::max(gains, extent.gains());
         }
     });
     return gains;
 }
 
-// Responses of no more gains than `most` are built; the largest are asked for.
+// Responses of no more gains than `most` are built; those that are refused are asked for.
 template <class F>
 void useParameters(F& filter, double gains, Steps& steps, double most) {
     runAll(kGetters<F>, filter, {}, 0, steps);
-    F own(filter);
-    steps.run("set", gains + 1e4, [&] { setAll(own); });
+    runAll(kBuilding<F>, filter, {}, gains + 1e4, steps);
     const double wanted = gainsToBuild(filter);
     if (wanted <= most) runAll(kSetters<F>, filter, {}, gains + wanted, steps);
-    if (wanted == kRefused) runAll(kSetters<F>, filter, {}, gains, steps);
 }
 
-void useImage(mvFrequencyFilterImage& filter, double elements, Steps& steps) {
-    steps.run("supportWidth", 0, [&] { filter.supportWidth(); });
-    steps.run("supportHeight", 0, [&] { filter.supportHeight(); });
-    mvFrequencyFilterImage own(filter);
-    steps.run("setImage", elements, [&] { own.setImage(mvFrequencyBuffer(4, 4)); });
-    own = filter;
-    steps.run("setImage with no data", elements, [&] { own.setImage(mvFrequencyBuffer()); });
+void useImage(const mvFrequencyFilterImage& filter, double elements, Steps& steps) {
+    runAll(kImageGetters, filter, {}, 0, steps);
+    runAll(kImageSetters, filter, {}, elements, steps);
 }
 
 // Whether the filter is an F, which is then used unless it is large.

@@ -185,6 +185,27 @@ void fit(std::string& bytes, const std::vector<Field>& fields, Random& random) {
     }
 }
 
+/// Gives a pair of integers that stand together, which are mostly sides, small powers of two, or an
+/// end of the range beside nothing: what is that wide and not high has no elements.
+void mutateSides(std::string& bytes, const std::vector<Field>& fields, Random& random) {
+    std::vector<std::size_t> pairs;
+    for (std::size_t i = 0; i + 1 < fields.size(); ++i) {
+        const bool isPair = fields[i].kind == FieldKind::integer &&
+                            fields[i + 1].kind == FieldKind::integer &&
+                            fields[i + 1].at == fields[i].at + 4;
+        if (isPair) pairs.push_back(fields[i].at);
+    }
+    if (pairs.empty()) return;
+    const std::size_t at = pairs[random.below(static_cast<unsigned>(pairs.size()))];
+    const bool isNothing = random.below(2) == 0;
+    const std::size_t nothing = at + 4 * random.below(2);
+    for (const std::size_t side : {at, at + 4}) {
+        const std::uint32_t wide =
+            isNothing ? oneOf<std::uint32_t>(kIntegers, random) : 1U << random.below(7);
+        put(bytes, side, isNothing && side == nothing ? 0U : wide);
+    }
+}
+
 /// One good record of every class.
 const std::vector<std::pair<std::string, std::string>>& goodRecords() {
     static const auto all = [] {
@@ -242,6 +263,7 @@ void mutateArchive(std::string& kind, std::string& bytes, Random& random) {
     const unsigned choice = random.below(16);
     if (choice == 0 || fields.empty()) return mutateStructure(kind, bytes, fields, random);
     if (choice <= 2) return fit(bytes, fields, random);
+    if (choice == 3) return mutateSides(bytes, fields, random);
     mutateField(bytes, fields, random.below(static_cast<unsigned>(fields.size())), random);
 }
 

@@ -8,13 +8,6 @@ extern "C" std::size_t LLVMFuzzerMutate(std::uint8_t* data, std::size_t size, st
 
 extern "C" std::size_t LLVMFuzzerCustomMutator(std::uint8_t* data, std::size_t size,
                                                std::size_t most, unsigned seed);
-extern "C" const char* __asan_default_options();
-
-// The allocation meter replaces the plain operators new and delete, the fuzzer uses others, too.
-// Long traces of all allocations would take a fifth of the time.
-extern "C" const char* __asan_default_options() {
-    return "alloc_dealloc_mismatch=0:malloc_context_size=3:quarantine_size_mb=64";
-}
 
 extern "C" std::size_t LLVMFuzzerCustomMutator(std::uint8_t* data, std::size_t size,
                                                std::size_t most, unsigned seed) {

@@ -1,7 +1,8 @@
-// The bytes of an input as values.
+// The bytes of an input as values, and values that follow from them.
 #pragma once
 
 #include <algorithm>
+#include <cstdint>
 #include <cstring>
 #include <string_view>
 
@@ -24,6 +25,25 @@ class Bytes {
 
   private:
     std::string_view all_;
+};
+
+/// Random values that begin at once: a generator of the standard library takes longer to make its
+/// state than most inputs take altogether.
+class Noise {
+  public:
+    explicit Noise(std::uint32_t seed) : state_(seed) {}
+
+    /// 0 .. count - 1.
+    std::uint32_t below(std::uint32_t count) {
+        state_ = state_ * 6364136223846793005U + 1442695040888963407U;
+        return static_cast<std::uint32_t>((state_ >> 32) * count >> 32);
+    }
+
+    /// -1 .. 1, of 2^24 + 1 equally spaced values.
+    float symmetric() { return static_cast<float>(below((1U << 24) + 1)) / 8388608.0F - 1.0F; }
+
+  private:
+    std::uint64_t state_;
 };
 
 }  // namespace fuzz

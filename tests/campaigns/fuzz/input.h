@@ -26,11 +26,22 @@ inline Input split(std::string_view all, char mark) {
     return {all.substr(0, at), all.substr(at + 1)};
 }
 
-/// True for one input in `count`, by its content: no input is larger than others for long.
-inline bool isOneIn(std::uint32_t count, std::string_view all) {
+/// Whether kept inputs are replayed as a test. There are few of them, and they take all ways.
+#if defined(MVFREQ_REPLAYS)
+inline constexpr bool kIsReplayed = true;
+#else
+inline constexpr bool kIsReplayed = false;
+#endif
+
+inline std::uint32_t hashOf(std::string_view all) {
     std::uint32_t hash = 2166136261U;
     for (const char c : all) hash = (hash ^ static_cast<unsigned char>(c)) * 16777619U;
-    return (hash >> 8) % count == 0;
+    return hash;
+}
+
+/// True for one input in `count`, by its content: no input is larger than others for long.
+inline bool isOneIn(std::uint32_t count, std::string_view all) {
+    return (hashOf(all) >> 8) % count == 0;
 }
 
 }  // namespace fuzz

@@ -25,7 +25,7 @@ for file in "${patches[@]}"; do
         echo "$name: NOT FOUND within a minute"
         missed=1
     else
-        echo "$name: found in $((SECONDS - begin)) s, $(grep -m1 -oE 'ERROR: .*|runtime error: .*|.* differs$' "$copy/log" | cut -c1-80)"
+        echo "$name: found in $((SECONDS - begin)) s, $(grep -m1 -oE 'Expected.*|ERROR: .*|runtime error: .*|.* differs$' "$copy/log" | cut -c1-80)"
     fi
     patch --quiet --strip=1 --reverse --directory="$copy" <"$file"
 done
