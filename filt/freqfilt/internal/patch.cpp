@@ -138,11 +138,13 @@ class LobeRows {
 
     bool isInSquare(long y) const { return std::min(y, at_.height - y) < dcRadius_; }
 
-    // Null outside of the patch.
+    // Null outside of the patch. Without a column of it on the plane its width, when it was loaded,
+    // may be any number, and no gain is read.
     const float* rowOfPatch(long y) const {
         const long row = (y + at_.height / 2) % at_.height;
         if (row < at_.rowMin || row >= at_.rowEnd(patch_)) return nullptr;
-        return patch_.data() + (row - at_.rowMin) * patch_.width();
+        const long width = begin_ < end_ ? patch_.width() : 0;
+        return patch_.data() + (row - at_.rowMin) * width;
     }
 
     const PatchPlacement& at_;
