@@ -66,8 +66,10 @@ compare() {
 }
 
 levels=(-O0 -O1 -O2 -O3)
+# What distributions harden their programs with.
+hardened="-O2 -D_FORTIFY_SOURCE=2 -fstack-protector-strong -fstack-clash-protection -fcf-protection=full"
 additions=("-O3 -march=x86-64-v2" "-O3 -march=x86-64-v3" "-O3 -march=x86-64-v4" "-O3 -march=native" "-O3 -funroll-loops"
-    "-O2 -D_GLIBCXX_ASSERTIONS" "-O3 -flto")
+    "-O2 -D_GLIBCXX_ASSERTIONS" "$hardened -ftrivial-auto-var-init=pattern" "-O3 -flto")
 processors=("-O3 -march=armv8.3-a" "-O3 -march=armv9-a")
 
 for compiler in g++ clang++; do
