@@ -25,8 +25,13 @@ def save(path: str | os.PathLike[str], obj: Storable) -> None:
     target = Path(os.path.realpath(path))
     if target.exists() and not target.is_file():
         target.write_bytes(data)  # a device or a pipe takes the bytes as they come
-    else:
+        return
+    try:
         _replace(target, data)
+    except OSError as error:
+        # Of the file beside it the caller knows nothing.
+        error.filename, error.filename2 = os.fspath(path), None
+        raise
 
 
 def _replace(target: Path, data: bytes) -> None:
@@ -39,7 +44,8 @@ def _replace(target: Path, data: bytes) -> None:
             shutil.copymode(target, beside)
         os.replace(beside, target)
     except BaseException:
-        beside.unlink(missing_ok=True)
+        with contextlib.suppress(OSError):
+            beside.unlink()
         raise
 
 

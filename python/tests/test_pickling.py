@@ -113,8 +113,9 @@ def archive(tmp_path):
 
 
 def test_a_full_disk_leaves_the_archive_that_was_there(archive):
-    with files_of_at_most(100), pytest.raises(OSError):
+    with files_of_at_most(100), pytest.raises(OSError) as caught:
         mvfreq.save(archive, FILTERS["band-pass"]())
+    assert caught.value.filename == str(archive)
     assert mvfreq.load(archive) == FILTERS["gabor"]()
     assert os.listdir(archive.parent) == [archive.name]
 
@@ -127,6 +128,18 @@ def test_an_interruption_leaves_the_archive_that_was_there(archive, monkeypatch)
     with pytest.raises(KeyboardInterrupt):
         mvfreq.save(archive, FILTERS["band-pass"]())
     assert mvfreq.load(archive) == FILTERS["gabor"]()
+    assert os.listdir(archive.parent) == [archive.name]
+
+
+@pytest.mark.parametrize(
+    "name, error",
+    [("missing/filter.mva", FileNotFoundError), ("filter.mva/filter.mva", NotADirectoryError)],
+)
+def test_an_error_names_the_file_that_was_to_be_written(archive, name, error):
+    path = archive.parent / name
+    with pytest.raises(error) as caught:
+        mvfreq.save(path, buffer())
+    assert (caught.value.filename, caught.value.filename2) == (str(path), None)
     assert os.listdir(archive.parent) == [archive.name]
 
 
