@@ -233,9 +233,11 @@ class Soak:
         """Another thread replaces the archive, and in the end takes it away, while it is loaded."""
 
         def replace():
-            for number in range(20):
-                self.is_saved(two[number % 2])
-            self.archive.unlink()
+            try:
+                for number in range(20):
+                    self.is_saved(two[number % 2])
+            finally:
+                self.archive.unlink()  # which ends the other thread's loop
 
         other = threading.Thread(target=replace)
         other.start()

@@ -16,9 +16,9 @@ def texture(width, height, seed):
     return np.clip(128 + waves + spot + noise, 0, 255)
 
 
-def _encoded(pels, kind, mode=None):
+def _encoded(pels, kind):
     file = io.BytesIO()
-    Image.fromarray(pels, mode).save(file, kind)
+    Image.fromarray(pels).save(file, kind)
     return file.getvalue()
 
 
@@ -29,14 +29,13 @@ def files():
         pels = texture(width, height, seed)
         grey = pels.astype(np.uint8)
         colour = np.stack([grey, grey[::-1], 255 - grey], axis=2)
-        side = f"{width}"
-        bytes_of[f"grey{side}.png"] = _encoded(grey, "PNG")
-        bytes_of[f"deep{side}.png"] = _encoded((pels * 257).astype(np.uint16), "PNG")
-        bytes_of[f"colour{side}.png"] = _encoded(colour, "PNG")
-        bytes_of[f"colour{side}.jpg"] = _encoded(colour, "JPEG")
-        bytes_of[f"grey{side}.tif"] = _encoded(grey, "TIFF")
-        bytes_of[f"grey{side}.bmp"] = _encoded(grey, "BMP")
-        bytes_of[f"grey{side}.pgm"] = _encoded(grey, "PPM")
+        bytes_of[f"grey{width}.png"] = _encoded(grey, "PNG")
+        bytes_of[f"deep{width}.png"] = _encoded((pels * 257).astype(np.uint16), "PNG")
+        bytes_of[f"colour{width}.png"] = _encoded(colour, "PNG")
+        bytes_of[f"colour{width}.jpg"] = _encoded(colour, "JPEG")
+        bytes_of[f"grey{width}.tif"] = _encoded(grey, "TIFF")
+        bytes_of[f"grey{width}.bmp"] = _encoded(grey, "BMP")
+        bytes_of[f"grey{width}.pgm"] = _encoded(grey, "PPM")
     return bytes_of
 
 

@@ -84,32 +84,48 @@ class Soak:
     def disturbed_run(self):
         draw = self.random
         command, name = draw.choice(COMMANDS), draw.choice(list(self.files))
-        expected, seconds = self.result(command, name)
         stop = draw.choice([None, None, *STOPS])
         change = draw.choice([None, None, None, *CHANGES])
         is_full = draw.random() < 0.25
+        expected = self.result(command, name)[0]
         other = draw.choice(list(self.files))
         folder = self.full if is_full else self.folder / "out"
-        source = self.folder / name
-        source.write_bytes(self.files[name])
         folder.mkdir()
-        target = folder / "out.png"
+        source, target = self.folder / name, folder / "out.png"
+        source.write_bytes(self.files[name])
         before = draw.choice([None, self.result(COMMANDS[0], "grey40.png")[0]])
         if before is not None:
             target.write_bytes(before)
         if is_full:
             self.small.leave(draw.randrange(len(expected) + 8192), self.filler)
 
+        code, said = self.disturbed(command, source, target, stop, change, other)
+
+        self.count(stop, change, "full disk" if is_full else None)
+        self.judge_code(code, said, stop, change, is_full)
+        results = [expected]
+        if change == "replaced":
+            results.append(self.result(command, other)[0])
+        self.judge_output(code, target, before, results, change)
+        self.judge_folder(folder, stop)
+        shutil.rmtree(folder)
+        source.unlink(missing_ok=True)
+        pathlib.Path(self.small.folder, self.filler).unlink(missing_ok=True)
+
+    def disturbed(self, command, source, target, stop, change, other):
+        """The exit code of a run, and what it said, while another thread stops it or changes its input."""
+        seconds = self.result(command, source.name)[1]
+        jobs = str(self.random.randint(1, 3))
         process = subprocess.Popen(
-            [self.program, *command, "--force", "--jobs", str(draw.randint(1, 3)), source, target],
+            [self.program, *command, "--force", "--jobs", jobs, source, target],
             stdout=subprocess.DEVNULL, stderr=subprocess.PIPE,
         )
         helpers = []
         if stop:
-            moment = draw.uniform(0, 1.2 * seconds)
+            moment = self.random.uniform(0, 1.2 * seconds)
             helpers.append(threading.Timer(moment, process.send_signal, [STOPS[stop]]))
         if change:
-            moment = draw.uniform(0, seconds)
+            moment = self.random.uniform(0, seconds)
             helpers.append(threading.Timer(moment, self.change, [change, source, other]))
         for helper in helpers:
             helper.start()
@@ -117,20 +133,12 @@ class Soak:
         for helper in helpers:
             helper.cancel()
             helper.join()
+        return process.returncode, said
 
+    def count(self, *disturbances):
         self.counts["runs"] += 1
-        for what in (stop, change, "full disk" if is_full else None):
-            if what:
-                self.counts[what] += 1
-        self.judge_code(process.returncode, said, stop, change, is_full)
-        results = [expected]
-        if change == "replaced":
-            results.append(self.result(command, other)[0])
-        self.judge_output(process.returncode, target, before, results, change)
-        self.judge_folder(folder, stop)
-        shutil.rmtree(folder)
-        source.unlink(missing_ok=True)
-        pathlib.Path(self.small.folder, self.filler).unlink(missing_ok=True)
+        for what in filter(None, disturbances):
+            self.counts[what] += 1
 
     def change(self, change, source, other):
         content = self.files[other]
