@@ -45,7 +45,12 @@ fi
 
 as_root=()
 if ((EUID != 0)); then as_root=(sudo); fi
-get() { "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive LC_ALL=C.UTF-8 apt-get -qq "$@" </dev/null; }
+# What apt-get says with descriptor 3 is the output. What the packages print as they are installed goes
+# nowhere, but can be printed: some fail if not. sudo keeps no descriptor but the usual ones open.
+get() {
+    "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive LC_ALL=C.UTF-8 \
+        sh -c 'exec apt-get -qq "$@" 3>&1 >/dev/null' sh "$@" </dev/null
+}
 
 # A line for each tenth that apt-get has fetched and installed; its own lines are left out.
 progress() {
@@ -59,7 +64,7 @@ progress() {
     done
 }
 install() {
-    get install --no-install-recommends -o Dpkg::Use-Pty=0 -o APT::Status-Fd=1 -y "${missing[@]}" | progress
+    get install --no-install-recommends -o Dpkg::Use-Pty=0 -o APT::Status-Fd=3 -y "${missing[@]}" | progress
 }
 
 echo "Installing ${missing[*]}"
