@@ -26,15 +26,16 @@ double valueOf(std::uint64_t number) {
 
 // How many numbers have which next digit behind the digits that are known.
 template <class Map>
-std::vector<long> countDigits(const mvPelBuffer<double>& values, Map map, std::uint64_t known,
-                              int shift) {
-    std::vector<long> counts(std::size_t{1} << kDigit);
+std::vector<std::int64_t> countDigits(const mvPelBuffer<double>& values, Map map,
+                                      std::uint64_t known, int shift) {
+    std::vector<std::int64_t> counts(std::size_t{1} << kDigit);
     for (long y = 0; y < values.height(); ++y) {
         checkInterrupted();
         const double* row = values.pointToRow(y);
         for (long x = 0; x < values.width(); ++x) {
             const std::uint64_t digits = ordered(map(row[x])) >> shift;
-            if (digits >> kDigit == known) ++counts[digits & (counts.size() - 1)];
+            const auto digit = static_cast<std::size_t>(digits) & (counts.size() - 1);
+            if (digits >> kDigit == known) ++counts[digit];
         }
     }
     return counts;
@@ -43,10 +44,10 @@ std::vector<long> countDigits(const mvPelBuffer<double>& values, Map map, std::u
 // Finds the number digit by digit, the highest one first.
 template <class Map>
 double middleOf(const mvPelBuffer<double>& values, Map map) {
-    long rank = values.width() * values.height() / 2;
+    std::int64_t rank = std::int64_t{values.width()} * values.height() / 2;
     std::uint64_t known = 0;
     for (int shift = kBits - kDigit; shift >= 0; shift -= kDigit) {
-        const std::vector<long> counts = countDigits(values, map, known, shift);
+        const std::vector<std::int64_t> counts = countDigits(values, map, known, shift);
         std::size_t digit = 0;
         while (rank >= counts[digit]) rank -= counts[digit++];
         known = known << kDigit | digit;

@@ -2,6 +2,7 @@
 #include <filt/fft/frequency_buffer.h>
 #include <filt/fft/internal/archive_routines.h>
 #include <filt/fft/internal/buffer_access.h>
+#include <filt/fft/internal/integers.h>
 
 #include <cstdint>
 
@@ -12,8 +13,7 @@ namespace {
 mvFloatArray loadPlane(mvi::LoadedFloats floats, std::int32_t width, std::int32_t height) {
     if (width < 0 || height < 0) throw mvArchive::BadValue("A size of the archive is negative.");
     constexpr std::size_t kSide = mvi::BufferAccess::kLargestSide;
-    const std::size_t needed =
-        2 * static_cast<std::size_t>(width) * static_cast<std::size_t>(height);
+    const std::size_t needed = mvi::heldSize(2 * std::int64_t{width} * height);
     const bool ordinary =
         width <= mvi::BufferAccess::kLargestSide && height <= mvi::BufferAccess::kLargestSide;
     mvi::padFloats(floats, needed, mvi::BufferAccess::kSlackFloats,

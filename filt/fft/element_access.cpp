@@ -1,12 +1,14 @@
 // Reading and writing single frequencies.
 #include <filt/fft/frequency_buffer.h>
 
+#include <cstdint>
+
 namespace {
 
 // The storage index of a coordinate on an axis of `size` elements.
-long storageIndex(long coordinate, long size, bool centred) {
-    const long low = centred ? -(size / 2) : 0;
-    const long end = centred ? (size + 1) / 2 : size;
+std::int64_t storageIndex(std::int64_t coordinate, std::int64_t size, bool centred) {
+    const std::int64_t low = centred ? -(size / 2) : 0;
+    const std::int64_t end = centred ? (size + 1) / 2 : size;
     if (coordinate < low || coordinate >= end) {
         throw mvFrequencyDefs::BadCoord("Coordinates are out of bounds");
     }
@@ -18,8 +20,8 @@ long storageIndex(long coordinate, long size, bool centred) {
 // The pair of floats at (x, y), after the checks that every access makes.
 float* mvFrequencyBuffer::element(long x, long y, bool centred) const {
     requireFrequencies();
-    const long column = storageIndex(x, width_, centred);
-    const long row = storageIndex(y, height_, centred);
+    const std::int64_t column = storageIndex(x, width_, centred);
+    const std::int64_t row = storageIndex(y, height_, centred);
     return data_ + 2 * (row * width_ + column);
 }
 

@@ -6,6 +6,7 @@
 #include <filt/fft/internal/same_values.h>
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <utility>
 
@@ -35,8 +36,8 @@ void requirePair(const mv_PelBuffer& real, const mv_PelBuffer& imaginary) {
 }
 
 // The lowest `width` columns of the `rows` rows from `row` on: both ends of each source row.
-float* copyLowFrequencies(const float* src, long srcWidth, long row, long rows, long width,
-                          float* dst) {
+float* copyLowFrequencies(const float* src, std::ptrdiff_t srcWidth, long row, long rows,
+                          long width, float* dst) {
     for (long y = row; y < row + rows; ++y) {
         const float* const line = src + 2 * srcWidth * y;
         dst = std::copy_n(line, width, dst);

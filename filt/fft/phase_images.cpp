@@ -7,6 +7,7 @@
 #include <filt/fft/transforms.h>
 
 #include <cmath>
+#include <cstddef>
 
 namespace {
 
@@ -17,8 +18,8 @@ template <class T, class Write>
 void makePhaseImage(const mvFrequencyBuffer& buf, mvi::OutputImage<T>& output, Write write) {
     output.bind();
     for (long y = 0; y < Access::imageHeight(buf); ++y) {
-        write(Access::data(buf) + 2 * Access::width(buf) * y, Access::imageWidth(buf),
-              output.row(y));
+        write(Access::data(buf) + 2 * std::ptrdiff_t{Access::width(buf)} * y,
+              Access::imageWidth(buf), output.row(y));
     }
     output.wrap();
     output.deliver();

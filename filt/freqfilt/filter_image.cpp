@@ -41,7 +41,7 @@ class PictureWork : public mvi::TileWork {
           first_(first),
           step_(step) {}
 
-    void run(mvi::TileQueue& queue, long number) override {
+    void run(mvi::TileQueue& queue, std::int64_t number) override {
         if (number == queue.end()) return;
         if (half_) {
             runTiles(mvi::PlanelessTile<T>(*half_), queue, number);
@@ -60,7 +60,7 @@ class PictureWork : public mvi::TileWork {
     }
 
     template <class Way>
-    void runTiles(Way way, mvi::TileQueue& queue, long number) {
+    void runTiles(Way way, mvi::TileQueue& queue, std::int64_t number) {
         mvi::TileImage<T> image(image_, plan_);
         for (; number != queue.end(); number = queue.next()) {
             const mvPair<long> tile = plan_.tile(number);
@@ -115,12 +115,12 @@ void filterRescaled(const mvPelBuffer_const<T>& image, FilterList filters,
 
     const mvi::KernelPath& path = mvi::bestKernelPath();
     mvi::SquareRange range;
-    path.rangeOfSquares(squares.get(), static_cast<long>(count), range);
+    path.rangeOfSquares(squares.get(), static_cast<std::int64_t>(count), range);
     const float scale = mvi::inverseScale(plan.plane());
     const mvi::PelMap map(range, scale, static_cast<float>(std::numeric_limits<U>::max()));
     for (long y = 0; y < height; ++y) {
-        path.pels<U>().fromSquaresMapped(squares.get() + width * y, width, scale, map.low,
-                                         map.factor, out.pointToRow(y));
+        path.pels<U>().fromSquaresMapped(squares.get() + std::ptrdiff_t{width} * y, width, scale,
+                                         map.low, map.factor, out.pointToRow(y));
     }
 }
 

@@ -1,4 +1,5 @@
 // The Gabor filter.
+#include <filt/fft/internal/integers.h>
 #include <filt/freqfilt/gabor.h>
 #include <filt/freqfilt/internal/dc_square.h>
 #include <filt/freqfilt/internal/filter_checks.h>
@@ -32,7 +33,7 @@ void mvFrequencyFilterGabor::apply(const mvFrequencyBuffer& src, mvFrequencyBuff
 
 void mvFrequencyFilterGabor::keepLobe(const mvFrequencyBuffer& src, mvFrequencyBuffer& dst) const {
     const mvi::PatchPlacement at(parameters_, response_);
-    maskFrequencyBuffer(dst, true, at.rowMin, at.rowMax);
+    maskFrequencyBuffer(dst, true, mvi::hold32(at.rowMin), mvi::hold32(at.rowMax));
     mvi::applyPatch(at, response_, getFrequencyBufferData(src), getFrequencyBufferData(dst),
                     mvi::ClearOutside());
     mvi::clearDcSquare(dst, parameters_.dcRadius);

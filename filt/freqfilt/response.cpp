@@ -1,6 +1,7 @@
 // The stored response of a filter.
 #include <filt/fft/errors.h>
 #include <filt/fft/internal/archive_routines.h>
+#include <filt/fft/internal/integers.h>
 #include <filt/freqfilt/response.h>
 
 #include <algorithm>
@@ -33,13 +34,12 @@ void mvFilterResponse::requireSet() const {
 }
 
 std::size_t mvFilterResponse::size() const noexcept {
-    const std::int64_t size = static_cast<std::int64_t>(width_) * height_;
-    return size > 0 ? static_cast<std::size_t>(size) : 0;
+    return mvi::heldSize(std::int64_t{width_} * height_);
 }
 
 void mvFilterResponse::allocate(std::int32_t width, std::int32_t height) {
-    const std::int64_t gains = static_cast<std::int64_t>(width) * height;
-    const auto needed = static_cast<std::size_t>(std::max<std::int64_t>(gains, 0)) + kSlackFloats;
+    const std::int64_t gains = std::max<std::int64_t>(std::int64_t{width} * height, 0);
+    const std::size_t needed = mvi::heldSize(gains + std::int64_t{kSlackFloats});
     if (storage_.size() != needed) {
         mvFloatArray fresh(needed);
         storage_.swap(fresh);

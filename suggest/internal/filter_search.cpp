@@ -44,7 +44,7 @@ mvi::TileAxis programAxis(long n, long reach, long side) {
 
 // How many times smaller a filtered plane may be, of pictures with so many pels. Where few are left
 // of these, the thousandth that counts is missed between them.
-long scaleFor(const mvFilterStep& step, mvPair<long> plane, long pels) {
+long scaleFor(const mvFilterStep& step, mvPair<long> plane, std::int64_t pels) {
     long scale = 1;
     while (2 * static_cast<double>(scale) * mvi::upperEdge(step) <= kHighestKept &&
            std::min(plane.x, plane.y) / (2 * scale) >= kLeastSide &&
@@ -67,7 +67,7 @@ mvi::FilterSearch::FilterSearch(std::vector<DoubleView> pictures, mvPair<long> p
       wanted_(std::move(wanted)),
       reachBefore_(mfFiltersReach(wanted_.before)),
       advance_(std::move(advance)) {
-    for (const DoubleView& each : pictures_) pels_ += each.width() * each.height();
+    for (const DoubleView& each : pictures_) pels_ += std::int64_t{each.width()} * each.height();
     for (const mvFilterStep& step : coarseFilters(wanted_)) {
         const mvPair<long> plane = planeFor(step);
         for (const long radius : dcRadii(step, std::min(plane.x, plane.y))) {

@@ -1,6 +1,7 @@
 // The search for the filter that a defect stands out most behind.
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <map>
 #include <tuple>
@@ -58,7 +59,7 @@ class FilterSearch {
     bool improve(Scored& best, const Bump& bump, double ratio, std::vector<Scored>& seen);
 
     std::vector<DoubleView> pictures_;
-    long pels_ = 0;
+    std::int64_t pels_ = 0;
     mvPair<long> picture_;
     SearchedFor wanted_;
     mvPair<long> reachBefore_;

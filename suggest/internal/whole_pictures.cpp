@@ -22,7 +22,8 @@ long inOnePlane(long n, long reach, long side) {
 mvi::WholePictures::WholePictures(std::vector<DoubleView> pictures, mvPair<long> first)
     : pictures_(std::move(pictures)), first_(first) {
     for (const DoubleView& picture : pictures_) {
-        pels_ += static_cast<std::size_t>(picture.width() * picture.height());
+        pels_ +=
+            static_cast<std::size_t>(picture.width()) * static_cast<std::size_t>(picture.height());
     }
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <iterator>
 
 namespace support {
@@ -9,11 +10,11 @@ namespace support {
 /// The same for the same seed on every machine: the standard's distributions are not.
 class Draw {
   public:
-    explicit Draw(unsigned long seed) : state_(seed * 2 + 1) {
+    explicit Draw(std::uint64_t seed) : state_(seed * 2 + 1) {
         for (int i = 0; i < 4; ++i) next();
     }
     /// From 0 to count - 1.
-    long below(long count) { return static_cast<long>(next() % static_cast<unsigned long>(count)); }
+    long below(long count) { return static_cast<long>(next() % static_cast<std::uint64_t>(count)); }
     bool oneIn(long count) { return below(count) == 0; }
     template <class List>
     auto of(const List& list) {
@@ -21,14 +22,14 @@ class Draw {
     }
 
   private:
-    unsigned long next() {
-        state_ = state_ * 6364136223846793005UL + 1442695040888963407UL;
-        unsigned long mixed = state_ ^ (state_ >> 29);
-        mixed *= 0xBF58476D1CE4E5B9UL;
+    std::uint64_t next() {
+        state_ = state_ * std::uint64_t{6364136223846793005} + std::uint64_t{1442695040888963407};
+        std::uint64_t mixed = state_ ^ (state_ >> 29);
+        mixed *= std::uint64_t{0xBF58476D1CE4E5B9};
         return (mixed ^ (mixed >> 32)) >> 8;
     }
 
-    unsigned long state_;
+    std::uint64_t state_;
 };
 
 }  // namespace support

@@ -3,6 +3,8 @@
 
 #include <filt/freqfilt.h>
 
+#include <cstdint>
+
 #include "support/steps.h"
 
 namespace archive {
@@ -29,6 +31,6 @@ void use(T& value, long largestArea = kLargestArea) {
 }
 
 /// Elements of the plane; none without data.
-long areaOf(const mvFrequencyBuffer& buffer);
+std::int64_t areaOf(const mvFrequencyBuffer& buffer);
 
 }  // namespace archive

@@ -298,14 +298,14 @@ void runMagnitudes(const Buffer& buffer, double elements, Steps& steps) {
 
 }  // namespace
 
-long areaOf(const mvFrequencyBuffer& buffer) {
-    long area = 0;
-    tolerate([&] { area = buffer.width() * buffer.height(); });
+std::int64_t areaOf(const mvFrequencyBuffer& buffer) {
+    std::int64_t area = 0;
+    tolerate([&] { area = std::int64_t{buffer.width()} * buffer.height(); });
     return area;
 }
 
 void use(mvFrequencyBuffer& buffer, Steps& steps, long largestArea) {
-    const long area = areaOf(buffer);
+    const std::int64_t area = areaOf(buffer);
     if (area > largestArea) return runAll(kAccess, buffer, 0, steps);
     const auto elements = static_cast<double>(area);
     runAll(kAccess, buffer, 0, steps);

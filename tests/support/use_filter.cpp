@@ -1,5 +1,6 @@
 // Every public operation upon a filter.
 #include <algorithm>
+#include <cstdint>
 
 #include "support/buffer_record.h"
 #include "support/filter_uses.h"
@@ -40,14 +41,14 @@ struct Response : mvResponseFilter<Parameters> {
 
 // Gains of the filter; none without response.
 template <class Parameters>
-long gainsOf(const mvResponseFilter<Parameters>& filter) {
+std::int64_t gainsOf(const mvResponseFilter<Parameters>& filter) {
     const mvFilterResponse& response = filter.*Response<Parameters>::member;
-    return response.isSet() ? static_cast<long>(response.size()) : 0;
+    return response.isSet() ? static_cast<std::int64_t>(response.size()) : 0;
 }
 
-long gainsOf(const mvFrequencyFilterImage& filter) {
-    long area = 0;
-    tolerate([&] { area = filter.supportWidth() * filter.supportHeight(); });
+std::int64_t gainsOf(const mvFrequencyFilterImage& filter) {
+    std::int64_t area = 0;
+    tolerate([&] { area = std::int64_t{filter.supportWidth()} * filter.supportHeight(); });
     return area;
 }
 
@@ -67,10 +68,11 @@ mvPair<long> sizeOf(F& filter) {
 // A buffer of the given padded size, as an archive can make it; without data when it is too large.
 // Planes up to the largest size may come with some of their floats.
 mvFrequencyBuffer bufferOfSize(mvPair<long> size, long largestArea) {
-    constexpr long kMostFloats = 1 << 18, kSome = 1 << 12;
+    constexpr std::int64_t kMostFloats = 1 << 18, kSome = 1 << 12;
     const bool isOrdinary = size.x <= 2048 && size.y <= 2048;
-    if (size.x < 0 || size.y < 0 || size.x * size.y > largestArea) return {};
-    const long floats = isOrdinary ? std::min(2 * size.x * size.y, kSome) : 2 * size.x * size.y;
+    const std::int64_t area = std::int64_t{size.x} * size.y;
+    if (size.x < 0 || size.y < 0 || area > largestArea) return {};
+    const std::int64_t floats = isOrdinary ? std::min(2 * area, kSome) : 2 * area;
     if (floats > kMostFloats) return {};
     support::BufferRecord record;
     record.width = record.imageWidth = static_cast<std::int32_t>(size.x);

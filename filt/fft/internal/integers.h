@@ -1,7 +1,9 @@
 // The one way in which floating values and wide integers become narrow integers.
 #pragma once
 
+#include <algorithm>
 #include <cmath>
+#include <cstddef>
 #include <cstdint>
 #include <limits>
 
@@ -27,17 +29,24 @@ inline unsigned char lowByte(double value) {
 }
 
 /// The nearest value of 32 bits.
-constexpr std::int32_t hold32(long value) {
-    constexpr long kLow = std::numeric_limits<std::int32_t>::min();
-    constexpr long kHigh = std::numeric_limits<std::int32_t>::max();
+constexpr std::int32_t hold32(std::int64_t value) {
+    constexpr std::int64_t kLow = std::numeric_limits<std::int32_t>::min();
+    constexpr std::int64_t kHigh = std::numeric_limits<std::int32_t>::max();
     return static_cast<std::int32_t>(value < kLow ? kLow : value > kHigh ? kHigh : value);
 }
 
+/// The number, or the largest size of a block where that has fewer bits; none for what is negative.
+constexpr std::size_t heldSize(std::int64_t number) {
+    constexpr std::uint64_t kMost = std::numeric_limits<std::size_t>::max();
+    return static_cast<std::size_t>(
+        std::min(static_cast<std::uint64_t>(std::max<std::int64_t>(number, 0)), kMost));
+}
+
 /// The smallest power of two not below `value`; 1 for all values up to 1.
-constexpr long powerOfTwoAbove(long value) {
-    unsigned long power = 1;
-    while (value > 1 && power < static_cast<unsigned long>(value)) power *= 2;
-    return static_cast<long>(power);
+constexpr std::int64_t powerOfTwoAbove(std::int64_t value) {
+    std::uint64_t power = 1;
+    while (value > 1 && power < static_cast<std::uint64_t>(value)) power *= 2;
+    return static_cast<std::int64_t>(power);
 }
 
 /// True for 1, 2, 4, ...

@@ -26,17 +26,17 @@ std::vector<double> fadingWeights(const AxisPlan& axis, long count) {
 }
 
 // Where a position lies in a row and its mirror image, one behind the other.
-long inPeriod(long position, long size) {
-    const long rest = position % (2 * size);
+std::int64_t inPeriod(std::int64_t position, std::int64_t size) {
+    const std::int64_t rest = position % (2 * size);
     return rest < 0 ? rest + 2 * size : rest;
 }
 
 // The pels at `first` and the following positions of a row that goes on as its own mirror image.
 template <class T>
-void copyMirrored(const T* row, long size, long first, long count, T* to) {
-    long at = inPeriod(first, size);
+void copyMirrored(const T* row, std::int64_t size, std::int64_t first, std::int64_t count, T* to) {
+    std::int64_t at = inPeriod(first, size);
     while (count > 0) {
-        const long run = std::min(count, (at < size ? size : 2 * size) - at);
+        const std::int64_t run = std::min(count, (at < size ? size : 2 * size) - at);
         if (at < size) {
             std::copy_n(row + at, run, to);
         } else {
@@ -50,9 +50,9 @@ void copyMirrored(const T* row, long size, long first, long count, T* to) {
 
 }  // namespace
 
-long mirrored(long position, long size) {
-    const long at = inPeriod(position, size);
-    return at < size ? at : 2 * size - 1 - at;
+long mirrored(std::int64_t position, long size) {
+    const std::int64_t at = inPeriod(position, size);
+    return static_cast<long>(at < size ? at : 2 * std::int64_t{size} - 1 - at);
 }
 
 template <class T>
@@ -79,7 +79,7 @@ long TileImage<T>::rows() const {
 }
 
 template <class T>
-const T* TileImage<T>::imageRow(long y) const {
+const T* TileImage<T>::imageRow(std::int64_t y) const {
     return image_.pointToRow(mirrored(y, plan_.y.image));
 }
 
@@ -87,7 +87,7 @@ template <class T>
 const T* TileImage<T>::row(long y, T* to) {
     if (plan_.border == mvBorder::zero) return zeroPaddedRow(first_.y + y, to);
     if (y < plan_.y.image || !fades(plan_.y, plan_.border)) {
-        return fadingRow(imageRow(first_.y + y), to);
+        return fadingRow(imageRow(std::int64_t{first_.y} + y), to);
     }
     return fadingRows(imageRow(y), imageRow(y - plan_.y.plane), fadingWeight(plan_.y, y), to);
 }
@@ -124,7 +124,7 @@ typename TileImage<T>::Spread TileImage<T>::spread(const T* pels, long slot) {
 template <class T>
 const T* TileImage<T>::unfadedRow(const T* pels, T* to) const {
     const long size = plan_.x.image;
-    if (first_.x >= 0 && first_.x + pels_ <= size) return pels + first_.x;
+    if (first_.x >= 0 && first_.x <= size - pels_) return pels + first_.x;
     copyMirrored(pels, size, first_.x, pels_, to);
     return to;
 }

@@ -5,6 +5,7 @@
 #include <internal/product.h>
 
 #include <cstddef>
+#include <cstdint>
 #include <type_traits>
 #include <vector>
 
@@ -12,7 +13,7 @@ namespace mvi {
 
 /// The pel of an axis of `size` pels that a position stands for, where the axis goes on beyond its
 /// ends as its own mirror image, each edge pel twice.
-long mirrored(long position, long size);
+long mirrored(std::int64_t position, long size);
 
 /// std::lerp for 0 <= t < 1, step by step, so that all libraries give the same bits.
 inline double blended(double a, double b, double t) {
@@ -69,7 +70,7 @@ class TileImage {
     const T* unfadedRow(const T* pels, T* to) const;
     const T* fadingRow(const T* pels, T* to);
     const T* fadingRows(const T* above, const T* below, double weight, T* to);
-    const T* imageRow(long y) const;
+    const T* imageRow(std::int64_t y) const;
 
     const mvPelBuffer_const<T>& image_;
     const TilePlan& plan_;

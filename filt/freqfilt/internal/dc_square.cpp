@@ -11,9 +11,11 @@ namespace mvi {
 namespace {
 
 template <class Visit>
-void visitSquare(long radius, Visit visit) {
-    for (long v = 1 - radius; v < radius; ++v) {
-        for (long u = 1 - radius; u < radius; ++u) visit(u, v);
+void visitSquare(std::int64_t radius, Visit visit) {
+    for (std::int64_t v = 1 - radius; v < radius; ++v) {
+        for (std::int64_t u = 1 - radius; u < radius; ++u) {
+            visit(static_cast<long>(u), static_cast<long>(v));
+        }
     }
 }
 
@@ -28,26 +30,26 @@ constexpr std::uint64_t kLongestList =
 
 }  // namespace
 
-void clearDcSquare(mvFrequencyBuffer& buf, long radius) {
+void clearDcSquare(mvFrequencyBuffer& buf, std::int64_t radius) {
     visitSquare(radius, [&](long u, long v) {
         buf.putReal(u, v, 0.0, true);
         buf.putImaginary(u, v, 0.0, true);
     });
 }
 
-void requireList(long radius) {
+void requireList(std::int64_t radius) {
     if (radius > 0 && squared(radius) > kLongestList) {
         throw std::length_error("vector<T> too long");
     }
 }
 
-DcSquare::DcSquare(const mvFrequencyBuffer& buf, long radius) : radius_(radius) {
+DcSquare::DcSquare(const mvFrequencyBuffer& buf, std::int64_t radius) : radius_(radius) {
     if (radius <= 0) return;
     // A square that lies in the plane holds no more values than the plane; one that does not is
     // refused at its first value outside.
-    values_.reserve(
-        static_cast<std::size_t>(std::min(squared(2 * std::int64_t{radius} - 1),
-                                          static_cast<std::uint64_t>(buf.width() * buf.height()))));
+    values_.reserve(static_cast<std::size_t>(
+        std::min(squared(2 * radius - 1),
+                 static_cast<std::uint64_t>(std::int64_t{buf.width()} * buf.height()))));
 }
 
 void DcSquare::save(const mvFrequencyBuffer& buf) {

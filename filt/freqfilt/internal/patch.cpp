@@ -59,11 +59,11 @@ void fillLobePatch(const mvLobeParameters& lobe, bool complement, mvFilterRespon
     const double ky = 1.0 / (-2.0 * bins.sigma.y * bins.sigma.y);
     const mvXform<2> turn(mvMatrix<2>(1.0, 1.0, mvRadian(0.0), -lobe.angle), mvVector<2>(0.0, 0.0));
 
-    const long halfWidth = patch.width() >> 1, halfHeight = patch.height() >> 1;
+    const std::int64_t halfWidth = patch.width() >> 1, halfHeight = patch.height() >> 1;
     float* gain = patch.data();
-    for (long j = -halfHeight; j <= halfHeight; ++j) {
+    for (std::int64_t j = -halfHeight; j <= halfHeight; ++j) {
         const double y = (static_cast<double>(j) - fy) / bins.aspect;
-        for (long i = -halfWidth; i <= halfWidth; ++i) {
+        for (std::int64_t i = -halfWidth; i <= halfWidth; ++i) {
             const mvVector<2> inLobe = turn * mvVector<2>(static_cast<double>(i) - fx, y);
             const double du = std::max(std::abs(inLobe.x()) - bins.plateau.x, 0.0);
             const double dv = std::max(std::abs(inLobe.y()) - bins.plateau.y, 0.0);
@@ -79,9 +79,9 @@ PatchPlacement::PatchPlacement(const mvLobeParameters& lobe, const mvFilterRespo
     const double sine = std::sin(lobe.angle.toDouble());
     const auto w = static_cast<double>(width), h = static_cast<double>(height);
     const double distance = w * lobe.frequency;
-    const long column = truncate<std::int32_t>(cosine * distance) + width / 2;
-    const long row = truncate<std::int32_t>(sine * distance * (h * (1.0 / w))) + height / 2;
-    const long halfWidth = patch.width() >> 1, halfHeight = patch.height() >> 1;
+    const std::int64_t column = truncate<std::int32_t>(cosine * distance) + width / 2;
+    const std::int64_t row = truncate<std::int32_t>(sine * distance * (h * (1.0 / w))) + height / 2;
+    const std::int64_t halfWidth = patch.width() >> 1, halfHeight = patch.height() >> 1;
     colMin = column - halfWidth;
     colMax = column + halfWidth;
     rowMin = row - halfHeight;
@@ -93,76 +93,80 @@ namespace {
 // The gains of a lobe in rows of a plane, where DC is column 0.
 class LobeRows {
   public:
-    LobeRows(const PatchPlacement& at, const mvFilterResponse& patch, float outside, long dcRadius)
+    LobeRows(const PatchPlacement& at, const mvFilterResponse& patch, float outside,
+             std::int64_t dcRadius)
         : at_(at),
           patch_(patch),
           outside_(outside),
           dcRadius_(dcRadius),
-          begin_(std::max(at.colMin, 0L)),
+          begin_(std::max<std::int64_t>(at.colMin, 0)),
           end_(std::max(at.colEnd(patch), begin_)) {}
 
     // The first of the columns 0 to W/2 that has a gain, directly or opposite of it, and the end.
     mvPair<long> columns() const {
-        const long middle = at_.width / 2, first = begin_ - middle, last = end_ - 1 - middle;
+        const std::int64_t middle = at_.width / 2;
+        const std::int64_t first = begin_ - middle, last = end_ - 1 - middle;
         if (begin_ == end_) return {0, 0};
-        const long least = first > 0 ? first : last < 0 ? -last : 0;
-        return {least, std::max(std::abs(first), std::abs(last)) + 1};
+        const std::int64_t least = first > 0 ? first : last < 0 ? -last : 0;
+        const std::int64_t most = std::max(std::abs(first), std::abs(last));
+        return {static_cast<long>(least), static_cast<long>(most + 1)};
     }
 
-    bool reaches(long y) const { return rowOfPatch(y) != nullptr; }
+    bool reaches(std::int64_t y) const { return rowOfPatch(y) != nullptr; }
 
     // Whether all gains of row y are those outside.
-    bool isPlain(long y) const { return !reaches(y) && !isInSquare(y); }
+    bool isPlain(std::int64_t y) const { return !reaches(y) && !isInSquare(y); }
 
-    void fill(long y, std::vector<float>& gains) const {
+    void fill(std::int64_t y, std::vector<float>& gains) const {
         std::fill(gains.begin(), gains.end(), outside_);
         if (const float* const patch = rowOfPatch(y)) {
             // What stands left of the middle comes behind the rest of the row.
-            const long half = at_.width / 2;
+            const std::int64_t half = at_.width / 2;
             copyRun(patch, begin_, std::min(end_, half), gains, half);
             copyRun(patch, std::max(begin_, half), end_, gains, -half);
         }
         // The square around DC is cleared by a filter that keeps the lobe, and kept by the other.
         if (!isInSquare(y)) return;
         std::fill_n(gains.begin(), dcRadius_, outside_);
-        std::fill_n(gains.rbegin(), std::max(dcRadius_ - 1, 0L), outside_);
+        std::fill_n(gains.rbegin(), std::max<std::int64_t>(dcRadius_ - 1, 0), outside_);
     }
 
   private:
     // The columns begin .. end - 1 of a row of the patch, moved by `shift`.
-    void copyRun(const float* patch, long begin, long end, std::vector<float>& gains,
-                 long shift) const {
+    void copyRun(const float* patch, std::int64_t begin, std::int64_t end,
+                 std::vector<float>& gains, std::int64_t shift) const {
         if (begin >= end) return;
         std::copy_n(patch + (begin - at_.colMin), end - begin, gains.data() + (begin + shift));
     }
 
-    bool isInSquare(long y) const { return std::min(y, at_.height - y) < dcRadius_; }
+    bool isInSquare(std::int64_t y) const { return std::min(y, at_.height - y) < dcRadius_; }
 
     // Null outside of the patch. Without a column of it on the plane its width, when it was loaded,
     // may be any number, and no gain is read.
-    const float* rowOfPatch(long y) const {
-        const long row = (y + at_.height / 2) % at_.height;
+    const float* rowOfPatch(std::int64_t y) const {
+        const std::int64_t row = (y + at_.height / 2) % at_.height;
         if (row < at_.rowMin || row >= at_.rowEnd(patch_)) return nullptr;
-        const long width = begin_ < end_ ? patch_.width() : 0;
+        const std::int64_t width = begin_ < end_ ? patch_.width() : 0;
         return patch_.data() + (row - at_.rowMin) * width;
     }
 
     const PatchPlacement& at_;
     const mvFilterResponse& patch_;
     float outside_;
-    long dcRadius_, begin_, end_;
+    std::int64_t dcRadius_, begin_, end_;
 };
 
 }  // namespace
 
 SpectrumRowGains spectrumGains(const PatchPlacement& at, const mvFilterResponse& patch,
-                               bool keepsOutside, long dcRadius) {
+                               bool keepsOutside, std::int64_t dcRadius) {
     const LobeRows lobe(at, patch, keepsOutside ? 1.0f : kClearedGain, dcRadius);
-    const mvPair<long> columns = keepsOutside ? mvPair<long>(0, at.width / 2 + 1) : lobe.columns();
-    SpectrumRowGains result({at.width, at.height}, columns.x, columns.y);
-    std::vector<float> gains(static_cast<std::size_t>(at.width));
+    const mvPair<long> size(static_cast<long>(at.width), static_cast<long>(at.height));
+    const mvPair<long> columns = keepsOutside ? mvPair<long>(0, size.x / 2 + 1) : lobe.columns();
+    SpectrumRowGains result(size, columns.x, columns.y);
+    std::vector<float> gains(static_cast<std::size_t>(size.x));
     bool isPlain = false;
-    for (long y = 0; y < at.height && columns.x < columns.y; ++y) {
+    for (long y = 0; y < size.y && columns.x < columns.y; ++y) {
         if (!keepsOutside && !lobe.reaches(y)) continue;
         const bool wasPlain = std::exchange(isPlain, lobe.isPlain(y));
         if (wasPlain && isPlain) {

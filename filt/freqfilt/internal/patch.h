@@ -23,25 +23,25 @@ struct PatchPlacement {
     PatchPlacement(const mvLobeParameters& lobe, const mvFilterResponse& patch);
 
     /// The columns and rows of the plane that have a gain end here.
-    long colEnd(const mvFilterResponse& patch) const {
+    std::int64_t colEnd(const mvFilterResponse& patch) const {
         return std::min({colMax, colMin + patch.width(), width});
     }
-    long rowEnd(const mvFilterResponse& patch) const {
+    std::int64_t rowEnd(const mvFilterResponse& patch) const {
         return std::min({rowMax + 1, rowMin + patch.height(), height});
     }
 
     /// True when the plane has no element, however long its other side is; archives make such.
     bool isEmpty() const { return width == 0 || height == 0; }
 
-    long width, height;   // of the plane
-    long colMin, colMax;  // colMax itself is not used
-    long rowMin, rowMax;  // inclusive
+    std::int64_t width, height;   // of the plane
+    std::int64_t colMin, colMax;  // colMax itself is not used
+    std::int64_t rowMin, rowMax;  // inclusive
 };
 
 /// The patch's gains row by row, cleared or 1 outside, and cleared or 1 on the square of
 /// 2 `dcRadius` - 1 frequencies a side around DC.
 SpectrumRowGains spectrumGains(const PatchPlacement& at, const mvFilterResponse& patch,
-                               bool keepsOutside, long dcRadius);
+                               bool keepsOutside, std::int64_t dcRadius);
 
 /// Writes src times the patch's gains to dst, which may be src; outside the patch goes through
 /// `outside`. Gains outside the plane are dropped, elements without a gain are outside.
@@ -49,14 +49,15 @@ template <class Outside>
 void applyPatch(const PatchPlacement& at, const mvFilterResponse& patch, const float* src,
                 float* dst, Outside outside) {
     if (at.isEmpty()) return;
-    const long colEnd = at.colEnd(patch), rowEnd = at.rowEnd(patch);
-    const long colBegin = std::max(at.colMin, 0L);
-    const long middle = at.width / 2;
+    const std::int64_t colEnd = at.colEnd(patch), rowEnd = at.rowEnd(patch);
+    const std::int64_t colBegin = std::max<std::int64_t>(at.colMin, 0);
+    const std::int64_t middle = at.width / 2;
 
     // Shifted columns low .. high - 1 of one row, which stand side by side in storage as well.
-    const auto applyRun = [&](long low, long high, long firstGain, const float* from, float* to) {
-        const long begin = std::clamp(colBegin, low, high);
-        const long end = std::clamp(colEnd, begin, high);
+    const auto applyRun = [&](std::int64_t low, std::int64_t high, std::int64_t firstGain,
+                              const float* from, float* to) {
+        const std::int64_t begin = std::clamp(colBegin, low, high);
+        const std::int64_t end = std::clamp(colEnd, begin, high);
         outside(from, to, begin - low);
         if (begin < end) {
             multiplyRun(from + 2 * (begin - low), to + 2 * (begin - low),
@@ -65,14 +66,14 @@ void applyPatch(const PatchPlacement& at, const mvFilterResponse& patch, const f
         outside(from + 2 * (end - low), to + 2 * (end - low), high - end);
     };
 
-    for (long y = 0; y < at.height; ++y, src += 2 * at.width, dst += 2 * at.width) {
-        const long row = (y + at.height / 2) % at.height;
+    for (std::int64_t y = 0; y < at.height; ++y, src += 2 * at.width, dst += 2 * at.width) {
+        const std::int64_t row = (y + at.height / 2) % at.height;
         if (row < at.rowMin || row >= rowEnd) {
             outside(src, dst, at.width);
             continue;
         }
-        const long gains = (row - at.rowMin) * patch.width();
-        const long firstHalf = 2 * (at.width - middle);
+        const std::int64_t gains = (row - at.rowMin) * patch.width();
+        const std::int64_t firstHalf = 2 * (at.width - middle);
         applyRun(middle, at.width, gains, src, dst);
         applyRun(0, middle, gains, src + firstHalf, dst + firstHalf);
     }

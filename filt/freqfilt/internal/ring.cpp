@@ -52,7 +52,7 @@ Ring::Ring(const mvRingParameters& ring, const mvFilterResponse& profile, Inside
 }
 
 // The part of the squared distance that the row contributes, truncated.
-std::int64_t Ring::rowTerm(long rowDistance) const {
+std::int64_t Ring::rowTerm(std::int64_t rowDistance) const {
     return truncate<std::int32_t>(static_cast<double>(rowDistance * rowDistance) * rowScale_);
 }
 
@@ -72,21 +72,22 @@ bool Ring::isBelow(std::int64_t r2) const {
     return !isInside(r2) && (inside_ == Inside::bySquares ? r2 <= inner2_ : position(r2) < 0.0);
 }
 
-Ring::Runs Ring::prepareLine(long rowDistance) {
+Ring::Runs Ring::prepareLine(std::int64_t rowDistance) {
     const std::int64_t term = rowTerm(rowDistance);
-    const long half = width_ / 2, farthest = width_ - half;
+    const std::int64_t half = width_ / 2, farthest = width_ - half;
     const auto r2 = [&](std::int64_t x) { return x * x + term; };
 
     // The column distances begin .. end - 1 are inside.
-    long begin = 0;
+    std::int64_t begin = 0;
     while (begin <= farthest && isBelow(r2(begin))) ++begin;
-    long end = begin;
+    std::int64_t end = begin;
     while (end <= farthest && isInside(r2(end))) ++end;
 
     const Runs runs{std::min(begin, half), std::min(end, half), std::min(width_, width_ - end + 1),
                     std::min(width_, width_ - begin + 1)};
-    bestKernelPath().radialGains(profile_, term, begin, end, byDistance_.data());
-    for (long x = begin; x < end; ++x) {
+    bestKernelPath().radialGains(profile_, term, static_cast<long>(begin), static_cast<long>(end),
+                                 byDistance_.data());
+    for (std::int64_t x = begin; x < end; ++x) {
         const float value = byDistance_[static_cast<std::size_t>(x)];
         if (x < half) line_[static_cast<std::size_t>(x)] = value;
         if (x > 0) line_[static_cast<std::size_t>(width_ - x)] = value;
@@ -97,8 +98,8 @@ Ring::Runs Ring::prepareLine(long rowDistance) {
 namespace {
 
 // The gains of the columns from 0 on of a row, `outside` where the ring has none.
-void fillRow(Ring& ring, long distance, float outside, std::vector<float>& gains) {
-    const long half = ring.width() / 2, columns = static_cast<long>(gains.size());
+void fillRow(Ring& ring, std::int64_t distance, float outside, std::vector<float>& gains) {
+    const std::int64_t half = ring.width() / 2, columns = static_cast<std::int64_t>(gains.size());
     std::fill(gains.begin(), gains.end(), outside);
     if (ring.isBeyond(distance)) return;
     const Ring::Runs runs = ring.prepareLine(distance);
@@ -112,22 +113,25 @@ void fillRow(Ring& ring, long distance, float outside, std::vector<float>& gains
 // How many columns from 0 on the ring reaches: no row has more than that of DC.
 long columnsReached(Ring& ring) {
     const Ring::Runs runs = ring.prepareLine(0);
-    return runs.secondBegin <= ring.width() / 2 ? ring.width() / 2 + 1 : runs.firstEnd;
+    const std::int64_t half = ring.width() / 2;
+    return static_cast<long>(runs.secondBegin <= half ? half + 1 : runs.firstEnd);
 }
 
 }  // namespace
 
-SpectrumGains spectrumGains(Ring& ring, bool keepsOutside, long dcRadius) {
-    const long height = ring.height();
+SpectrumGains spectrumGains(Ring& ring, bool keepsOutside, std::int64_t dcRadius) {
+    const mvPair<long> size(static_cast<long>(ring.width()), static_cast<long>(ring.height()));
     const float outside = keepsOutside ? 1.0f : kClearedGain;
-    const long columns = keepsOutside ? ring.width() / 2 + 1 : columnsReached(ring);
-    SpectrumGains result({ring.width(), height}, columns);
+    const long columns = keepsOutside ? size.x / 2 + 1 : columnsReached(ring);
+    SpectrumGains result(size, columns);
     std::vector<float> row(static_cast<std::size_t>(columns));
-    for (long v = 0; v <= height / 2; ++v) {
+    for (long v = 0; v <= size.y / 2; ++v) {
         if (!keepsOutside && ring.isBeyond(v)) break;
         fillRow(ring, v, outside, row);
-        if (v < dcRadius) std::fill_n(row.begin(), std::min(dcRadius, columns), outside);
-        result.enter(v, (height - v) % height, row);
+        if (v < dcRadius) {
+            std::fill_n(row.begin(), std::min<std::int64_t>(dcRadius, columns), outside);
+        }
+        result.enter(v, (size.y - v) % size.y, row);
     }
     result.finish();
     return result;

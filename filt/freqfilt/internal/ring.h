@@ -39,8 +39,8 @@ class Ring {
 
     Ring(const mvRingParameters& ring, const mvFilterResponse& profile, Inside inside);
 
-    long width() const { return width_; }
-    long height() const { return height_; }
+    std::int64_t width() const { return width_; }
+    std::int64_t height() const { return height_; }
 
     /// True when the plane has no element, however long its other side is; archives make such.
     bool isEmpty() const { return width_ == 0 || height_ == 0; }
@@ -48,15 +48,15 @@ class Ring {
     /// True for the rows at this distance from DC that lie beyond the ring as a whole. The limit is
     /// the ring's radius in y bins plus the support, not both scaled: on planes that are taller
     /// than wide it clears rows that the outer flank still reaches.
-    bool isBeyond(long rowDistance) const { return rowDistance > rowLimit_; }
+    bool isBeyond(std::int64_t rowDistance) const { return rowDistance > rowLimit_; }
 
     /// Columns `begin` to `end` - 1 of the first and of the second half of a row.
     struct Runs {
-        long firstBegin, firstEnd, secondBegin, secondEnd;
+        std::int64_t firstBegin, firstEnd, secondBegin, secondEnd;
     };
 
     /// Prepares the gains of the rows at this distance from DC; returns which columns have one.
-    Runs prepareLine(long rowDistance);
+    Runs prepareLine(std::int64_t rowDistance);
 
     /// The gains of the prepared line by column.
     const float* gains() const { return line_.data(); }
@@ -64,10 +64,10 @@ class Ring {
   private:
     bool isInside(std::int64_t r2) const;
     bool isBelow(std::int64_t r2) const;
-    std::int64_t rowTerm(long rowDistance) const;
+    std::int64_t rowTerm(std::int64_t rowDistance) const;
     double position(std::int64_t r2) const;
 
-    long width_, height_;
+    std::int64_t width_, height_;
     RadialProfile profile_;
     Inside inside_;
     float radius_;
@@ -78,32 +78,34 @@ class Ring {
 
 /// The ring's gains on half a plane, cleared or 1 outside, and cleared or 1 on the square of
 /// 2 `dcRadius` - 1 frequencies a side around DC.
-SpectrumGains spectrumGains(Ring& ring, bool keepsOutside, long dcRadius);
+SpectrumGains spectrumGains(Ring& ring, bool keepsOutside, std::int64_t dcRadius);
 
 /// Writes src times the ring's gains to dst, which may be src; outside the ring goes through
 /// `outside`.
 template <class Outside>
 void applyRing(Ring& ring, const float* src, float* dst, Outside outside) {
     if (ring.isEmpty()) return;
-    const long width = ring.width(), height = ring.height();
+    const std::int64_t width = ring.width(), height = ring.height();
 
-    const auto applyHalf = [&](long offset, long low, long begin, long end, long high) {
+    const auto applyHalf = [&](std::int64_t offset, std::int64_t low, std::int64_t begin,
+                               std::int64_t end, std::int64_t high) {
         outside(src + offset + 2 * low, dst + offset + 2 * low, begin - low);
         multiplyRun(src + offset + 2 * begin, dst + offset + 2 * begin, ring.gains() + begin,
                     end - begin);
         outside(src + offset + 2 * end, dst + offset + 2 * end, high - end);
     };
-    const auto applyRow = [&](long y, const Ring::Runs& runs) {
-        const long offset = 2 * width * y;
+    const auto applyRow = [&](std::int64_t y, const Ring::Runs& runs) {
+        const std::int64_t offset = 2 * width * y;
         applyHalf(offset, 0, runs.firstBegin, runs.firstEnd, width / 2);
         applyHalf(offset, width / 2, runs.secondBegin, runs.secondEnd, width);
     };
 
     // Row `distance` of the first half and row `height - distance` of the second.
-    for (long distance = 0; distance <= height - height / 2; ++distance) {
+    for (std::int64_t distance = 0; distance <= height - height / 2; ++distance) {
         const bool hasFirst = distance<height / 2, hasSecond = distance> 0;
         if (ring.isBeyond(distance)) {
-            const long first = 2 * width * distance, second = 2 * width * (height - distance);
+            const std::int64_t first = 2 * width * distance;
+            const std::int64_t second = 2 * width * (height - distance);
             if (hasFirst) outside(src + first, dst + first, width);
             if (hasSecond) outside(src + second, dst + second, width);
             continue;

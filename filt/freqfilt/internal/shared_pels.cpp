@@ -27,7 +27,7 @@ bool meetsRows(const PelBytes& image, std::intptr_t begin, std::intptr_t end) {
 // it.
 bool sharePels(const PelBytes& a, const PelBytes& b) {
     std::intptr_t begin = address(a.first);
-    for (long y = 0; y < a.rows; ++y, begin += a.step) {
+    for (std::ptrdiff_t y = 0; y < a.rows; ++y, begin += a.step) {
         if (meetsRows(b, begin, begin + a.rowBytes)) return true;
     }
     return false;

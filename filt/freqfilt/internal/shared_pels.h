@@ -8,13 +8,13 @@ namespace mvi {
 /// The bytes of an image's rows.
 struct PelBytes {
     const void* first;
-    long rowBytes, rows;
-    long step;  // from one row to the next
+    std::ptrdiff_t rowBytes, rows;
+    std::ptrdiff_t step;  // from one row to the next
 };
 
 template <class Image>
 PelBytes pelBytes(const Image& image) {
-    constexpr auto kPel = static_cast<long>(sizeof(*image.pointToOffset()));
+    constexpr auto kPel = static_cast<std::ptrdiff_t>(sizeof(*image.pointToOffset()));
     return {image.pointToOffset(), image.width() * kPel, image.height(), image.rowUpdate() * kPel};
 }
 

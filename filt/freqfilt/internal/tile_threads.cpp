@@ -14,7 +14,7 @@ namespace mvi {
 namespace {
 
 // More than any machine runs at once; each costs the memory of a tile.
-constexpr long kMostThreads = 256;
+constexpr std::int64_t kMostThreads = 256;
 
 // The threads beside the calling one. They end with the object at the latest.
 class Helpers {
@@ -28,7 +28,7 @@ class Helpers {
     }
 
     // Fewer than `count` when the system gives no more.
-    void start(long count) {
+    void start(std::int64_t count) {
         threads_.resize(static_cast<std::size_t>(count));
         try {
             for (std::thread& thread : threads_) thread = std::thread([this] { help(); });
@@ -77,9 +77,9 @@ class Helpers {
 
 }  // namespace
 
-void shareTiles(long tiles, int threads, TileWork& work) {
+void shareTiles(std::int64_t tiles, int threads, TileWork& work) {
     TileQueue queue(1, tiles);
-    const long most = std::min({tiles, static_cast<long>(threads), kMostThreads});
+    const std::int64_t most = std::min({tiles, std::int64_t{threads}, kMostThreads});
     if (most < 2) return work.run(queue, 0);
     Helpers helpers(queue, work);
     helpers.start(most - 1);

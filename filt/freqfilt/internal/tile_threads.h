@@ -2,6 +2,7 @@
 #pragma once
 
 #include <atomic>
+#include <cstdint>
 
 namespace mvi {
 
@@ -9,14 +10,14 @@ namespace mvi {
 class TileQueue {
   public:
     /// The numbers `first` .. `end` - 1.
-    TileQueue(long first, long end) : next_(first), end_(end) {}
+    TileQueue(std::int64_t first, std::int64_t end) : next_(first), end_(end) {}
 
     /// What `next` gives when there is nothing left to do.
-    long end() const { return end_; }
+    std::int64_t end() const { return end_; }
 
-    long next() {
+    std::int64_t next() {
         if (isStopped()) return end_;
-        const long number = next_.fetch_add(1, std::memory_order_relaxed);
+        const std::int64_t number = next_.fetch_add(1, std::memory_order_relaxed);
         return number < end_ ? number : end_;
     }
 
@@ -24,8 +25,8 @@ class TileQueue {
     bool isStopped() const { return stopped_.load(std::memory_order_relaxed); }
 
   private:
-    std::atomic<long> next_;
-    const long end_;
+    std::atomic<std::int64_t> next_;
+    const std::int64_t end_;
     std::atomic<bool> stopped_ = false;
 };
 
@@ -33,7 +34,7 @@ class TileQueue {
 class TileWork {
   public:
     /// Does `tile`, and then what the queue gives; nothing when `tile` is the queue's end.
-    virtual void run(TileQueue& queue, long tile) = 0;
+    virtual void run(TileQueue& queue, std::int64_t tile) = 0;
 
   protected:
     ~TileWork() = default;
@@ -44,6 +45,6 @@ class TileWork {
 ///
 /// An exception on any thread stops the others at their next tile or attention poll. When there are
 /// several, that of the calling thread leaves the call.
-void shareTiles(long tiles, int threads, TileWork& work);
+void shareTiles(std::int64_t tiles, int threads, TileWork& work);
 
 }  // namespace mvi

@@ -15,8 +15,8 @@ AxisPlan planAxis(long image, long plane, long margin, mvBorder border) {
 }
 
 long planeFor(long image, mvBorder border) {
-    const long room = border == mvBorder::mirror ? (image + 7) / 8 : 0;
-    return powerOfTwoAbove(image + 2 * room);
+    const std::int64_t pels = image, room = border == mvBorder::mirror ? (pels + 7) / 8 : 0;
+    return hold32(powerOfTwoAbove(pels + 2 * room));
 }
 
 }  // namespace mvi

@@ -3,6 +3,8 @@
 
 #include <filt/freqfilt/filter_image.h>
 
+#include <cstdint>
+
 namespace mvi {
 
 /// One axis: an image of `image` pels along it, in one plane of `plane` pels or in several.
@@ -16,7 +18,7 @@ struct AxisPlan {
     long step = 1;
     bool isCut = false;
 
-    long tiles() const { return isCut ? (image + step - 1) / step : 1; }
+    long tiles() const { return isCut ? (image - 1) / step + 1 : 1; }
 
     /// The first pel of the result that tile k gives, and how many.
     long begin(long k) const { return k * step; }
@@ -37,8 +39,10 @@ struct TilePlan {
     AxisPlan x, y;
     mvBorder border = mvBorder::mirror;
 
-    long tiles() const { return x.tiles() * y.tiles(); }
-    mvPair<long> tile(long number) const { return {number % x.tiles(), number / x.tiles()}; }
+    std::int64_t tiles() const { return std::int64_t{x.tiles()} * y.tiles(); }
+    mvPair<long> tile(std::int64_t number) const {
+        return {static_cast<long>(number % x.tiles()), static_cast<long>(number / x.tiles())};
+    }
     mvPair<long> plane() const { return {x.plane, y.plane}; }
 };
 

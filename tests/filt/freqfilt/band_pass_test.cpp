@@ -1,4 +1,5 @@
 // The band-pass filter's own behaviour, case by case.
+#include "support/buffer_record.h"
 #include "support/filter_cases.h"
 #include "support/longs.h"
 #include "support/random_planes.h"
@@ -28,6 +29,17 @@ TEST(BandPass, MakesItsSupportOdd) {
     EXPECT_EQ(Filter(0.05, 1.0 / 64, 0.25, Size(64, 64), 0).supportWidth(), 17);
     EXPECT_EQ(Filter(0.05, 2.5 / 64, 0.25, Size(64, 64), 0).supportWidth(), 19);
     EXPECT_EQ(Filter(1e-9, 0.0, 0.25, Size(1, 1), 0).supportWidth(), 1);
+}
+
+// Squares of distances beyond 2^32 are squares.
+TEST(BandPass, PassesTheFarthestRowOfATallPlane) {
+    constexpr long kHeight = 131072;
+    const Filter filter(0.05, 0.0, 0.5, Size(4, kHeight), 0);
+    const mvFrequencyBuffer before = support::loaded(support::recordOf(4, kHeight));
+    mvFrequencyBuffer after(before);
+    filter.apply(after);
+    EXPECT_EQ(after.get(0, kHeight / 2, false), before.get(0, kHeight / 2, false));
+    EXPECT_EQ(after.get(0, 0, false), mvPair<double>(0, 0));
 }
 
 TEST(BandPass, ProfileStartsAtOneAndFallsAsAGaussian) {

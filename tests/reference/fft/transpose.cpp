@@ -1,6 +1,7 @@
 // The transposes between the two passes of the kernel, and the Hermitian fill after them.
 #include "reference/fft/transpose.h"
 
+#include <cstdint>
 #include <utility>
 
 namespace reference {
@@ -32,7 +33,7 @@ void copyTile(Complex* z, int n, int t, int u) {
 
 // Coarse on purpose: a range that only touches the band from outside counts as inside.
 bool isOutside(int base, int n, long rowLow, long rowHigh) {
-    const long shift = base < n / 2 ? -(n / 2) : n / 2;
+    const std::int64_t shift = base < n / 2 ? -(n / 2) : n / 2;
     return base + kTile < rowLow + shift || base > rowHigh + shift;
 }
 

@@ -150,7 +150,7 @@ struct KernelPath : PelRuns<unsigned char>,
     void (*squares)(const float* elements, long count, float* out);
 
     /// Widens `range` by squared magnitudes; NaNs do not count.
-    void (*rangeOfSquares)(const float* squares, long count, SquareRange& range);
+    void (*rangeOfSquares)(const float* squares, std::int64_t count, SquareRange& range);
 
     /// The gains of the columns begin .. end - 1 of a row whose squared distance is `rowTerm`, to
     /// gains[begin] and on.

@@ -2,39 +2,43 @@
 #pragma once
 
 #include <algorithm>
+#include <cstdint>
 
 namespace mvi {
 
-/// Inclusive limits in shifted coordinates, where the row 0 stands in the middle.
+/// Inclusive limits in shifted coordinates, where the row 0 stands in the middle. Archives make
+/// any, so that sums are of 64 bits everywhere.
 class RowBand {
   public:
-    RowBand(long height, long low, long high)
+    RowBand(std::int64_t height, std::int64_t low, std::int64_t high)
         : height_(height), half_(height / 2), low_(low), high_(high) {}
 
     /// Every row.
-    explicit RowBand(long height) : RowBand(height, 0, height) {}
+    explicit RowBand(std::int64_t height) : RowBand(height, 0, height) {}
 
-    bool contains(long row) const {
-        const long shifted = row < half_ ? row + half_ : row - half_;
+    bool contains(std::int64_t row) const {
+        const std::int64_t shifted = row < half_ ? row + half_ : row - half_;
         return shifted >= low_ && shifted <= high_;
     }
 
     /// How many rows it holds.
     long rowCount() const {
-        return std::max(0L, std::min(high_, height_ - 1) - std::max(low_, 0L) + 1);
+        const std::int64_t first = std::max<std::int64_t>(low_, 0);
+        const std::int64_t last = std::min(high_, height_ - 1);
+        return static_cast<long>(std::max<std::int64_t>(last - first + 1, 0));
     }
 
     bool isFull() const { return low_ <= 0 && high_ >= height_; }
 
     /// Whether the tile of four rows from `base` on is outside, by the coarse rule of
     /// exchangeUnmovedTiles.
-    bool excludesTile(long base) const {
-        const long toStored = base < half_ ? -half_ : half_;
+    bool excludesTile(std::int64_t base) const {
+        const std::int64_t toStored = base < half_ ? -half_ : half_;
         return base + 4 < low_ + toStored || base > high_ + toStored;
     }
 
   private:
-    long height_, half_, low_, high_;
+    std::int64_t height_, half_, low_, high_;
 };
 
 /// True when all floats are +0, as in the rows that a filter clears. A -0 counts as data.

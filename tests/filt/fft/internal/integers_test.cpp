@@ -3,8 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include "support/longs.h"
-
 namespace {
 
 template <class Integer>
@@ -51,10 +49,20 @@ TEST(Hold32, KeepsTheNearestValueOf32Bits) {
     constexpr long kLow = std::numeric_limits<std::int32_t>::min();
     constexpr long kHigh = std::numeric_limits<std::int32_t>::max();
     for (const long value : {0L, 1L, -1L, kLow, kHigh}) EXPECT_EQ(mvi::hold32(value), value);
-    EXPECT_EQ(mvi::hold32(support::asLong(std::int64_t{kHigh} + 1)), kHigh);
-    EXPECT_EQ(mvi::hold32(support::asLong(std::int64_t{kLow} - 1)), kLow);
-    EXPECT_EQ(mvi::hold32(std::numeric_limits<long>::max()), kHigh);
-    EXPECT_EQ(mvi::hold32(std::numeric_limits<long>::min()), kLow);
+    EXPECT_EQ(mvi::hold32(std::int64_t{kHigh} + 1), kHigh);
+    EXPECT_EQ(mvi::hold32(std::int64_t{kLow} - 1), kLow);
+    EXPECT_EQ(mvi::hold32(std::numeric_limits<std::int64_t>::max()), kHigh);
+    EXPECT_EQ(mvi::hold32(std::numeric_limits<std::int64_t>::min()), kLow);
+}
+
+TEST(HeldSize, IsTheNumberOrTheNearestSize) {
+    constexpr std::size_t kMost = std::numeric_limits<std::size_t>::max();
+    EXPECT_EQ(mvi::heldSize(std::numeric_limits<std::int64_t>::min()), 0U);
+    EXPECT_EQ(mvi::heldSize(-1), 0U);
+    EXPECT_EQ(mvi::heldSize(5), 5U);
+    constexpr std::int64_t kWide = std::int64_t{1} << 33;
+    EXPECT_EQ(mvi::heldSize(kWide),
+              sizeof(std::size_t) > 4 ? static_cast<std::size_t>(kWide) : kMost);
 }
 
 }  // namespace

@@ -9,7 +9,6 @@
 #include <limits>
 #include <vector>
 
-#include "support/longs.h"
 #include "support/random_planes.h"
 
 namespace {
@@ -97,7 +96,10 @@ TEST(Border, MirrorsEachEdgePelTwice) {
     std::vector<long> pels;
     for (long at = -7; at < 8; ++at) pels.push_back(mvi::mirrored(at, 3));
     EXPECT_EQ(pels, (std::vector<long>{0, 0, 1, 2, 2, 1, 0, 0, 1, 2, 2, 1, 0, 0, 1}));
-    EXPECT_EQ(mvi::mirrored(support::asLong(-1000000000000), 1), 0);
+    EXPECT_EQ(mvi::mirrored(-1000000000000, 1), 0);
+    constexpr long kLongest = 2147483647;
+    EXPECT_EQ(mvi::mirrored(kLongest, kLongest), kLongest - 1);
+    EXPECT_EQ(mvi::mirrored(-1, kLongest), 0);
 }
 
 }  // namespace

@@ -18,7 +18,7 @@ class NotingWork : public mvi::TileWork {
   public:
     explicit NotingWork(long tiles) : by(static_cast<std::size_t>(tiles)) {}
 
-    void run(mvi::TileQueue& queue, long tile) override {
+    void run(mvi::TileQueue& queue, std::int64_t tile) override {
         for (; tile != queue.end(); tile = queue.next()) {
             auto& mine = by[static_cast<std::size_t>(tile)];
             EXPECT_EQ(mine, std::thread::id()) << "done twice";
@@ -48,7 +48,7 @@ class ThrowingWork : public mvi::TileWork {
   public:
     ThrowingWork(bool here, bool elsewhere) : here_(here), elsewhere_(elsewhere) {}
 
-    void run(mvi::TileQueue& queue, long tile) override {
+    void run(mvi::TileQueue& queue, std::int64_t tile) override {
         if (tile == queue.end()) return;
         const bool isHere = std::this_thread::get_id() == calling_;
         if (isHere ? here_ : elsewhere_.exchange(false)) {

@@ -34,11 +34,11 @@ class Runs {
     }
 
     static void squareRange(const float* elements, long count, SquareRange& range) {
-        widen(range, count, [=](long i) { return square(elements + 2 * i); });
+        widen(range, count, [=](std::int64_t i) { return square(elements + 2 * i); });
     }
 
-    static void rangeOfSquares(const float* squares, long count, SquareRange& range) {
-        widen(range, count, [=](long i) { return squares[i]; });
+    static void rangeOfSquares(const float* squares, std::int64_t count, SquareRange& range) {
+        widen(range, count, [=](std::int64_t i) { return squares[i]; });
     }
 
     static void squares(const float* elements, long count, float* out) {
@@ -86,7 +86,7 @@ class Runs {
   private:
     // Widens the range by squareAt(0) .. squareAt(count - 1).
     template <class SquareAt>
-    static void widen(SquareRange& range, long count, SquareAt squareAt) {
+    static void widen(SquareRange& range, std::int64_t count, SquareAt squareAt) {
         // One range for each lane, since compilers may not reorder comparisons. NaNs are left out
         // by all of them, and no square is -0, so that the ranges join in any order.
         constexpr long kLanes = 16;
@@ -95,12 +95,12 @@ class Runs {
             least[l] = range.least;
             greatest[l] = range.greatest;
         }
-        const auto take = [&](long l, long i) {
+        const auto take = [&](long l, std::int64_t i) {
             const float s = squareAt(i);
             least[l] = smaller(s, least[l]);
             greatest[l] = larger(s, greatest[l]);
         };
-        long i = 0;
+        std::int64_t i = 0;
         for (; i + kLanes <= count; i += kLanes) {
             for (long l = 0; l < kLanes; ++l) take(l, i + l);
         }
