@@ -1,5 +1,6 @@
 // Operations of frequency buffers: life, elements, component images.
 #include <cmath>
+#include <cstdint>
 
 #include "campaigns/model/buffers.h"
 #include "campaigns/model/images.h"
@@ -134,7 +135,7 @@ void addState(Operations& all) {
 
 // Values that are no floats, some beyond their range.
 double written(long seed) {
-    auto state = static_cast<unsigned long>(seed);
+    auto state = static_cast<std::uint64_t>(seed);
     return valueOf<double>(state) * 1.1;
 }
 

@@ -22,7 +22,7 @@ class Drawing {
     explicit Drawing(unsigned long seed)
         : draw_(seed),
           pelTopic_(draw_.of(kPelTopics)),
-          filterKind_(draw_.below(std::ssize(kFilterTopics))),
+          filterKind_(draw_.below(static_cast<long>(std::ssize(kFilterTopics)))),
           filterTopic_(kFilterTopics[static_cast<std::size_t>(filterKind_)]),
           sides_{draw_.of(kSides), draw_.of(kSides)} {
         if (draw_.oneIn(2)) sides_[1] = sides_[0];

@@ -25,7 +25,7 @@ constexpr std::int32_t kNumbers[] = {0, 0, 0, 2, 5, -4, 40, 1000, kLowest, kHigh
 
 class Choice {
   public:
-    explicit Choice(long seed) : state_(static_cast<unsigned long>(seed)) {
+    explicit Choice(long seed) : state_(static_cast<std::uint64_t>(seed)) {
         for (int i = 0; i < 4; ++i) below(2);
     }
     std::size_t below(std::size_t count) { return valueOf<Short>(state_) % count; }
@@ -36,7 +36,7 @@ class Choice {
     }
 
   private:
-    unsigned long state_;
+    std::uint64_t state_;
 };
 
 struct Plane {

@@ -58,10 +58,10 @@ template <class T>
 void copyInto(const reference::Image<T>& src, Image<T>& dst) {
     for (long y = 0; y < dst.height; ++y) {
         for (long x = 0; x < dst.width; ++x) {
-            const long column = dst.x + x - src.x;
-            const long row = dst.y + y - src.y;
+            const std::int64_t column = std::int64_t{dst.x} + x - src.x;
+            const std::int64_t row = std::int64_t{dst.y} + y - src.y;
             const bool overlaps = column >= 0 && column < src.width && row >= 0 && row < src.height;
-            if (overlaps) dst.at(x, y) = src.at(column, row);
+            if (overlaps) dst.at(x, y) = src.at(static_cast<long>(column), static_cast<long>(row));
         }
     }
 }
@@ -73,9 +73,9 @@ void copyPels(const Image<T>& src, Image<T>& dst) {
 }
 
 /// Offsets are clamped to 32 bits.
-inline long placeOf(long value) {
+inline long placeOf(std::int64_t value) {
     using Limits = std::numeric_limits<std::int32_t>;
-    return std::clamp<long>(value, Limits::min(), Limits::max());
+    return static_cast<long>(std::clamp<std::int64_t>(value, Limits::min(), Limits::max()));
 }
 
 template <class T>
@@ -88,16 +88,16 @@ Image<T> windowOf(const Image<T>& image, long x, long y, long width, long height
     part.top += y;
     part.width = width;
     part.height = height;
-    part.x = placeOf(part.x + x);
-    part.y = placeOf(part.y + y);
+    part.x = placeOf(std::int64_t{part.x} + x);
+    part.y = placeOf(std::int64_t{part.y} + y);
     return part;
 }
 
 /// Numbers from a seed; doubles hold now and then what is hard to calculate with.
 template <class T>
-T valueOf(unsigned long& seed) {
-    seed = seed * 6364136223846793005UL + 1442695040888963407UL;
-    const unsigned long bits = seed >> 33;
+T valueOf(std::uint64_t& seed) {
+    seed = seed * std::uint64_t{6364136223846793005} + std::uint64_t{1442695040888963407};
+    const std::uint64_t bits = seed >> 33;
     if constexpr (std::is_integral_v<T>) {
         return static_cast<T>(bits);
     } else {
@@ -117,7 +117,7 @@ T valueOf(unsigned long& seed) {
 template <class T>
 reference::Image<T> contentFrom(long seed, long width, long height) {
     reference::Image<T> content(width, height);
-    auto state = static_cast<unsigned long>(seed);
+    auto state = static_cast<std::uint64_t>(seed);
     for (T& pel : content.pels) pel = valueOf<T>(state);
     return content;
 }

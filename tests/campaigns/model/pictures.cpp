@@ -248,11 +248,12 @@ std::optional<Sides> planeOf(const PictureFilters& filters) {
 Sides reachOf(const PictureFilters& filters, const Poll& poll) {
     planeOf(filters);
     if (std::any_of(filters.begin(), filters.end(), isUnknown)) return {};
-    constexpr long kFarthest = std::numeric_limits<std::int32_t>::max();
+    constexpr std::int64_t kFarthest = std::numeric_limits<std::int32_t>::max();
     Sides sum;
     for (const PictureFilter& filter : filters) {
         const Sides reach = filter.reach(poll);
-        sum = {std::min(sum.x + reach.x, kFarthest), std::min(sum.y + reach.y, kFarthest)};
+        sum = {static_cast<long>(std::min(std::int64_t{sum.x} + reach.x, kFarthest)),
+               static_cast<long>(std::min(std::int64_t{sum.y} + reach.y, kFarthest))};
     }
     return sum;
 }
