@@ -12,33 +12,10 @@ prefix=$(realpath "$1")
 mkdir -p "$prefix/licences"
 cd "$prefix"
 
-# The machine's own package sources, with those of source packages, in a state of their own.
-mkdir -p apt/lists/partial
-for file in /etc/apt/sources.list /etc/apt/sources.list.d/debian*; do
-    if [[ ! -f $file ]]; then continue; fi
-    sed 's/^Types: deb$/Types: deb-src/; s/^deb /deb-src /' "$file" >"apt/$(basename "$file")"
-done
-as_sources=(-qq -o Dir::Etc::sourcelist=/dev/null -o Dir::Etc::sourceparts="$prefix/apt"
-    -o Dir::State::lists="$prefix/apt/lists" -o APT::Sandbox::User=root)
-apt-get "${as_sources[@]}" update
-
-# The newest version that can be had: not every mirror has all that its list names.
-fetch() {
-    local version
-    mkdir -p "sources/$1"
-    cd "sources/$1"
-    for version in $(apt-cache "${as_sources[@]}" showsrc "$1" | sed -n 's/^Version: //p' | sort -urV); do
-        if apt-get "${as_sources[@]}" source "$1=$version" >/dev/null; then return; fi
-    done
-    rm -rf "../$(basename "$PWD")"
-    return 1
-}
-
 # build <source package> <arguments for cmake>
 build() {
     local package=$1 folder
-    if [[ ! -d sources/$package ]]; then (fetch "$package"); fi
-    folder=$(find "sources/$package" -mindepth 1 -maxdepth 1 -type d)
+    folder=$("$tree/scripts/fetch-source.sh" sources "$package")
     cmake -S "$folder" -B "build/$package" -G Ninja -DCMAKE_BUILD_TYPE=Release \
         -DCMAKE_TOOLCHAIN_FILE="$tree/cmake/toolchains/mingw64.cmake" -DMVFREQ_WINDOWS_LIBRARIES="$prefix" \
         -DCMAKE_INSTALL_PREFIX="$prefix" -DBUILD_SHARED_LIBS=OFF "${@:2}"
