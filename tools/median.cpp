@@ -17,11 +17,11 @@ constexpr std::uint64_t kSign = std::uint64_t{1} << (kBits - 1);
 // Whole numbers in the order of the values that they stand for.
 std::uint64_t ordered(double value) {
     const auto bits = std::bit_cast<std::uint64_t>(value);
-    return bits & kSign ? ~bits : bits | kSign;
+    return (bits & kSign) != 0 ? ~bits : bits | kSign;
 }
 
 double valueOf(std::uint64_t number) {
-    return std::bit_cast<double>(number & kSign ? number & ~kSign : ~number);
+    return std::bit_cast<double>((number & kSign) != 0 ? number & ~kSign : ~number);
 }
 
 // How many numbers have which next digit behind the digits that are known.

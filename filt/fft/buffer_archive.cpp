@@ -45,7 +45,7 @@ mvArchive& operator||(mvArchive& ar, const mvFrequencyBuffer& buffer) {
 
 // What storing and loading have in common: everything up to the floats.
 bool mvFrequencyBuffer::exchangeFields(mvArchive& ar, unsigned char version) {
-    bool hasData = data_ != nullptr;
+    bool holdsPlane = data_ != nullptr;
     if (!ar.isStoring()) data_ = nullptr;
     ar || width_ || height_ || imageWidth_ || imageHeight_;
     ar || masked_ || maskedMiny_ || maskedMaxy_ || inverseComputed_;
@@ -57,20 +57,20 @@ bool mvFrequencyBuffer::exchangeFields(mvArchive& ar, unsigned char version) {
         ar || xform_;
     }
     mvi::exchangePair(ar, offset_);
-    ar || hasData;
-    return hasData;
+    ar || holdsPlane;
+    return holdsPlane;
 }
 
 void mvFrequencyBuffer::store(mvArchive& ar) {
-    const bool hasData = exchangeFields(ar, 1);
-    mvi::storeFloats(ar, data_, hasData ? mvi::BufferAccess::floats(*this) : 0);
+    const bool holdsPlane = exchangeFields(ar, 1);
+    mvi::storeFloats(ar, data_, holdsPlane ? mvi::BufferAccess::floats(*this) : 0);
 }
 
 // The fields read take effect at once; the plane that they no longer describe is dropped first.
 void mvFrequencyBuffer::load(mvArchive& ar, unsigned char version) {
-    const bool hasData = exchangeFields(ar, version);
+    const bool holdsPlane = exchangeFields(ar, version);
     mvi::LoadedFloats floats = mvi::loadFloats(ar, mvi::BufferAccess::kSlackFloats);
-    if (hasData) {
+    if (holdsPlane) {
         storage_ = loadPlane(std::move(floats), width_, height_);
         data_ = storage_.data();
     } else {

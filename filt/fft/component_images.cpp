@@ -21,7 +21,7 @@ mvPelBuffer<double> componentImage(const float* plane, long width, long height, 
     const long shiftX = centred ? width / 2 : 0;
     const long shiftY = centred ? height / 2 : 0;
     for (long y = 0; y < height; ++y) {
-        const float* const row = plane + 2 * std::ptrdiff_t{width} * y;
+        const float* const row = plane + 2 * static_cast<std::ptrdiff_t>(width) * y;
         double* const pels =
             image.pointToRow(y < height - shiftY ? y + shiftY : y + shiftY - height);
         convertRun(row, width - shiftX, pels + shiftX, component);
