@@ -46,7 +46,7 @@ mkdir -p "$folder"
 if [[ ! -f $prefix/lib/libc++.a ]]; then buildStandardLibrary; fi
 if [[ ! -f $prefix/lib/libgtest.a ]]; then buildGoogleTest; fi
 configure . "$folder/mvfreq" -DCMAKE_PREFIX_PATH="$prefix" -DBUILD_SHARED_LIBS=OFF -DMVFREQ_BUILD_TOOLS=OFF \
-    -DMVFREQ_BUILD_PYTHON=OFF -DMVFREQ_BUILD_EXAMPLES=OFF -DMVFREQ_TEST_PROCESSES=2 \
+    -DMVFREQ_BUILD_PYTHON=OFF -DMVFREQ_BUILD_EXAMPLES=OFF -DMVFREQ_TEST_PROCESSES=8 \
     -DCMAKE_DISABLE_FIND_PACKAGE_OpenCV=ON
 cmake --build "$folder/mvfreq"
 # Tests ask for more memory than there is, and get none.

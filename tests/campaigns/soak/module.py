@@ -54,11 +54,13 @@ class AllocatorNumbers(ctypes.Structure):
     ]
 
 
+ALLOCATOR = ctypes.CDLL(None)
+ALLOCATOR.mallinfo2.restype = AllocatorNumbers
+
+
 def in_use():
     """Bytes that were taken from the C library's allocator and not given back."""
-    allocator = ctypes.CDLL(None)
-    allocator.mallinfo2.restype = AllocatorNumbers
-    numbers = allocator.mallinfo2()
+    numbers = ALLOCATOR.mallinfo2()
     return numbers.uordblks + numbers.hblkhd
 
 
@@ -270,6 +272,7 @@ class Soak:
 
     def measure(self):
         gc.collect()
+        ALLOCATOR.malloc_trim(0)  # what the allocator keeps of what it got back is not in use
         descriptors, threads = os.listdir("/proc/self/fd"), os.listdir("/proc/self/task")
         return resident(), in_use(), len(descriptors), len(threads)
 
