@@ -28,7 +28,7 @@ import pictures
 
 PLANE = (128, 128)
 GROWTH = 4 << 20  # bytes that the median may move
-GROWTH_IN_USE = 1 << 20  # bytes: threads begin with half of that now and then
+GROWTH_IN_USE = 1 << 20  # bytes: tables of Python, as that of interned names, double now and then
 
 
 class Stopped(Exception):

@@ -31,7 +31,7 @@ TEST(BandPass, MakesItsSupportOdd) {
     EXPECT_EQ(Filter(1e-9, 0.0, 0.25, Size(1, 1), 0).supportWidth(), 1);
 }
 
-// Squares of distances beyond 2^32 are squares.
+// Squares of distances of 2^32 and more are squares.
 TEST(BandPass, PassesTheFarthestRowOfATallPlane) {
     constexpr long kHeight = 131072;
     const Filter filter(0.05, 0.0, 0.5, Size(4, kHeight), 0);
