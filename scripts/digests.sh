@@ -36,8 +36,9 @@ checkMachineCode() {
     if [[ -f $1/bin/results_digest.exe ]]; then program=$1/bin/results_digest.exe; fi
     objdump=$(sed -n 's/^CMAKE_OBJDUMP:FILEPATH=//p' "$1/CMakeCache.txt")
     tests/campaigns/interface/check_contraction.py "$program" "$objdump" || (($? == 77))
-    # What is optimised as a whole has no machine code in its objects.
-    if [[ $1 == *-flto ]]; then return; fi
+    # What is optimised as a whole has no machine code in its objects; what is not optimised calls one
+    # function for all sums of a kind.
+    if [[ $1 == *-flto || $1 == *-O0 ]]; then return; fi
     tests/campaigns/interface/check_vectors.py "$objdump" \
         "$1"/filt/CMakeFiles/mvfreq_objects.dir/fft/internal/kernel/paths/path_baseline.cpp.* || (($? == 77))
 }
