@@ -35,14 +35,12 @@ struct SpectrumCommand {
     std::string border;
 };
 
-void addSpectrum(CLI::App& app, Work& work) {
+void describeSpectrum(CLI::App& command, Work& work) {
     const auto run = std::make_shared<SpectrumCommand>();
-    CLI::App* command = app.add_subcommand(
-        "spectrum", "Write the centred log magnitude of the spectrum as an 8-bit picture");
-    addPictures(*command, run->pictures, "a square of 8 bits, DC in the middle");
-    addAxes(*command, run->options.axes);
+    addPictures(command, run->pictures, "a square of 8 bits, DC in the middle");
+    addAxes(command, run->options.axes);
     addNumber(
-        *command, "--max-frequency",
+        command, "--max-frequency",
         "Show the middle up to that many cycles per pixel, 0.5 at most, enlarged",
         [run = run.get()](double most) {
             if (most <= 0) throw CLI::ValidationError("--max-frequency", "nothing is below 0");
@@ -50,12 +48,11 @@ void addSpectrum(CLI::App& app, Work& work) {
         },
         0, 0.5);
     command
-        ->add_option("--border", run->border,
-                     "Changes nothing any more: the edges fade out, so that none shows")
+        .add_option("--border", run->border,
+                    "Changes nothing any more: the edges fade out, so that none shows")
         ->check(CLI::IsMember({"mirror", "zero"}));
-    command->footer(
-        "Example:\n  mvfreq spectrum --axes examples/pictures/printed.png spectrum.png");
-    command->callback([run, &work] {
+    command.footer("Example:\n  mvfreq spectrum --axes examples/pictures/printed.png spectrum.png");
+    command.callback([run, &work] {
         work = [run] {
             requireFiles(run->pictures, {});
             return runPictures(run->pictures, [&](const PictureFiles& files, int) {
@@ -73,23 +70,22 @@ struct ViewCommand {
     bool axes = false;
 };
 
-void addView(CLI::App& app, Work& work) {
+void describeView(CLI::App& command, Work& work) {
     const auto run = std::make_shared<ViewCommand>();
-    CLI::App* command = app.add_subcommand("view", "Draw the response of a filter");
-    command->add_option("archive", run->archive, "Filter that --save wrote")->required();
+    command.add_option("archive", run->archive, "Filter that --save wrote")->required();
     command
-        ->add_option("output", run->output,
-                     "8-bit grey picture, by its ending .png, .tif or .pgm, DC in the middle: "
-                     "black clears, white is the largest gain")
+        .add_option("output", run->output,
+                    "8-bit grey picture, by its ending .png, .tif or .pgm, DC in the middle: "
+                    "black clears, white is the largest gain")
         ->required();
-    addAxes(*command, run->axes);
-    addForce(*command, run->existing);
-    command->footer(
+    addAxes(command, run->axes);
+    addForce(command, run->existing);
+    command.footer(
         "Example:\n"
         "  mvfreq gabor --frequency 0.2 --angle 45 --sigma 0.02 --save filter.mva \\\n"
         "    examples/pictures/printed.png half.png\n"
         "  mvfreq view --axes filter.mva response.png");
-    command->callback([run, &work] {
+    command.callback([run, &work] {
         work = [run] {
             requireInputs({run->archive});
             requireFreeOutputs({run->archive}, {{run->output, Role::picture}}, run->existing);
@@ -111,16 +107,15 @@ void printReport(const std::string& path) {
     printOut(text.str());
 }
 
-void addInfo(CLI::App& app, Work& work) {
+void describeInfo(CLI::App& command, Work& work) {
     const auto path = std::make_shared<std::string>();
-    CLI::App* command = app.add_subcommand("info", "Tell what an archive holds");
-    command->add_option("archive", *path, "Archive of filters or errors; or a picture")->required();
-    command->footer(
+    command.add_option("archive", *path, "Archive of filters or errors; or a picture")->required();
+    command.footer(
         "Example:\n"
         "  mvfreq bandpass --frequency 0.03 --sigma 0.012 --save filter.mva \\\n"
         "    examples/pictures/woven.png filtered.png\n"
         "  mvfreq info filter.mva");
-    command->callback([path, &work] {
+    command.callback([path, &work] {
         work = [path] {
             printReport(*path);
             return exitGood;
@@ -128,22 +123,46 @@ void addInfo(CLI::App& app, Work& work) {
     });
 }
 
-void addExplore(CLI::App& app, Work& work) {
+void describeExplore(CLI::App& command, Work& work) {
     const auto options = std::make_shared<ExploreOptions>();
-    CLI::App* command =
-        app.add_subcommand("explore", "Open a picture in the browser, to find a filter by eye");
-    command->add_option("picture", options->picture, "Picture to begin with");
-    command->add_option("--page", options->page, "The explorer, if not where it was installed");
-    command->add_flag("!--no-browser", options->opensBrowser,
-                      "Only print the path of the page, as without a desktop");
-    command->footer("Example:\n  mvfreq explore examples/pictures/woven.png");
-    command->callback([options, &work] {
+    command.add_option("picture", options->picture, "Picture to begin with");
+    command.add_option("--page", options->page, "The explorer, if not where it was installed");
+    command.add_flag("!--no-browser", options->opensBrowser,
+                     "Only print the path of the page, as without a desktop");
+    command.footer("Example:\n  mvfreq explore examples/pictures/woven.png");
+    command.callback([options, &work] {
         work = [options] {
             if (options->picture) requireInputs({*options->picture});
             explore(*options);
             return exitGood;
         };
     });
+}
+
+struct Command {
+    const char* name;
+    const char* purpose;
+    void (*describe)(CLI::App&, Work&);
+};
+
+// Those that filter no picture, in the order of the help.
+constexpr Command kOtherCommands[] = {
+    {"spectrum", "Write the centred log magnitude of the spectrum as an 8-bit picture",
+     describeSpectrum},
+    {"view", "Draw the response of a filter", describeView},
+    {"explore", "Open a picture in the browser, to find a filter by eye", describeExplore},
+    {"suggest", "Propose filters, from pictures of a good surface, for spots of each size",
+     describeSuggest},
+    {"peaks", "List the strongest waves of a picture, each with the line that removes it",
+     describePeaks},
+    {"info", "Tell what an archive holds", describeInfo},
+};
+
+void addOtherCommands(CLI::App& app, const std::vector<std::string>& words, Work& work) {
+    for (const Command& command : kOtherCommands) {
+        CLI::App& options = *app.add_subcommand(command.name, command.purpose);
+        if (isNamed(command.name, words)) command.describe(options, work);
+    }
 }
 
 // Reports a misspelt word, not the right one that is missing because of it.
@@ -189,7 +208,7 @@ void requireOwnWords(const CLI::App& app) {
 bool readStep(const std::vector<std::string>& words, FilterSteps& steps) {
     CLI::App app("A filter that others follow.", "mvfreq");
     app.require_subcommand(1);
-    addFilterSteps(app, steps);
+    addFilterSteps(app, words, steps);
     try {
         parse(app, words);
     } catch (const CLI::ParseError& outcome) {
@@ -215,23 +234,17 @@ Work readCommandLine(const std::vector<std::string>& words) {
     app.set_version_flag("--version", "mvfreq " MVFREQ_VERSION);
     app.require_subcommand(1);
     app.footer(
-        "mvfreq COMMAND --help shows the options of a command and an example. The pictures of the\n"
-        "examples come with the sources; Debian has them in /usr/share/doc/mvfreq-doc.\n\n"
+        "mvfreq COMMAND --help shows the options of a command and an example. The\n"
+        "pictures of the examples come with the sources; Debian has them in\n"
+        "/usr/share/doc/mvfreq-doc.\n\n"
         "Filters are applied one after the other, in one pass, when `then` stands between\n"
         "them; all else, pictures included, follows the last one:\n"
         "  mvfreq gaborreject --frequency 0.2 --angle 45 --sigma 0.02 --both-sides \\\n"
         "    then gaborreject --frequency 0.2 --angle 135 --sigma 0.02 --both-sides \\\n"
         "    examples/pictures/printed.png descreened.png");
     Work work = [] { return exitGood; };
-    addFilterCommands(app, work, steps);
-    if (steps.empty()) {
-        addSpectrum(app, work);
-        addView(app, work);
-        addExplore(app, work);
-        addSuggest(app, work);
-        addPeaks(app, work);
-        addInfo(app, work);
-    }
+    addFilterCommands(app, commands.back(), work, steps);
+    if (steps.empty()) addOtherCommands(app, commands.back(), work);
     try {
         parse(app, commands.back());
     } catch (const CLI::ParseError& outcome) {

@@ -1,6 +1,8 @@
 // The words of a command line, before anything is known of options.
 #include "command_words.h"
 
+#include <algorithm>
+
 #include "failure.h"
 #include "numbers.h"
 
@@ -42,4 +44,8 @@ std::vector<Words> commandsOf(const Words& words) {
     }
     requireWords(commands);
     return commands;
+}
+
+bool isNamed(const std::string& command, const Words& words) {
+    return std::find(words.begin(), words.end(), command) != words.end();
 }

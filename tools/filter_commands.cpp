@@ -3,6 +3,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include "command_words.h"
 #include "failure.h"
 #include "filter_options.h"
 #include "picture_run.h"
@@ -55,12 +56,11 @@ struct FilterCommand {
     }
 };
 
-void addCommand(CLI::App& app, Work& work, const StepKind& kind, const FilterSteps& before) {
+void describe(CLI::App& options, Work& work, const StepKind& kind, const FilterSteps& before) {
     const auto command = std::make_shared<FilterCommand>();
     const std::shared_ptr<FilterStep> step = kind.make();
     command->steps = before;
     command->steps.push_back(step);
-    CLI::App& options = *app.add_subcommand(kind.name, kind.purpose);
     step->addOptions(options);
     CLI::Option* outDir =
         addPictures(options, command->pictures,
@@ -72,15 +72,20 @@ void addCommand(CLI::App& app, Work& work, const StepKind& kind, const FilterSte
 
 }  // namespace
 
-void addFilterSteps(CLI::App& app, FilterSteps& steps) {
+void addFilterSteps(CLI::App& app, const std::vector<std::string>& words, FilterSteps& steps) {
     for (const StepKind& kind : stepKinds()) {
-        const std::shared_ptr<FilterStep> step = kind.make();
         CLI::App& options = *app.add_subcommand(kind.name, kind.purpose);
+        if (!isNamed(kind.name, words)) continue;
+        const std::shared_ptr<FilterStep> step = kind.make();
         step->addOptions(options);
         options.callback([step, &steps] { steps.push_back(step); });
     }
 }
 
-void addFilterCommands(CLI::App& app, Work& work, const FilterSteps& before) {
-    for (const StepKind& kind : stepKinds()) addCommand(app, work, kind, before);
+void addFilterCommands(CLI::App& app, const std::vector<std::string>& words, Work& work,
+                       const FilterSteps& before) {
+    for (const StepKind& kind : stepKinds()) {
+        CLI::App& options = *app.add_subcommand(kind.name, kind.purpose);
+        if (isNamed(kind.name, words)) describe(options, work, kind, before);
+    }
 }

@@ -82,18 +82,16 @@ struct PeaksCommand {
 
 }  // namespace
 
-void addPeaks(CLI::App& app, Work& work) {
+void describePeaks(CLI::App& command, Work& work) {
     const auto run = std::make_shared<PeaksCommand>();
-    CLI::App* command = app.add_subcommand(
-        "peaks", "List the strongest waves of a picture, each with the line that removes it");
-    command->add_option("picture", run->picture, "The picture; its grey counts")->required();
+    command.add_option("picture", run->picture, "The picture; its grey counts")->required();
     addWhole(
-        *command, "--most", "How many waves at most; 12 if not given",
+        command, "--most", "How many waves at most; 12 if not given",
         [run = run.get()](long most) { run->most = most; }, 1, 1000);
-    command->add_flag("--json", run->json, "Print a list of objects");
-    command->footer(
+    command.add_flag("--json", run->json, "Print a list of objects");
+    command.footer(
         "Periods are in pels, frequencies in cycles per pixel, angles in degrees across the\n"
         "stripes, strengths in grey levels. A wave with overtones stands before them.\n"
         "Example:\n  mvfreq peaks examples/pictures/disturbed.png");
-    command->callback([run, &work] { work = [run] { return run->run(); }; });
+    command.callback([run, &work] { work = [run] { return run->run(); }; });
 }

@@ -4,5 +4,5 @@
 #include "parser.h"
 #include "work.h"
 
-/// Adds peaks, which sets `work` when it is chosen.
-void addPeaks(CLI::App& app, Work& work);
+/// Adds the options of peaks, which sets `work` when it is chosen.
+void describePeaks(CLI::App& command, Work& work);

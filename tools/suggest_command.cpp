@@ -118,30 +118,28 @@ void addRadius(CLI::App& command, std::vector<double>& radii) {
 
 }  // namespace
 
-void addSuggest(CLI::App& app, Work& work) {
+void describeSuggest(CLI::App& command, Work& work) {
     const auto run = std::make_shared<SuggestCommand>();
-    CLI::App* command = app.add_subcommand(
-        "suggest", "Propose filters, from pictures of a good surface, for spots of each size");
     command
-        ->add_option("pictures", run->pictures,
-                     "Pictures of the surface without defects, of one depth; their grey counts")
+        .add_option("pictures", run->pictures,
+                    "Pictures of the surface without defects, of one depth; their grey counts")
         ->required();
-    addRadius(*command, run->radii);
-    addNumber(*command, "--direction", run->direction,
+    addRadius(command, run->radii);
+    addNumber(command, "--direction", run->direction,
               "Propose lobes for scratches across this direction, in degrees: 0 for vertical "
               "scratches, 90 for horizontal ones");
-    command->add_flag("--json", run->json,
-                      "Print a list of objects: radius, levels, and arguments, which go between "
-                      "mvfreq and the names of input and output");
-    addOutput(*command, "--plot", run->plot,
+    command.add_flag("--json", run->json,
+                     "Print a list of objects: radius, levels, and arguments, which go between "
+                     "mvfreq and the names of input and output");
+    addOutput(command, "--plot", run->plot,
               "Also draw the grey levels over the radius, and the rings on the spectrum");
-    addForce(*command, run->existing);
-    command->footer(
+    addForce(command, run->existing);
+    command.footer(
         "A spot of radius r is a soft bump: half its height stands 1.2 r from its\n"
         "middle. The grey levels are those at which it stands out threefold: its peak\n"
         "behind the filter is three times what the surface itself exceeds in a\n"
         "thousandth of its pels. Where waves of the surface drown it, they are removed\n"
         "first, in the same line.\n"
         "Example:\n  mvfreq suggest --radius 4 examples/pictures/woven.png");
-    command->callback([run, &work] { work = [run] { return run->run(); }; });
+    command.callback([run, &work] { work = [run] { return run->run(); }; });
 }

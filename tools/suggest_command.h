@@ -4,5 +4,5 @@
 #include "parser.h"
 #include "work.h"
 
-/// Adds suggest, which sets `work` when it is chosen.
-void addSuggest(CLI::App& app, Work& work);
+/// Adds the options of suggest, which sets `work` when it is chosen.
+void describeSuggest(CLI::App& command, Work& work);
