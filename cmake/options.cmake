@@ -39,6 +39,21 @@ endif()
 # Contraction into fused multiply-add would change results from machine to machine.
 add_compile_options(-ffp-contract=off)
 
+# g++ 12 leaves out lanes of some selections where vectors are longer than it knows of, as with SVE on
+# processors that have more than 128 bits. So it may vectorise for the four lanes that all have, no more.
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_SYSTEM_PROCESSOR MATCHES "aarch64|arm64")
+  include(CheckCXXCompilerFlag)
+  foreach(preference 1 asimd-only)
+    set(flag --param=aarch64-autovec-preference=${preference})
+    check_cxx_compiler_flag(${flag} MVFREQ_PREFERS_${preference})
+    if(MVFREQ_PREFERS_${preference})
+      add_compile_options(${flag})
+      add_link_options(${flag})
+      break()
+    endif()
+  endforeach()
+endif()
+
 add_compile_options(-Wall -Wextra -Wpedantic -Wconversion -Wsign-conversion -Wshadow)
 if(MVFREQ_WARNINGS_AS_ERRORS)
   add_compile_options(-Werror)

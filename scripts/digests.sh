@@ -102,6 +102,8 @@ done
 for flags in "${levels[@]}" "${processors[@]}"; do
     compare aarch64-linux-gnu-g++ "$flags" -DCMAKE_TOOLCHAIN_FILE=cmake/toolchains/aarch64.cmake
 done
+compare aarch64-clang++ "-O3 -march=armv9-a" -DCMAKE_TOOLCHAIN_FILE=cmake/toolchains/aarch64.cmake \
+    -DCMAKE_CXX_COMPILER=clang++
 for flags in "${levels[@]}"; do
     compare wasm "$flags" -DCMAKE_TOOLCHAIN_FILE=cmake/toolchains/wasm.cmake -DBUILD_SHARED_LIBS=OFF
 done
