@@ -161,7 +161,8 @@ constexpr Command kOtherCommands[] = {
 void addOtherCommands(CLI::App& app, const std::vector<std::string>& words, Work& work) {
     for (const Command& command : kOtherCommands) {
         CLI::App& options = *app.add_subcommand(command.name, command.purpose);
-        if (isNamed(command.name, words)) command.describe(options, work);
+        if (!isNamed(command.name, words)) continue;
+        command.describe(options, work);
     }
 }
 

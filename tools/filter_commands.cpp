@@ -86,6 +86,7 @@ void addFilterCommands(CLI::App& app, const std::vector<std::string>& words, Wor
                        const FilterSteps& before) {
     for (const StepKind& kind : stepKinds()) {
         CLI::App& options = *app.add_subcommand(kind.name, kind.purpose);
-        if (isNamed(kind.name, words)) describe(options, work, kind, before);
+        if (!isNamed(kind.name, words)) continue;
+        describe(options, work, kind, before);
     }
 }
