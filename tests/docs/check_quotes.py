@@ -4,21 +4,14 @@
 They run by hand, so that nothing else tells when a source has moved on: the planted bugs, the mutants
 that equivalent.txt explains, the conditions that conditions.txt names.
 """
-import importlib.util
 import pathlib
+import runpy
 import subprocess
 import sys
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 MUTATION = "tests/campaigns/mutation/equivalent.txt"
 CONDITIONS = "scripts/conditions.txt"
-
-
-def module(path):
-    specification = importlib.util.spec_from_file_location(pathlib.Path(path).stem, ROOT / path)
-    loaded = importlib.util.module_from_spec(specification)
-    specification.loader.exec_module(loaded)
-    return loaded
 
 
 def planted_faults():
@@ -31,13 +24,13 @@ def planted_faults():
 
 
 def mutant_faults():
-    mutate = module("tests/campaigns/mutation/mutate.py")
-    made = {mutate.key(mutant) for mutant in mutate.mutants(("filt/",))}
-    yield from (f"{MUTATION}: no mutant is made any more: {key}" for key in mutate.explained() - made)
+    mutate = runpy.run_path(ROOT / "tests/campaigns/mutation/mutate.py")
+    made = {mutate["key"](mutant) for mutant in mutate["mutants"](("filt/",))}
+    yield from (f"{MUTATION}: no mutant is made any more: {key}" for key in mutate["explained"]() - made)
 
 
 def condition_faults():
-    for line in module("scripts/conditions.py").read_exceptions(ROOT / CONDITIONS):
+    for line in runpy.run_path(ROOT / "scripts/conditions.py")["read_exceptions"](ROOT / CONDITIONS):
         source, quoted = line.split(": ", 1)
         text = " ".join((ROOT / source).read_text(encoding="utf-8").split())
         yield from (f"{CONDITIONS}: {source} has no `{part}`"
