@@ -2,7 +2,7 @@
 # Builds the program of the digests with each compiler at each level of optimisation and with flags
 # that users add, for other processors under qemu, for Windows under Wine, and for WebAssembly under
 # node. Compares what it prints with the digests of the tree, and looks through its machine code for
-# products fused with sums.
+# products fused with sums. Other processors also load the golden archives.
 #
 #     scripts/digests.sh                    all of them
 #     scripts/digests.sh s390x              those whose name has this in it
@@ -43,27 +43,54 @@ checkMachineCode() {
         "$1"/filt/CMakeFiles/mvfreq_objects.dir/fft/internal/kernel/paths/path_baseline.cpp.* || (($? == 77))
 }
 
-# compare <name> <flags> <arguments for cmake>
-compare() {
-    local name="$1 $2" folder="build/digests/$1${2// /}" begin=$SECONDS verdict=equal
-    if [[ $name != *$wanted* ]]; then return; fi
-    {
-        cmake -S . -B "$folder" -G Ninja -DMVFREQ_WARNINGS_AS_ERRORS=ON -DCMAKE_BUILD_TYPE=Release -DCMAKE_CXX_FLAGS_RELEASE="$2" \
-            -DMVFREQ_BUILD_TOOLS=OFF "${@:3}" &&
-            cmake --build "$folder" --target results_digest &&
-            checkMachineCode "$folder" &&
-            if hasInstructions "$2"; then
-                ctest --test-dir "$folder" -R '^Results.HaveTheDigestsOfTheTree$' \
-                    --output-on-failure --no-tests=error --timeout 7200
-            else
-                verdict="not run"
-            fi
-    } >"$folder.log" 2>&1 || verdict=DIFFERENT
-    printf '%-46s %-9s %4d s\n' "$name" "$verdict" $((SECONDS - begin))
+configure() {
+    cmake -S . -B "$1" -G Ninja -DMVFREQ_WARNINGS_AS_ERRORS=ON -DCMAKE_BUILD_TYPE=Release \
+        -DCMAKE_CXX_FLAGS_RELEASE="$2" -DMVFREQ_BUILD_TOOLS=OFF "${@:3}"
+}
+
+askDigests() {
+    configure "$@" &&
+        cmake --build "$1" --target results_digest &&
+        checkMachineCode "$1" &&
+        if hasInstructions "$2"; then
+            ctest --test-dir "$1" -R '^Results.HaveTheDigestsOfTheTree$' \
+                --output-on-failure --no-tests=error --timeout 7200
+        else
+            verdict="not run"
+        fi
+}
+
+askArchives() {
+    configure "$@" &&
+        cmake --build "$1" --target archive_test &&
+        ctest --test-dir "$1" -R 'Golden.*(MeetsItsFate|AreAllThere)' --output-on-failure \
+            --no-tests=error --parallel "$(nproc)"
+}
+
+# One line, and all that was said when it fails.
+#
+# tell <name> <file of what is said> <command>
+tell() {
+    local begin=$SECONDS verdict=equal
+    if [[ $1 != *$wanted* ]]; then return; fi
+    "${@:3}" >"$2" 2>&1 || verdict=DIFFERENT
+    printf '%-46s %-9s %4d s\n' "$1" "$verdict" $((SECONDS - begin))
     if [[ $verdict == DIFFERENT ]]; then
-        cat "$folder.log"
+        cat "$2"
         failed=1
     fi
+}
+
+# compare <name> <flags> <arguments for cmake>
+compare() {
+    local folder="build/digests/$1${2// /}"
+    tell "$1 $2" "$folder.log" askDigests "$folder" "${@:2}"
+}
+
+# Archives that were written once, loaded and stored again; likewise.
+compareArchives() {
+    local folder="build/digests/$1${2// /}"
+    tell "$1 $2, archives" "$folder-archives.log" askArchives "$folder" "${@:2}"
 }
 
 levels=(-O0 -O1 -O2 -O3)
@@ -98,6 +125,10 @@ for version in 19 16 14; do
 done
 for machine in s390x riscv64 ppc64el armhf i386 mingw64; do
     compare "$machine" -O2 -DCMAKE_TOOLCHAIN_FILE=cmake/toolchains/$machine.cmake
+done
+# The others load them among their tests, in scripts/test-machines.sh.
+for machine in s390x riscv64 ppc64el armhf aarch64; do
+    compareArchives "$machine" -O2 -DCMAKE_TOOLCHAIN_FILE=cmake/toolchains/$machine.cmake
 done
 for flags in "${levels[@]}" "${processors[@]}"; do
     compare aarch64-linux-gnu-g++ "$flags" -DCMAKE_TOOLCHAIN_FILE=cmake/toolchains/aarch64.cmake
