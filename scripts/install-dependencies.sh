@@ -20,7 +20,8 @@ for group in "$@"; do
     checks) packages+=(clang g++-aarch64-linux-gnu g++-s390x-linux-gnu g++-riscv64-linux-gnu
         g++-powerpc64le-linux-gnu g++-arm-linux-gnueabihf g++-i686-linux-gnu qemu-user
         g++-mingw-w64-x86-64 wine64 gcovr clang-19 llvm-19 libclang-rt-19-dev abigail-tools ccache
-        emscripten node-acorn nodejs googletest valgrind dpkg-dev) ;;
+        emscripten node-acorn nodejs googletest valgrind dpkg-dev g++-11 clang-16 libc++-19-dev
+        libc++abi-19-dev) ;;
     fuzz) packages+=(clang libclang-rt-dev patch zlib1g-dev) ;;
     explorer) packages+=(emscripten node-acorn nodejs chromium chromium-driver python3-selenium
         optipng fonts-liberation) ;;
