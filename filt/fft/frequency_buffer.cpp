@@ -46,16 +46,6 @@ float* copyLowFrequencies(const float* src, std::ptrdiff_t srcWidth, long row, l
     return dst;
 }
 
-// Clears the columns and the rows of a plane that lie beyond the image, after one attention poll.
-void clearPadding(float* plane, long imageWidth, long imageHeight, long width, long height) {
-    mvi::pollAttention();
-    for (long y = 0; y < imageHeight; ++y) {
-        float* const row = plane + 2 * width * y;
-        std::fill(row + 2 * imageWidth, row + 2 * width, 0.0f);
-    }
-    std::fill(plane + 2 * width * imageHeight, plane + 2 * width * height, 0.0f);
-}
-
 }  // namespace
 
 mvFrequencyBuffer::mvFrequencyBuffer() = default;
@@ -108,7 +98,8 @@ mvFrequencyBuffer::mvFrequencyBuffer(const mvPelBuffer_const<double>& real,
             *out++ = static_cast<float>(im[x]);
         }
     }
-    clearPadding(data_, imageWidth_, imageHeight_, width_, height_);
+    // What lies beyond the images is zero already, as new memory is.
+    mvi::pollAttention();
 }
 
 mvFrequencyBuffer::~mvFrequencyBuffer() = default;

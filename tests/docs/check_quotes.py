@@ -24,8 +24,9 @@ def planted_faults():
 
 
 def mutant_faults():
+    sys.path.insert(0, str((ROOT / MUTATION).parent))
     mutate = runpy.run_path(ROOT / "tests/campaigns/mutation/mutate.py")
-    made = {mutate["key"](mutant) for mutant in mutate["mutants"](("filt/",))}
+    made = {mutate["key"](mutant) for mutant in mutate["mutants"](ROOT, ("filt/",))}
     yield from (f"{MUTATION}: no mutant is made any more: {key}" for key in mutate["explained"]() - made)
 
 

@@ -132,6 +132,16 @@ TEST(HostileMemory, ALargeHonestBufferStaysWithinTheBound) {
     EXPECT_LE(meter.peak(), 4 * bytes.size());
 }
 
+TEST(HostileMemory, ARecordWithoutAPlaneGivesUpTheOneBefore) {
+    const std::string bytes = BufferRecord{.hasData = false}.bytes();
+    archive::Loading loading(bytes);
+    const archive::AllocationMeter meter;
+    mvFrequencyBuffer buffer(1024, 1024);
+    loading.archive() || buffer;
+    const mvFrequencyBuffer another(1024, 1024);
+    EXPECT_LE(meter.peak(), std::size_t{12} << 20);
+}
+
 template <class Kind>
 struct HostileFilter : testing::Test {};
 TYPED_TEST_SUITE(HostileFilter, archive::ParametricFilters);

@@ -30,6 +30,14 @@ TEST(FloatArray, GrowsByZerosAndKeepsWhatItHas) {
     }
 }
 
+TEST(FloatArray, GrowsBackInItsOwnMemory) {
+    mvFloatArray array(100);
+    const float* const first = array.data();
+    array.resize(1);
+    array.resize(100);
+    EXPECT_EQ(array.data(), first);
+}
+
 TEST(FloatArray, RefusesWhatNoMemoryHoldsAndStaysAsItIs) {
     constexpr std::size_t kMost = std::numeric_limits<std::size_t>::max();
     mvFloatArray array(2);

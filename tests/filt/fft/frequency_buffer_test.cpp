@@ -78,6 +78,7 @@ TEST(FrequencyBufferState, WithoutDataIsThatOfNoImage) {
     BufferProbe::maskFrequencyBuffer(dropped, true, 1, 2);
     dropped = mvFrequencyBuffer();
     mvFrequencyBuffer moved = placedBuffer();
+    BufferProbe::maskFrequencyBuffer(moved, true, 1, 2);
     const mvFrequencyBuffer taker(std::move(moved));
     const mvFrequencyBuffer fresh;
     for (const auto* const buffer : {&fresh, &std::as_const(dropped), &std::as_const(moved)}) {
@@ -87,6 +88,7 @@ TEST(FrequencyBufferState, WithoutDataIsThatOfNoImage) {
         EXPECT_EQ(buffer->offset(), mvPair<long>(0, 0));
         EXPECT_FALSE(buffer->xformCache().isSet());
         EXPECT_EQ(buffer->band(), std::nullopt);
+        EXPECT_EQ(mvi::BufferAccess::masked(*buffer), 0);
         EXPECT_EQ(thrownBy([&] { buffer->size(); }), support::kNoData);
     }
 }
