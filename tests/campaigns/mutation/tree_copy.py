@@ -175,7 +175,7 @@ class Judge:
         self.optimized = None if short else Copy(f"{number}-optimized", "-O2")
         # The sanitizers reserve addresses for terabytes.
         self.sanitized = None if short else Copy(
-            f"{number}-sanitized", "-Og -fsanitize=address,undefined -fno-sanitize-recover=all", 50, "unlimited")
+            f"{number}-sanitized", "-Og -fsanitize=address,undefined,float-cast-overflow -fno-sanitize-recover=all", 50, "unlimited")
         for copy in (self.quick, self.optimized, self.sanitized):
             if copy:
                 copy.update()
