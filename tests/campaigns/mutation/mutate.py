@@ -5,22 +5,22 @@
     tests/campaigns/mutation/mutate.py --sample 50 --seed 7     another draw
     tests/campaigns/mutation/mutate.py --files filt/freqfilt    only files whose path begins so
     tests/campaigns/mutation/mutate.py --all                    all mutants, source by source
-    tests/campaigns/mutation/mutate.py --all --short            without tests of over 10 seconds and sanitizers
+    tests/campaigns/mutation/mutate.py --all --short            without tests of over 10 s and sanitizers
     tests/campaigns/mutation/mutate.py --list                   prints the mutants, runs none
 
 Copies of the tree, one for each worker, are built in build/mutation at -Og, with static libraries. A
 mutant changes one place of one source there; what depends on it is built again and the test programs
 run, the quickest first, until one fails. A program that takes far longer than it did on the unchanged
 tree counts as one that fails. Of the passes of the kernel, which every instruction set compiles, one
-path is tried by itself before all are built. Mutants that no compiler accepts are drawn again; where the
-compiler makes the same code as of the original, nothing needs to run. What survives is compiled at -O2,
-for the same reason, and tried under AddressSanitizer and UBSan.
+path is tried by itself before all are built, and of a header its own test. Mutants that no compiler
+accepts are drawn again; where the compiler makes the same code as of the original, nothing needs to
+run. What survives is compiled at -O2, for the same reason, and tried under AddressSanitizer and UBSan.
 
-Survivors that these programs cannot tell from the original stand in equivalent.txt, with the reason, and
-are not tried but where the line stands twice. Any other survivor makes the exit code 1. Verdicts are kept in build/mutation/results.txt: a
-run goes on where the last one stopped, and tries survivors again, but what was killed only when its
-source has changed. With --all a source of which no mutant is left over is entered in judged.txt, and
-passed over until it changes.
+Survivors that these programs cannot tell from the original stand in equivalent.txt, with the reason,
+and are not tried but where the line stands twice. Any other survivor makes the exit code 1. Verdicts are
+kept in build/mutation/results.txt: a run goes on where the last one stopped, and tries survivors again,
+but what was killed only when its source has changed. With --all a source of which no mutant is left
+over is entered in judged.txt, and passed over until it changes.
 """
 import argparse
 import collections
@@ -79,7 +79,8 @@ class Draw:
         self.candidates = iter(candidates)
         self.equivalents = explained()
         # Lines that stand twice are not told apart.
-        self.unique = {name for name, times in collections.Counter(map(key, candidates)).items() if times == 1}
+        names = collections.Counter(map(key, candidates))
+        self.unique = {name for name, times in names.items() if times == 1}
         self.sample = sample
         self.results = Results()
         self.counts = collections.Counter()
@@ -201,7 +202,8 @@ def main():
         counts = judge_some(candidates, options.sample, judges, costs)
     judged = counts["killed"] + counts["survived"]
     print(f"{counts['killed']} of {judged} killed, {counts['same']} of the same code, "
-          f"{counts['explained']} equivalent and explained, {counts['rejected']} rejected by the compiler, of {len(candidates)} possible")
+          f"{counts['explained']} equivalent and explained, {counts['rejected']} rejected by the compiler, "
+          f"of {len(candidates)} possible")
     return 1 if counts["survived"] else 0
 
 

@@ -7,6 +7,7 @@ import resource
 import shutil
 import subprocess
 import sys
+from pathlib import Path
 
 from steps import ROOT, steps_for
 
@@ -20,6 +21,8 @@ TABLE = "filt/fft/internal/kernel/path.cpp"
 TESTS_OF_A_PATH = ("fft_transforms_test", "fft_round_trip_test", "fft_kernel_test")
 
 OBJECTS = "filt/CMakeFiles/mvfreq_objects.dir"
+
+SANITIZED = "-Og -fsanitize=address,undefined,float-cast-overflow -fno-sanitize-recover=all"
 
 
 def table_of(text, entry):
@@ -124,23 +127,34 @@ class Copy:
                 return step[0]
         return None
 
-    def verdict_of_a_path(self, mutant, steps, costs):
-        """What the tests say when one path of the kernel has the mutant, and no other path is there."""
-        for path, entry in FIRST_PATHS.items():
-            target = self.folder / OBJECTS / PASSES.removeprefix("filt/") / f"{path}.cpp.o"
+    def parts_for(self, file):
+        """Objects that can show a mutant of the file before all are built, with the programs to run and
+        the one path of the kernel that is left."""
+        if file.startswith(PASSES):
+            for path, entry in FIRST_PATHS.items():
+                name = f"{OBJECTS}/{PASSES.removeprefix('filt/')}{path}.cpp.o"
+                yield self.folder / name, TESTS_OF_A_PATH, entry
+        elif file.endswith(".h"):
+            for test in sorted(self.folder.glob(f"tests/**/*.dir/**/{Path(file).stem}_test.cpp.o")):
+                yield test, [part.removesuffix(".dir") for part in test.parts if part.endswith(".dir")], None
+
+    def verdict_of_a_part(self, mutant, steps, costs):
+        """What the tests say when one object that the mutant changes has it, and the others do not."""
+        for target, programs, entry in self.parts_for(mutant.file):
             name = str(target.relative_to(self.folder))
-            self.build(name)
             with self.changed(mutant.file, self.text_with(mutant), unnoticed=True):
                 built = self.build(name)
             try:
                 if not built:
                     return "rejected"
-                if self.state_of(target) != self.objects[target]:
-                    table = table_of((self.tree / TABLE).read_text(encoding="utf-8"), entry)
-                    with self.changed(TABLE, table):
-                        return self.first_that_fails(steps, costs)
+                if self.state_of(target) == self.objects.get(target):
+                    continue
+                table = (self.tree / TABLE).read_text(encoding="utf-8")
+                with self.changed(TABLE, table_of(table, entry) if entry else table, unnoticed=not entry):
+                    return self.first_that_fails([s for s in steps if s[0] in programs], costs)
             finally:
                 target.unlink(missing_ok=True)
+                self.build(name)
         return None
 
     def has_the_same_code(self):
@@ -154,11 +168,9 @@ class Copy:
         """"rejected" by the compiler, "same" when it makes the same code of it, "survived", or the name
         of the program that failed."""
         steps = [step for step in steps_for(mutant.file) if step in costs]
-        if mutant.file.startswith(PASSES):
-            of_a_path = [step for step in steps if step[0] in TESTS_OF_A_PATH]
-            verdict = self.verdict_of_a_path(mutant, of_a_path, costs)
-            if verdict:
-                return verdict
+        verdict = self.verdict_of_a_part(mutant, steps, costs)
+        if verdict:
+            return verdict
         with self.changed(mutant.file, self.text_with(mutant)):
             if not self.build("mvfreq_objects"):
                 return "rejected"
@@ -175,7 +187,7 @@ class Judge:
         self.optimized = None if short else Copy(f"{number}-optimized", "-O2")
         # The sanitizers reserve addresses for terabytes.
         self.sanitized = None if short else Copy(
-            f"{number}-sanitized", "-Og -fsanitize=address,undefined,float-cast-overflow -fno-sanitize-recover=all", 50, "unlimited")
+            f"{number}-sanitized", SANITIZED, 50, "unlimited")
         for copy in (self.quick, self.optimized, self.sanitized):
             if copy:
                 copy.update()
