@@ -6,10 +6,12 @@ ROOT = Path(__file__).resolve().parents[3]
 # By the beginning of its path; the first that fits counts.
 OF_PICTURES = ["freqfilt_picture_test", "freqfilt_memory_test", "freqfilt_test", "model_test",
                "results_digest", "faults_test"]
+OF_PASSES = ["fft_kernel_test", "results_digest", "fft_transforms_test", "fft_round_trip_test",
+             "faults_test"]
 PROGRAMS = [
     ("filt/fft/internal/kernel/paths/twiddles", ["fft_kernel_test", "results_digest"]),
-    ("filt/fft/internal/kernel", ["fft_kernel_test", "results_digest", "fft_transforms_test",
-                                  "fft_round_trip_test", "faults_test"]),
+    ("filt/fft/internal/kernel/paths", OF_PASSES),
+    ("filt/fft/internal/kernel", [*OF_PASSES, "fft_memory_test"]),
     ("filt/fft/arithmetic", ["arithmetic_test", "numbers_test", "results_digest", "faults_test"]),
     ("filt/fft/map_image", ["arithmetic_test", "numbers_test", "results_digest", "faults_test"]),
     ("filt/fft/errors", ["fft_buffer_test", "fft_archive_test", "archive_test", "faults_test"]),
@@ -19,7 +21,8 @@ PROGRAMS = [
                                  "faults_test"]),
     ("filt/fft", ["fft_buffer_test", "fft_transforms_test", "fft_archive_test", "archive_test",
                   "arithmetic_test", "freqfilt_test", "freqfilt_archive_test", "numbers_test",
-                  "results_digest", "fft_round_trip_test", "model_test", "faults_test"]),
+                  "results_digest", "fft_round_trip_test", "fft_memory_test", "model_test",
+                  "faults_test"]),
     *((f"filt/freqfilt/{name}", OF_PICTURES)
       for name in ("filter_image", "internal/border", "internal/filter_list", "internal/half_filters",
                    "internal/image_reach", "internal/known_filters", "internal/picture_plan",

@@ -1,0 +1,144 @@
+// How much memory a transform takes beside its operands.
+#include <filt/fft.h>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <string>
+
+#include "support/allocation_meter.h"
+#include "support/buffer_probe.h"
+#include "support/random_planes.h"
+
+namespace {
+
+using Byte = unsigned char;
+
+template <class Call>
+std::size_t bytesFor(Call call) {
+    const archive::AllocationMeter meter;
+    call();
+    return meter.peak();
+}
+
+// What the parts of a transform may take. A pass holds 16 lines of complex elements at once, twice
+// those of rows; the rows are found through a table, with one row of zeros. Images have rows of
+// whole blocks of 32 bytes.
+class TransformMemory : public testing::TestWithParam<mvPair<long>> {
+  protected:
+    std::size_t lines() const { return bytes(128 * std::max(2 * kWidth + 65, kHeight)); }
+    std::size_t table() const { return bytes(16 * kHeight + 8 * kWidth + 4096); }
+    std::size_t plane() const { return bytes(8 * kWidth * kHeight); }
+    std::size_t image(long bytesPerPel) const {
+        return bytes((bytesPerPel * kWidth + 31) / 32 * 32 * kHeight);
+    }
+
+    // Rows apart from a plane, and 64 columns of all rows; both a little longer than they need be.
+    std::size_t rowsAndColumns(long rows) const {
+        return bytes((8 * kWidth + 64) * rows + (8 * std::min(64L, kWidth) + 64) * kHeight);
+    }
+
+    // Some rows in panels of whole vectors with a row of zeros, and strips of results.
+    std::size_t panels(long rows) const {
+        const long padded = (rows + 1) % 256 == 0 ? rows + 18 : rows + 1;
+        return bytes(8 * ((kWidth + 15) / 16 * 16) * padded + 128 * kHeight);
+    }
+
+    // All rows, or 16 of them.
+    void fill(long rows) {
+        reference::Plane random =
+            support::randomPlane(static_cast<int>(kWidth), static_cast<int>(kHeight), 1);
+        const long half = kHeight / 2, from = half - rows / 2;
+        for (long y = 0; y < kHeight; ++y) {
+            const long shifted = y < half ? y + half : y - half;
+            if (shifted >= from && shifted < from + rows) continue;
+            std::fill_n(random.elements.begin() + y * kWidth, kWidth, reference::Complex{});
+        }
+        support::setPlane(buffer_, random);
+        if (rows < kHeight) {
+            support::BufferProbe::maskFrequencyBuffer(buffer_, true, from, from + rows - 1);
+        }
+    }
+
+    static std::size_t bytes(long number) { return static_cast<std::size_t>(number); }
+
+    const long kWidth = GetParam().x, kHeight = GetParam().y;
+    static constexpr long kBandRows = 16;
+    mvFrequencyBuffer buffer_{kWidth, kHeight}, other_{kWidth, kHeight};
+    const mvFrequencyBuffer& kept_ = buffer_;
+    mvPelBuffer<Byte> pels_{kWidth, kHeight}, quadrants_{kWidth, kHeight};
+    mvPelBuffer<double> re_{kWidth, kHeight}, im_{kWidth, kHeight};
+};
+
+TEST_P(TransformMemory, OfForwardTransformsIsThatOfAFewLines) {
+    EXPECT_LE(bytesFor([&] { mfForwardFFT(pels_, buffer_); }), lines() + table());
+    EXPECT_LE(bytesFor([&] { mfForwardFFT(pels_, pels_, buffer_); }), lines() + table());
+    EXPECT_LE(bytesFor([&] { mfForwardFFT(kept_, other_); }), lines() + table());
+    EXPECT_LE(bytesFor([&] { mfForwardFFT(kept_, buffer_); }), lines() + table());
+}
+
+TEST_P(TransformMemory, OfAnInverseToABufferIsThatOfAFewLines) {
+    fill(kHeight);
+    EXPECT_LE(bytesFor([&] { mfInverseFFT(kept_, other_); }), lines() + table());
+    EXPECT_LE(bytesFor([&] { mfInverseFFT(buffer_, other_, true); }), lines() + table());
+    EXPECT_LE(bytesFor([&] { mfInverseFFT(buffer_, other_, true); }), table());
+}
+
+TEST_P(TransformMemory, OfAnInverseToImagesHoldsTheRowsAndAFewColumns) {
+    fill(kHeight);
+    EXPECT_LE(bytesFor([&] { mfInverseFFT(kept_, re_, im_); }),
+              2 * image(8) + rowsAndColumns(kHeight) + lines() + table());
+    EXPECT_LE(bytesFor([&] { mfInverseFFT(kept_, re_, false); }),
+              image(8) + rowsAndColumns(kHeight) + lines() + table());
+    EXPECT_LE(bytesFor([&] { mfInverseFFT(kept_, pels_, false); }),
+              image(1) + panels(kHeight) + lines() + table());
+}
+
+TEST_P(TransformMemory, OfAnInverseToImagesHoldsOnlyTheRowsOfTheBand) {
+    fill(kBandRows);
+    EXPECT_LE(bytesFor([&] { mfInverseFFT(kept_, re_, im_); }),
+              2 * image(8) + rowsAndColumns(kBandRows) + lines() + table());
+    EXPECT_LE(bytesFor([&] { mfInverseFFT(kept_, re_, false); }),
+              image(8) + rowsAndColumns(kBandRows) + lines() + table());
+    EXPECT_LE(bytesFor([&] { mfInverseFFT(kept_, pels_, false); }),
+              image(1) + panels(kBandRows) + lines() + table());
+}
+
+TEST_P(TransformMemory, OfAnInverseWithMoreThanItsBandHoldsOnePlane) {
+    fill(kHeight);
+    support::BufferProbe::maskFrequencyBuffer(buffer_, true, kHeight / 2 - 8, kHeight / 2 + 7);
+    const std::size_t most = std::max(plane(), rowsAndColumns(kBandRows));
+    EXPECT_LE(bytesFor([&] { mfInverseFFT(kept_, re_, im_); }),
+              2 * image(8) + most + lines() + table());
+    EXPECT_LE(bytesFor([&] { mfInverseFFT(kept_, pels_, false); }),
+              image(1) + most + lines() + table());
+}
+
+TEST_P(TransformMemory, OfAnInverseThatNeedsItsPlaneTwiceHoldsOne) {
+    fill(kHeight);
+    EXPECT_LE(bytesFor([&] { mfInverseFFT(kept_, pels_, true); }),
+              image(1) + plane() + lines() + table());
+    EXPECT_LE(bytesFor([&] { mfInverseFFTAngle(kept_, pels_, re_, false); }),
+              image(1) + image(8) + plane() + lines() + table());
+    EXPECT_LE(bytesFor([&] { mfInverseFFTQuadrant(kept_, pels_, quadrants_, false); }),
+              2 * image(1) + plane() + lines() + table());
+}
+
+TEST_P(TransformMemory, OfAnInverseInPlaceIsThatOfAFewLines) {
+    fill(kHeight);
+    EXPECT_LE(bytesFor([&] { mfInverseFFT(buffer_, re_, im_, true); }),
+              2 * image(8) + lines() + table());
+    EXPECT_LE(bytesFor([&] { mfInverseFFT(buffer_, pels_, true, true); }), image(1) + table());
+}
+
+INSTANTIATE_TEST_SUITE_P(, TransformMemory,
+                         testing::Values(mvPair<long>(512, 512), mvPair<long>(512, 256),
+                                         mvPair<long>(128, 2048), mvPair<long>(2048, 16),
+                                         mvPair<long>(16, 2048), mvPair<long>(32, 256)),
+                         [](const auto& plane) {
+                             return std::to_string(plane.param.x) + "x" +
+                                    std::to_string(plane.param.y);
+                         });
+
+}  // namespace
