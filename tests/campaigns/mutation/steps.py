@@ -11,6 +11,9 @@ OF_PASSES = ["fft_kernel_test", "results_digest", "fft_transforms_test", "fft_ro
 PROGRAMS = [
     ("filt/fft/internal/kernel/paths/twiddles", ["fft_kernel_test", "results_digest"]),
     ("filt/fft/internal/kernel/paths", OF_PASSES),
+    *((f"filt/fft/internal/kernel/{name}", [*OF_PASSES, "fft_memory_test", "freqfilt_picture_test",
+                                            "freqfilt_memory_test"])
+      for name in ("cleared_gain", "filtered_plane", "inverse_columns", "plane_output", "spectrum")),
     ("filt/fft/internal/kernel", [*OF_PASSES, "fft_memory_test"]),
     ("filt/fft/arithmetic", ["arithmetic_test", "numbers_test", "results_digest", "faults_test"]),
     ("filt/fft/map_image", ["arithmetic_test", "numbers_test", "results_digest", "faults_test"]),

@@ -225,21 +225,37 @@ long pollsOfThreeCalls(const PictureFilter& filter, mvPair<long> plane, long til
            });
 }
 
+void expectNoFewerPollsThanThreeCalls(const PictureFilter& filter, mvPair<long> plane) {
+    const auto image = support::pelBufferOf(somePicture<Byte>(3 * plane.x, 2 * plane.y));
+    mvPelBuffer<Byte> out;
+    const long polls = support::pollsOf([&] {
+        mfFilterImage(image, *filter.filter, out, {.border = mvBorder::zero, .margin = {0, 0}});
+    });
+    EXPECT_GE(polls, pollsOfThreeCalls(filter, plane, 6));
+}
+
+constexpr mvPair<long> kPolledPlanes[] = {{8, 8}, {4, 64}, {32, 2}, {256, 4}, {16, 128}};
+
 TEST(FilterImagePolls, AreNoFewerThanThoseOfTheThreeCalls) {
-    for (const mvPair<long> plane :
-         {mvPair<long>(8, 8), mvPair<long>(4, 64), mvPair<long>(32, 2)}) {
+    for (const mvPair<long> plane : kPolledPlanes) {
         for (const Kind kind : cases::kKinds) {
             if (kind == Kind::kOwn) continue;
             SCOPED_TRACE(testing::Message() << kind << ", " << plane.x << " x " << plane.y);
-            const PictureFilter filter = cases::makePictureFilter(kind, plane, 3);
-            const auto image = support::pelBufferOf(somePicture<Byte>(3 * plane.x, 2 * plane.y));
-            mvPelBuffer<Byte> out;
-            const long polls = support::pollsOf([&] {
-                mfFilterImage(image, *filter.filter, out,
-                              {.border = mvBorder::zero, .margin = {0, 0}});
-            });
-            EXPECT_GE(polls, pollsOfThreeCalls(filter, plane, 6));
+            expectNoFewerPollsThanThreeCalls(cases::makePictureFilter(kind, plane, 3), plane);
         }
+    }
+}
+
+// Nothing is left to do then, but for the polls: a small disk around DC, within the square.
+TEST(FilterImagePolls, AreNoFewerForAFilterThatClearsAll) {
+    for (const long side : {8L, 64L, 256L}) {
+        SCOPED_TRACE(side);
+        const mvPair<long> plane(side, side);
+        expectNoFewerPollsThanThreeCalls(
+            {std::make_unique<mvFrequencyFilterBandPass>(1e-4, 0.0, 0.0, plane, 1 + side / 16),
+             plane,
+             {}},
+            plane);
     }
 }
 
