@@ -245,10 +245,12 @@ TEST(Kernel, GivesTheInputBackTimesTheArea) {
     }
 }
 
-TEST(Kernel, TakesEveryNegativeDirectionAsInverse) {
+TEST(Kernel, TakesNegativeDirectionsAsInverseAndAllOthersAsForward) {
     const Plane plane = randomPlane(8, 16, 1);
-    EXPECT_TRUE(
-        support::samePlane(transformed(plane, -1, {0, 16}), transformed(plane, -1000, {0, 16})));
+    const auto turned = [&](int direction) { return transformed(plane, direction, {0, 16}); };
+    EXPECT_TRUE(support::samePlane(turned(-1), turned(-1000)));
+    EXPECT_TRUE(support::samePlane(turned(1), turned(0)));
+    EXPECT_TRUE(support::samePlane(turned(1), turned(1000)));
 }
 
 // Bands that touch, miss and cross the ends of the rows, the middle and the tiles of the transpose.
