@@ -10,13 +10,17 @@ namespace {
 using Byte = unsigned char;
 using Picture = mvPelBuffer<Byte>;
 
-std::size_t bytesFor(const Picture& image, mvPair<long> plane, Picture& out, mvBorder border) {
-    const mvFrequencyFilterBandPass ring(0.1, 0.05, 0.2, plane, 1);
+std::size_t bytesFor(const Picture& image, const mvFrequencyFilter& filter, Picture& out,
+                     mvBorder border) {
     mvFilterImageOptions options;
     options.border = border;
     const archive::AllocationMeter meter;
-    mfFilterImage(image, ring, out, options);
+    mfFilterImage(image, filter, out, options);
     return meter.peak();
+}
+
+std::size_t bytesFor(const Picture& image, mvPair<long> plane, Picture& out, mvBorder border) {
+    return bytesFor(image, mvFrequencyFilterBandPass(0.1, 0.05, 0.2, plane, 1), out, border);
 }
 
 constexpr long kWidth = 4000, kHeight = 1000;
@@ -26,6 +30,18 @@ TEST(PictureMemory, HoldsTilesAndNoSecondImage) {
     const Picture image(kWidth, kHeight);
     Picture out(kWidth, kHeight);
     EXPECT_LT(bytesFor(image, {128, 128}, out, mvBorder::mirror), kPels / 4);
+}
+
+// As many of them wherever they stand.
+TEST(PictureMemory, HoldsOnlyTheColumnsThatAFilterLeaves) {
+    const mvPair<long> plane(1024, 1024);
+    const Picture image(plane.x, plane.y);
+    Picture out(plane.x, plane.y);
+    const auto bytesAt = [&](double frequency) {
+        const mvFrequencyFilterGabor lobe({0.01, 0.01}, {0, 0}, mvRadian(0), frequency, plane, 0);
+        return bytesFor(image, lobe, out, mvBorder::zero);
+    };
+    EXPECT_LT(bytesAt(0.4), bytesAt(0.1) + kPels / 16);
 }
 
 TEST(PictureMemory, HoldsASecondImageForTilesOfSharedPels) {
