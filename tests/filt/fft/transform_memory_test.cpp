@@ -135,6 +135,18 @@ TEST_P(TransformMemory, OfAnInverseInPlaceIsThatOfAFewLines) {
     EXPECT_LE(bytesFor([&] { mfInverseFFT(buffer_, pels_, true, true); }), image(1) + table());
 }
 
+// Common allocators map larger blocks anew each time. A plane of 2048 x 2048 takes 32 MiB.
+TEST(TransformBlocks, AreOfAtMost31MiB) {
+    mvFrequencyBuffer buffer(1025, 1025);
+    support::setPlane(buffer, support::randomPlane(2048, 2048, 1));
+    const mvFrequencyBuffer& kept = buffer;
+    mvPelBuffer<Byte> pels;
+    mvPelBuffer<double> re, im;
+    const archive::BlockLimit limit(std::size_t{31} << 20);
+    EXPECT_NO_THROW(mfInverseFFT(kept, pels, false));
+    EXPECT_NO_THROW(mfInverseFFT(kept, re, im));
+}
+
 INSTANTIATE_TEST_SUITE_P(, TransformMemory,
                          testing::Values(mvPair<long>(512, 512), mvPair<long>(512, 256),
                                          mvPair<long>(128, 2048), mvPair<long>(2048, 16),
