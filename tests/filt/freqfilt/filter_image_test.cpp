@@ -225,13 +225,18 @@ long pollsOfThreeCalls(const PictureFilter& filter, mvPair<long> plane, long til
            });
 }
 
+// With whole tiles, and with one that is filled up with zeros.
 void expectNoFewerPollsThanThreeCalls(const PictureFilter& filter, mvPair<long> plane) {
-    const auto image = support::pelBufferOf(somePicture<Byte>(3 * plane.x, 2 * plane.y));
-    mvPelBuffer<Byte> out;
-    const long polls = support::pollsOf([&] {
-        mfFilterImage(image, *filter.filter, out, {.border = mvBorder::zero, .margin = {0, 0}});
-    });
-    EXPECT_GE(polls, pollsOfThreeCalls(filter, plane, 6));
+    const auto expect = [&](long width, long height, long tiles) {
+        const auto image = support::pelBufferOf(somePicture<Byte>(width, height));
+        mvPelBuffer<Byte> out;
+        const long polls = support::pollsOf([&] {
+            mfFilterImage(image, *filter.filter, out, {.border = mvBorder::zero, .margin = {0, 0}});
+        });
+        EXPECT_GE(polls, pollsOfThreeCalls(filter, plane, tiles)) << width << " x " << height;
+    };
+    expect(3 * plane.x, 2 * plane.y, 6);
+    expect(1, 1, 1);
 }
 
 constexpr mvPair<long> kPolledPlanes[] = {{8, 8}, {4, 64}, {32, 2}, {256, 4}, {16, 128}};
