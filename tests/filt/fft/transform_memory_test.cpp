@@ -62,6 +62,17 @@ class TransformMemory : public testing::TestWithParam<mvPair<long>> {
         support::BufferProbe::maskFrequencyBuffer(buffer_, true, from, from + kBandRows - 1);
     }
 
+    // Of so many rows, and the images.
+    void expectInversesToHold(long rows) {
+        const std::size_t pass = lines() + table();
+        EXPECT_LE(bytesFor([&] { mfInverseFFT(kept_, re_, im_); }),
+                  2 * image(8) + rowsAndColumns(rows) + pass);
+        EXPECT_LE(bytesFor([&] { mfInverseFFT(kept_, re_, false); }),
+                  image(8) + rowsAndColumns(rows) + pass);
+        EXPECT_LE(bytesFor([&] { mfInverseFFT(kept_, pels_, false); }),
+                  image(1) + panels(rows) + pass);
+    }
+
     static std::size_t bytes(long number) { return static_cast<std::size_t>(number); }
 
     const long kWidth = GetParam().x, kHeight = GetParam().y;
@@ -88,23 +99,13 @@ TEST_P(TransformMemory, OfAnInverseToABufferIsThatOfAFewLines) {
 
 TEST_P(TransformMemory, OfAnInverseToImagesHoldsTheRowsAndAFewColumns) {
     fill();
-    EXPECT_LE(bytesFor([&] { mfInverseFFT(kept_, re_, im_); }),
-              2 * image(8) + rowsAndColumns(kHeight) + lines() + table());
-    EXPECT_LE(bytesFor([&] { mfInverseFFT(kept_, re_, false); }),
-              image(8) + rowsAndColumns(kHeight) + lines() + table());
-    EXPECT_LE(bytesFor([&] { mfInverseFFT(kept_, pels_, false); }),
-              image(1) + panels(kHeight) + lines() + table());
+    expectInversesToHold(kHeight);
 }
 
 TEST_P(TransformMemory, OfAnInverseToImagesHoldsOnlyTheRowsOfTheBand) {
     for (const long from : {kHeight / 2 - 8, 0L}) {
         fillBand(from);
-        EXPECT_LE(bytesFor([&] { mfInverseFFT(kept_, re_, im_); }),
-                  2 * image(8) + rowsAndColumns(kBandRows) + lines() + table());
-        EXPECT_LE(bytesFor([&] { mfInverseFFT(kept_, re_, false); }),
-                  image(8) + rowsAndColumns(kBandRows) + lines() + table());
-        EXPECT_LE(bytesFor([&] { mfInverseFFT(kept_, pels_, false); }),
-                  image(1) + panels(kBandRows) + lines() + table());
+        expectInversesToHold(kBandRows);
     }
 }
 
