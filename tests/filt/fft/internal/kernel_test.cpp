@@ -322,6 +322,25 @@ TEST(KernelBand, DefinesTheBitsWhenItsOwnRowsAreZero) {
     }
 }
 
+// Whichever row outside holds data, its tile is exchanged.
+TEST(KernelBand, DefinesTheBitsWhenOneSkippedRowIsNotZero) {
+    for (const int side : {4, 8, 16}) {
+        for (const Band band : bandsOf(side)) {
+            for (int kept = 0; kept < side; ++kept) {
+                Plane plane = randomPlane(side, side, 21);
+                for (int y = 0; y < side; ++y) {
+                    const int shifted = (y + side / 2) % side;
+                    const bool isSkipped = shifted < band.low || shifted > band.high;
+                    if (isSkipped && y != kept) {
+                        std::fill_n(plane.row(y), side, reference::Complex{});
+                    }
+                }
+                expectReferenceBits(plane, -1, band, "row " + std::to_string(kept));
+            }
+        }
+    }
+}
+
 TEST(KernelBand, ChangesNothingWhenTheSkippedRowsAreZero) {
     for (const auto& [w, h] : {std::pair(64, 64), std::pair(16, 128), std::pair(128, 16)}) {
         Plane plane = randomPlane(w, h, 18);
