@@ -225,7 +225,7 @@ long pollsOfThreeCalls(const PictureFilter& filter, mvPair<long> plane, long til
            });
 }
 
-// With whole tiles, and with one that is filled up with zeros.
+// With one whole tile, with several, and with one that is filled up with zeros.
 void expectNoFewerPollsThanThreeCalls(const PictureFilter& filter, mvPair<long> plane) {
     const auto expect = [&](long width, long height, long tiles) {
         const auto image = support::pelBufferOf(somePicture<Byte>(width, height));
@@ -235,11 +235,13 @@ void expectNoFewerPollsThanThreeCalls(const PictureFilter& filter, mvPair<long> 
         });
         EXPECT_GE(polls, pollsOfThreeCalls(filter, plane, tiles)) << width << " x " << height;
     };
+    expect(plane.x, plane.y, 1);
     expect(3 * plane.x, 2 * plane.y, 6);
     expect(1, 1, 1);
 }
 
-constexpr mvPair<long> kPolledPlanes[] = {{8, 8}, {4, 64}, {32, 2}, {256, 4}, {16, 128}};
+constexpr mvPair<long> kPolledPlanes[] = {{4, 4},  {8, 8},  {16, 16}, {64, 64},  {256, 256},
+                                          {4, 64}, {32, 2}, {256, 4}, {2048, 4}, {16, 128}};
 
 TEST(FilterImagePolls, AreNoFewerThanThoseOfTheThreeCalls) {
     for (const mvPair<long> plane : kPolledPlanes) {
@@ -251,16 +253,20 @@ TEST(FilterImagePolls, AreNoFewerThanThoseOfTheThreeCalls) {
     }
 }
 
-// Nothing is left to do then, but for the polls: a small disk around DC, within the square.
-TEST(FilterImagePolls, AreNoFewerForAFilterThatClearsAll) {
-    for (const long side : {8L, 64L, 256L}) {
-        SCOPED_TRACE(side);
-        const mvPair<long> plane(side, side);
-        expectNoFewerPollsThanThreeCalls(
-            {std::make_unique<mvFrequencyFilterBandPass>(1e-4, 0.0, 0.0, plane, 1 + side / 16),
-             plane,
-             {}},
-            plane);
+// Little or nothing is left to do then, but for the polls: a small disk around DC, of which a
+// square is cleared. On small planes it is all of the disk, with the larger square on all that are
+// square.
+TEST(FilterImagePolls, AreNoFewerForAFilterThatLeavesLittle) {
+    for (const mvPair<long> plane : kPolledPlanes) {
+        const long side = std::min(plane.x, plane.y);
+        for (const long radius : {1L, 1 + side / 16}) {
+            SCOPED_TRACE(testing::Message() << plane.x << " x " << plane.y << ", " << radius);
+            expectNoFewerPollsThanThreeCalls(
+                {std::make_unique<mvFrequencyFilterBandPass>(1e-4, 0.0, 0.0, plane, radius),
+                 plane,
+                 {}},
+                plane);
+        }
     }
 }
 
