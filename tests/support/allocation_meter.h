@@ -38,4 +38,12 @@ class AllocationMeter {
     std::size_t peak() const;
 };
 
+/// The largest number of bytes that a call holds at once.
+template <class Call>
+std::size_t peakOf(Call call) {
+    const AllocationMeter meter;
+    call();
+    return meter.peak();
+}
+
 }  // namespace archive

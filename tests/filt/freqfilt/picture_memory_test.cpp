@@ -14,9 +14,7 @@ std::size_t bytesFor(const Picture& image, const mvFrequencyFilter& filter, Pict
                      mvBorder border) {
     mvFilterImageOptions options;
     options.border = border;
-    const archive::AllocationMeter meter;
-    mfFilterImage(image, filter, out, options);
-    return meter.peak();
+    return archive::peakOf([&] { mfFilterImage(image, filter, out, options); });
 }
 
 std::size_t bytesFor(const Picture& image, mvPair<long> plane, Picture& out, mvBorder border) {
