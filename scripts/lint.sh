@@ -5,24 +5,26 @@
 #     scripts/lint.sh                 all sources of the libraries and the program
 #     scripts/lint.sh inverse         those whose path has this in it
 #     scripts/lint.sh --since COMMIT  those that changed since a commit, ten at most
-#     scripts/lint.sh --names         only names and braces, but of the examples and Python, too
+#     scripts/lint.sh --names [COMMIT]
+#                                     only names and braces, but of the examples and Python, too: of
+#                                     all, or of those that changed since a commit
 set -uo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
-libraries='^(vsys|base|filt|suggest|tools)/'
+folders='^(vsys|base|filt|suggest|tools)/'
 
-list() { git ls-files '*.cpp' | grep -E "$1"; }
+all() { git ls-files '*.cpp' | grep -E "$folders"; }
 
 # The sources that stand for changed files: for a header the one of its name, or the first that
 # includes it.
 changed() {
     local file
-    git diff --name-only --diff-filter=d "$1" -- '*.h' '*.cpp' | grep -E "$libraries" |
+    git diff --name-only --diff-filter=d "$1" -- '*.h' '*.cpp' | grep -E "$folders" |
         while read -r file; do
             if [[ $file == *.h && -f ${file%.h}.cpp ]]; then
                 echo "${file%.h}.cpp"
             elif [[ $file == *.h ]]; then
                 git grep -lE "#include [<\"](.*/)?$(basename "$file")[>\"]" -- '*.cpp' |
-                    grep -m1 -E "$libraries"
+                    grep -m1 -E "$folders"
             else
                 echo "$file"
             fi
@@ -40,7 +42,9 @@ cmake --preset dev -B build/lint -DMVFREQ_BUILD_TESTS=OFF >/dev/null
 
 case ${1:-} in
     --names)
-        mapfile -t sources < <(list '^(vsys|base|filt|suggest|tools|python|examples)/')
+        folders='^(vsys|base|filt|suggest|tools|python|examples)/'
+        mapfile -t sources < <(if [[ ${2:-} ]]; then changed "$2"; else all; fi)
+        ((${#sources[@]})) || exit 0
         ! tidy -checks='-*,readability-identifier-naming,readability-braces-around-statements' \
             "${sources[@]/#/$PWD/}"
         exit
@@ -53,7 +57,7 @@ case ${1:-} in
         fi
         ((${#sources[@]})) || exit 0
         ;;
-    *) mapfile -t sources < <(list "$libraries" | grep -e "${1:-}") ;;
+    *) mapfile -t sources < <(all | grep -e "${1:-}") ;;
 esac
 
 failed=0
