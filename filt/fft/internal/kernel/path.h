@@ -211,7 +211,7 @@ const KernelPath& bestKernelPath();
 
 /// What any path needs for a plane of this size.
 constexpr std::size_t kernelScratchFloats(long width, long height) {
-    const long elements = 2 * width + 1 > height ? 2 * width + 1 : height;
+    const long elements = 2 * width > height ? 2 * width : height;
     return static_cast<std::size_t>(elements * 2 * kMostLanes);
 }
 
