@@ -27,6 +27,20 @@ void expectAssignmentsTellTheWatcherFirst(const F& before, F other) {
     EXPECT_TRUE(moved == copied);
 }
 
+/// Assignments to itself, copying and moving, neither change the filter nor call its watcher.
+template <class F>
+void expectAssignmentToItselfDoesNothing(F filter) {
+    const F before = filter;
+    int calls = 0;
+    mvPersistent::watch(filter, [&calls] { ++calls; });
+    F& same = filter;
+    filter = same;
+    EXPECT_TRUE(filter == before);
+    filter = std::move(same);
+    EXPECT_TRUE(filter == before);
+    EXPECT_EQ(calls, 0);
+}
+
 // The twins differ only in the name of their radius.
 template <class Base>
 struct RemovalRadius : Base {
