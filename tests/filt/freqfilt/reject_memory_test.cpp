@@ -1,5 +1,7 @@
-// How much memory the square around DC takes that a reject filter protects.
+// How much memory reject filters take: for the square around DC that they protect, and for their
+// gains of half a plane.
 #include <filt/freqfilt.h>
+#include <filt/freqfilt/internal/half_filters.h>
 
 #include <gtest/gtest.h>
 
@@ -34,6 +36,14 @@ void expectToHoldTheSquare(Filter withRadius) {
 TEST(RejectMemory, HoldsTheProtectedSquareAndNoMore) {
     expectToHoldTheSquare(band);
     expectToHoldTheSquare(lobe);
+}
+
+// The lobe has 133 of the rows; all others, but those of the square, share one.
+TEST(RejectMemory, HoldsOneRowOfGainsForAllThatTheLobeDoesNotReach) {
+    const mvPair<long> size(1024, 1024);
+    const mvFrequencyFilterGaborReject lobe({0.01, 0.01}, {0, 0}, mvRadian(0), 0.2, size, 3);
+    const std::size_t plane = sizeof(float) * 1024 * 1024;
+    EXPECT_LT(archive::peakOf([&] { mvi::halfFilterOf(lobe, false); }), plane / 2);
 }
 
 }  // namespace

@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstdlib>
 #include <cstring>
 #include <limits>
 #include <vector>
@@ -110,6 +111,43 @@ TEST(HalfFilters, OfGaborsHaveTheBitsOfThreeCalls) {
 
 TEST(HalfFilters, OfGaborRejectsHaveTheBitsOfThreeCalls) {
     expectItOfLobes<mvFrequencyFilterGaborReject>();
+}
+
+// Of 0 to W/2 the first column that the filter leaves, there or opposite, and the end.
+Size columnsLeft(Size size, const mvFrequencyFilter& filter) {
+    mvFrequencyBuffer ones(size.x, size.y);
+    const auto visit = [&](auto element) {
+        for (long v = -size.y / 2; v < size.y / 2; ++v) {
+            for (long u = -size.x / 2; u < size.x / 2; ++u) element(u, v);
+        }
+    };
+    visit([&](long u, long v) { ones.put(u, v, {1.0, 0.0}, true); });
+    filter.apply(ones);
+    Size columns(size.x, 0);
+    visit([&](long u, long v) {
+        if (ones.get(u, v, true).x == 0.0) return;
+        columns = {std::min(columns.x, std::abs(u)), std::max(columns.y, std::abs(u) + 1)};
+    });
+    return columns;
+}
+
+TEST(HalfFilters, OfGaborsHoldTheColumnsOfTheLobeAlone) {
+    for (const Size& size : kPlanes) {
+        if (size.y == 2) continue;  // Too few rows for the lobe to reach all of its columns.
+        for (const double frequency : kFrequencies) {
+            for (int eighth = 0; eighth < 16; ++eighth) {
+                const mvFrequencyFilterGabor lobe({0.02, 0.05}, {0.01, 0.0},
+                                                  mvRadian(eighth * 0.3927), frequency, size, 0);
+                SCOPED_TRACE(testing::Message() << size.x << " x " << size.y << ", " << frequency
+                                                << ", " << eighth << " eighths");
+                const auto half = mvi::halfFilterOf(lobe, false);
+                ASSERT_NE(nullptr, half);
+                const Size columns = columnsLeft(size, lobe);
+                EXPECT_EQ(columns.x, half->begin());
+                EXPECT_EQ(columns.y, half->end());
+            }
+        }
+    }
 }
 
 template <class Filter>
