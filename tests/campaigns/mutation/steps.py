@@ -14,6 +14,7 @@ PROGRAMS = [
     *((f"filt/fft/internal/kernel/{name}", [*OF_PASSES, "fft_memory_test", "freqfilt_picture_test",
                                             "freqfilt_memory_test"])
       for name in ("cleared_gain", "filtered_plane", "inverse_columns", "plane_output", "spectrum")),
+    ("filt/fft/internal/kernel/path.cpp", ["fft_path_test", *OF_PASSES]),
     ("filt/fft/internal/kernel", [*OF_PASSES, "fft_memory_test"]),
     ("filt/fft/arithmetic", ["arithmetic_test", "numbers_test", "results_digest", "faults_test"]),
     ("filt/fft/map_image", ["arithmetic_test", "numbers_test", "results_digest", "faults_test"]),
@@ -32,7 +33,8 @@ PROGRAMS = [
                    "internal/planeless_tile", "internal/shared_pels", "internal/three_calls",
                    "internal/tile_threads", "internal/tiling")),
     ("filt", ["freqfilt_test", "freqfilt_archive_test", "archive_test", "registration_test",
-              "numbers_test", "results_digest", "freqfilt_picture_test", "model_test", "faults_test"]),
+              "numbers_test", "results_digest", "freqfilt_picture_test", "freqfilt_memory_test",
+              "model_test", "faults_test"]),
 ]
 # Their tests that take seconds, a step each.
 SLOW = {
