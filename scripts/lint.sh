@@ -14,21 +14,26 @@ folders='^(vsys|base|filt|suggest|tools)/'
 
 all() { git ls-files '*.cpp' | grep -E "$folders"; }
 
-# The sources that stand for changed files: for a header the one of its name, or the first that
-# includes it.
+# The source that stands for a file: for a header the one of its name, or the first that includes it,
+# if need be through another header.
+source_for() {
+    local includes="#include (<$1>|\"(.*/)?$(basename "$1")\")" header
+    if [[ $1 == *.cpp ]]; then
+        echo "$1"
+    elif [[ -f ${1%.h}.cpp ]]; then
+        echo "${1%.h}.cpp"
+    elif ! git grep -lE "$includes" -- '*.cpp' | grep -m1 -E "$folders"; then
+        for header in $(git grep -lE "$includes" -- '*.h' | grep -E "$folders"); do
+            source_for "$header" && return
+        done
+        return 1
+    fi
+}
+
 changed() {
     local file
     git diff --name-only --diff-filter=d "$1" -- '*.h' '*.cpp' | grep -E "$folders" |
-        while read -r file; do
-            if [[ $file == *.h && -f ${file%.h}.cpp ]]; then
-                echo "${file%.h}.cpp"
-            elif [[ $file == *.h ]]; then
-                git grep -lE "#include [<\"](.*/)?$(basename "$file")[>\"]" -- '*.cpp' |
-                    grep -m1 -E "$folders"
-            else
-                echo "$file"
-            fi
-        done | sort -u
+        while read -r file; do source_for "$file"; done | sort -u
 }
 
 tidy() {
