@@ -83,9 +83,10 @@ PatchPlacement::PatchPlacement(const mvLobeParameters& lobe, const mvFilterRespo
     const std::int64_t row = truncate<std::int32_t>(sine * distance * (h * (1.0 / w))) + height / 2;
     const std::int64_t halfWidth = patch.width() >> 1, halfHeight = patch.height() >> 1;
     colMin = column - halfWidth;
-    colMax = column + halfWidth;
     rowMin = row - halfHeight;
     rowMax = row + halfHeight;
+    colEnd = std::min(column + halfWidth, width);
+    rowEnd = std::min(rowMin + patch.height(), height);
 }
 
 namespace {
@@ -100,7 +101,7 @@ class LobeRows {
           outside_(outside),
           dcRadius_(dcRadius),
           begin_(std::max<std::int64_t>(at.colMin, 0)),
-          end_(std::max(at.colEnd(patch), begin_)) {}
+          end_(std::max(at.colEnd, begin_)) {}
 
     // The first of the columns 0 to W/2 that has a gain, directly or opposite of it, and the end.
     mvPair<long> columns() const {
@@ -141,13 +142,12 @@ class LobeRows {
 
     bool isInSquare(std::int64_t y) const { return std::min(y, at_.height - y) < dcRadius_; }
 
-    // Null outside of the patch. Without a column of it on the plane its width, when it was loaded,
-    // may be any number, and no gain is read.
+    // Null outside of the patch, and without a column of it on the plane: its width, when it was
+    // loaded, may then be any number.
     const float* rowOfPatch(std::int64_t y) const {
         const std::int64_t row = (y + at_.height / 2) % at_.height;
-        if (row < at_.rowMin || row >= at_.rowEnd(patch_)) return nullptr;
-        const std::int64_t width = begin_ < end_ ? patch_.width() : 0;
-        return patch_.data() + (row - at_.rowMin) * width;
+        if (begin_ == end_ || row < at_.rowMin || row >= at_.rowEnd) return nullptr;
+        return patch_.data() + (row - at_.rowMin) * patch_.width();
     }
 
     const PatchPlacement& at_;

@@ -22,20 +22,13 @@ void fillLobePatch(const mvLobeParameters& lobe, bool complement, mvFilterRespon
 struct PatchPlacement {
     PatchPlacement(const mvLobeParameters& lobe, const mvFilterResponse& patch);
 
-    /// The columns and rows of the plane that have a gain end here.
-    std::int64_t colEnd(const mvFilterResponse& patch) const {
-        return std::min({colMax, colMin + patch.width(), width});
-    }
-    std::int64_t rowEnd(const mvFilterResponse& patch) const {
-        return std::min({rowMax + 1, rowMin + patch.height(), height});
-    }
-
     /// True when the plane has no element, however long its other side is; archives make such.
     bool isEmpty() const { return width == 0 || height == 0; }
 
     std::int64_t width, height;   // of the plane
-    std::int64_t colMin, colMax;  // colMax itself is not used
-    std::int64_t rowMin, rowMax;  // inclusive
+    std::int64_t colMin, rowMin;  // of the patch, which may begin outside of the plane
+    std::int64_t rowMax;          // of the patch, inclusive
+    std::int64_t colEnd, rowEnd;  // of its gains on the plane; its last column has none
 };
 
 /// The patch's gains row by row, cleared or 1 outside, and cleared or 1 on the square of
@@ -49,7 +42,6 @@ template <class Outside>
 void applyPatch(const PatchPlacement& at, const mvFilterResponse& patch, const float* src,
                 float* dst, Outside outside) {
     if (at.isEmpty()) return;
-    const std::int64_t colEnd = at.colEnd(patch), rowEnd = at.rowEnd(patch);
     const std::int64_t colBegin = std::max<std::int64_t>(at.colMin, 0);
     const std::int64_t middle = at.width / 2;
 
@@ -57,7 +49,7 @@ void applyPatch(const PatchPlacement& at, const mvFilterResponse& patch, const f
     const auto applyRun = [&](std::int64_t low, std::int64_t high, std::int64_t firstGain,
                               const float* from, float* to) {
         const std::int64_t begin = std::clamp(colBegin, low, high);
-        const std::int64_t end = std::clamp(colEnd, begin, high);
+        const std::int64_t end = std::clamp(at.colEnd, begin, high);
         outside(from, to, begin - low);
         if (begin < end) {
             multiplyRun(from + 2 * (begin - low), to + 2 * (begin - low),
@@ -68,7 +60,7 @@ void applyPatch(const PatchPlacement& at, const mvFilterResponse& patch, const f
 
     for (std::int64_t y = 0; y < at.height; ++y, src += 2 * at.width, dst += 2 * at.width) {
         const std::int64_t row = (y + at.height / 2) % at.height;
-        if (row < at.rowMin || row >= rowEnd) {
+        if (row < at.rowMin || row >= at.rowEnd) {
             outside(src, dst, at.width);
             continue;
         }

@@ -102,7 +102,8 @@ void applyRing(Ring& ring, const float* src, float* dst, Outside outside) {
 
     // Row `distance` of the first half and row `height - distance` of the second.
     for (std::int64_t distance = 0; distance <= height - height / 2; ++distance) {
-        const bool hasFirst = distance<height / 2, hasSecond = distance> 0;
+        const bool hasFirst = distance < height / 2;
+        const bool hasSecond = distance > 0;
         if (ring.isBeyond(distance)) {
             const std::int64_t first = 2 * width * distance;
             const std::int64_t second = 2 * width * (height - distance);

@@ -6,6 +6,8 @@
 #include <gtest/gtest.h>
 
 #include "support/allocation_meter.h"
+#include "support/filter_records.h"
+#include "support/loading.h"
 
 namespace {
 
@@ -38,12 +40,31 @@ TEST(RejectMemory, HoldsTheProtectedSquareAndNoMore) {
     expectToHoldTheSquare(lobe);
 }
 
+// In the order of the columns, and by their distances from DC: 0 to 32.
+TEST(RejectMemory, HoldsTheGainsOfOneRowOfABand) {
+    EXPECT_EQ(sizeof(float) * (64 + 33), bytesFor(band(0)));
+}
+
 // The lobe has 133 of the rows; all others, but those of the square, share one.
 TEST(RejectMemory, HoldsOneRowOfGainsForAllThatTheLobeDoesNotReach) {
     const mvPair<long> size(1024, 1024);
     const mvFrequencyFilterGaborReject lobe({0.01, 0.01}, {0, 0}, mvRadian(0), 0.2, size, 3);
     const std::size_t plane = sizeof(float) * 1024 * 1024;
     EXPECT_LT(archive::peakOf([&] { mvi::halfFilterOf(lobe, false); }), plane / 2);
+}
+
+// Only an archive can say that a lobe has rows and no columns.
+TEST(RejectMemory, HoldsOneRowOfGainsForALobeWithoutColumns) {
+    archive::LobeRecord fields;
+    fields.width = fields.height = 1024;
+    fields.supportWidth = 0;
+    fields.supportHeight = 1023;
+    fields.response.clear();
+    mvFrequencyFilterGaborReject lobe;
+    archive::load(fields.record().bytes(), lobe);
+    const std::size_t row = sizeof(float) * 1024;
+    EXPECT_LT(archive::peakOf([&] { EXPECT_NE(nullptr, mvi::halfFilterOf(lobe, false)); }),
+              20 * row);
 }
 
 }  // namespace

@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstdint>
 #include <cstdlib>
 #include <cstring>
 #include <limits>
@@ -69,6 +70,7 @@ bool areTheSame(const mvPelBuffer<double>& a, const mvPelBuffer<double>& b) {
 bool expectTheBitsOfThreeCalls(Size size, const mvFrequencyFilter& filter) {
     const auto half = mvi::halfFilterOf(filter, false);
     if (half == nullptr) return false;
+    EXPECT_LE(half->end(), size.x / 2 + 1);
     const auto picture = somePicture(size);
     const auto expected = byThreeCalls(picture, filter);
     for (const mvi::KernelPath* path : support::supportedPaths()) {
@@ -113,26 +115,36 @@ TEST(HalfFilters, OfGaborRejectsHaveTheBitsOfThreeCalls) {
     expectItOfLobes<mvFrequencyFilterGaborReject>();
 }
 
-// Of 0 to W/2 the first column that the filter leaves, there or opposite, and the end.
-Size columnsLeft(Size size, const mvFrequencyFilter& filter) {
+// What a filter leaves: of 0 to W/2 the first column, there or opposite, and the end; all rows.
+struct Left {
+    Size columns;
+    std::vector<std::int32_t> rows;
+};
+
+Left leftBy(Size size, const mvFrequencyFilter& filter) {
     mvFrequencyBuffer ones(size.x, size.y);
     const auto visit = [&](auto element) {
-        for (long v = -size.y / 2; v < size.y / 2; ++v) {
-            for (long u = -size.x / 2; u < size.x / 2; ++u) element(u, v);
+        for (long v = 0; v < size.y; ++v) {
+            for (long u = -size.x / 2; u < size.x / 2; ++u) {
+                element(u, v < size.y / 2 ? v : v - size.y);
+            }
         }
     };
     visit([&](long u, long v) { ones.put(u, v, {1.0, 0.0}, true); });
     filter.apply(ones);
-    Size columns(size.x, 0);
+    Left left{Size(size.x, 0), {}};
     visit([&](long u, long v) {
         if (ones.get(u, v, true).x == 0.0) return;
-        columns = {std::min(columns.x, std::abs(u)), std::max(columns.y, std::abs(u) + 1)};
+        left.columns = {std::min(left.columns.x, std::abs(u)),
+                        std::max(left.columns.y, std::abs(u) + 1)};
+        const auto row = static_cast<std::int32_t>(v < 0 ? v + size.y : v);
+        if (left.rows.empty() || left.rows.back() != row) left.rows.push_back(row);
     });
-    return columns;
+    return left;
 }
 
 // In steps of one column of a plane of 32, so that lobes begin and end on each side of DC.
-TEST(HalfFilters, OfGaborsHoldTheColumnsOfTheLobeAlone) {
+TEST(HalfFilters, OfGaborsHoldTheColumnsAndRowsOfTheLobeAlone) {
     for (const Size& size : kPlanes) {
         if (size.y == 2) continue;  // Too few rows for the lobe to reach all of its columns.
         for (int step = 0; step <= 16; ++step) {
@@ -143,9 +155,10 @@ TEST(HalfFilters, OfGaborsHoldTheColumnsOfTheLobeAlone) {
                                                 << ", " << eighth << " eighths");
                 const auto half = mvi::halfFilterOf(lobe, false);
                 ASSERT_NE(nullptr, half);
-                const Size columns = columnsLeft(size, lobe);
-                EXPECT_EQ(columns.x, half->begin());
-                EXPECT_EQ(columns.y, half->end());
+                const Left left = leftBy(size, lobe);
+                EXPECT_EQ(left.columns.x, half->begin());
+                EXPECT_EQ(left.columns.y, half->end());
+                EXPECT_EQ(left.rows, half->rows());
             }
         }
     }
