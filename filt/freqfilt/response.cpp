@@ -7,12 +7,6 @@
 #include <algorithm>
 #include <utility>
 
-namespace {
-
-constexpr std::size_t kSlackFloats = 3;
-
-}  // namespace
-
 mvFilterResponse& mvFilterResponse::operator=(const mvFilterResponse& other) {
     allocate(other.width_, other.height_);
     std::copy_n(other.data_, size(), data_);

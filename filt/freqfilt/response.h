@@ -40,6 +40,9 @@ class MVFREQ_API mvFilterResponse {
     /// The number of gains.
     std::size_t size() const noexcept;
 
+    /// The number of gains and of the floats that a loaded record had behind them.
+    std::size_t floats() const noexcept { return storage_.size() - kSlackFloats; }
+
     /// The gains row by row; null when there are none.
     float* data() const noexcept { return data_; }
 
@@ -58,6 +61,9 @@ class MVFREQ_API mvFilterResponse {
     void exchangeGains(mvArchive& ar);
 
   private:
+    /// The zeros behind all others.
+    static constexpr std::size_t kSlackFloats = 3;
+
     std::int32_t width_ = 0;
     std::int32_t height_ = 0;
     mvFloatArray storage_;

@@ -31,7 +31,7 @@ bool fits(const P& parameters, const mvFilterResponse& response) {
     const mvPair<long> size = parameters.size;
     const auto isNumber = [](float gain) { return gain == gain; };
     return fits(size) && parameters.dcRadius <= std::min(size.x, size.y) / 2 &&
-           std::all_of(response.data(), response.data() + response.size(), isNumber);
+           std::all_of(response.data(), response.data() + response.floats(), isNumber);
 }
 
 SpectrumGains gains(const mvRingParameters& parameters, const mvFilterResponse& profile,

@@ -73,6 +73,15 @@ void fillLobePatch(const mvLobeParameters& lobe, bool complement, mvFilterRespon
     }
 }
 
+namespace {
+
+// A loaded record may hold more rows than its size says, which the last one then is read from.
+std::int64_t rowsHeld(const mvFilterResponse& patch) {
+    return patch.width() > 0 ? static_cast<std::int64_t>(patch.floats()) / patch.width() : 0;
+}
+
+}  // namespace
+
 PatchPlacement::PatchPlacement(const mvLobeParameters& lobe, const mvFilterResponse& patch)
     : width(lobe.size.x), height(lobe.size.y) {
     const double cosine = std::cos(lobe.angle.toDouble());
@@ -86,7 +95,7 @@ PatchPlacement::PatchPlacement(const mvLobeParameters& lobe, const mvFilterRespo
     rowMin = row - halfHeight;
     rowMax = row + halfHeight;
     colEnd = std::min(column + halfWidth, width);
-    rowEnd = std::min(rowMin + patch.height(), height);
+    rowEnd = std::min({rowMax + 1, rowMin + rowsHeld(patch), height});
 }
 
 namespace {
@@ -142,11 +151,10 @@ class LobeRows {
 
     bool isInSquare(std::int64_t y) const { return std::min(y, at_.height - y) < dcRadius_; }
 
-    // Null outside of the patch, and without a column of it on the plane: its width, when it was
-    // loaded, may then be any number.
+    // Null outside of the patch.
     const float* rowOfPatch(std::int64_t y) const {
         const std::int64_t row = (y + at_.height / 2) % at_.height;
-        if (begin_ == end_ || row < at_.rowMin || row >= at_.rowEnd) return nullptr;
+        if (row < at_.rowMin || row >= at_.rowEnd) return nullptr;
         return patch_.data() + (row - at_.rowMin) * patch_.width();
     }
 

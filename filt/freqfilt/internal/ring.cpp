@@ -33,11 +33,12 @@ void fillRingProfile(const mvRingParameters& ring, bool complement, mvFilterResp
 Ring::Ring(const mvRingParameters& ring, const mvFilterResponse& profile, Inside inside)
     : width_(ring.size.x),
       height_(ring.size.y),
+      entries_(static_cast<std::int64_t>(profile.size())),
       inside_(inside),
       radius_(static_cast<float>(static_cast<double>(width_) * ring.frequency)),
       line_(isEmpty() ? 0 : static_cast<std::size_t>(width_)),
       byDistance_(isEmpty() ? 0 : static_cast<std::size_t>(width_ - width_ / 2 + 1)) {
-    profile_ = {profile.data(), static_cast<std::int64_t>(profile.size()),
+    profile_ = {profile.data(), static_cast<std::int64_t>(profile.floats()),
                 static_cast<double>(radius_),
                 static_cast<double>(static_cast<float>(profile.height()))};
     const double aspect = static_cast<double>(height_) * (1.0 / static_cast<double>(width_));
@@ -56,20 +57,20 @@ std::int64_t Ring::rowTerm(std::int64_t rowDistance) const {
     return truncate<std::int32_t>(static_cast<double>(rowDistance * rowDistance) * rowScale_);
 }
 
-// Where in the profile an element of squared distance r2 finds its gain; negative inside the ring's
-// radius.
-double Ring::position(std::int64_t r2) const {
-    return (std::sqrt(static_cast<double>(r2)) - profile_.radius) * profile_.samplesPerBin;
+// How far beyond the ring's radius an element of squared distance r2 lies.
+double Ring::beyondRadius(std::int64_t r2) const {
+    return std::sqrt(static_cast<double>(r2)) - profile_.radius;
 }
 
 bool Ring::isInside(std::int64_t r2) const {
     if (inside_ == Inside::bySquares) return r2 > inner2_ && r2 < outer2_;
-    return !(std::abs(position(r2)) >= static_cast<double>(profile_.count)) && profile_.count > 0;
+    const double entry = std::abs(beyondRadius(r2) * profile_.samplesPerBin);
+    return !(entry >= static_cast<double>(entries_)) && entries_ > 0;
 }
 
 // Outside and nearer to DC than the ring.
 bool Ring::isBelow(std::int64_t r2) const {
-    return !isInside(r2) && (inside_ == Inside::bySquares ? r2 <= inner2_ : position(r2) < 0.0);
+    return !isInside(r2) && (inside_ == Inside::bySquares ? r2 <= inner2_ : beyondRadius(r2) < 0.0);
 }
 
 Ring::Runs Ring::prepareLine(std::int64_t rowDistance) {

@@ -65,10 +65,11 @@ class Ring {
     bool isInside(std::int64_t r2) const;
     bool isBelow(std::int64_t r2) const;
     std::int64_t rowTerm(std::int64_t rowDistance) const;
-    double position(std::int64_t r2) const;
+    double beyondRadius(std::int64_t r2) const;
 
     std::int64_t width_, height_;
     RadialProfile profile_;
+    std::int64_t entries_;  // of the profile that count as gains
     Inside inside_;
     float radius_;
     double rowScale_;

@@ -1,5 +1,6 @@
-// Filters that no setter makes, only an archive: rings and lobes beside the plane, gains that are
-// no numbers.
+// Filters that no setter makes, only an archive: rings and lobes beside the plane, supports that
+// are even or negative, more floats than gains, gains that are no numbers.
+#include <algorithm>
 #include <limits>
 #include <type_traits>
 
@@ -18,7 +19,7 @@ using reference::Spectrum;
 // Zeros stand behind a profile. A ring of negative radius asks for gains this far behind it.
 constexpr std::size_t kBeyondTheProfile = 1 << 14;
 
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+constexpr float kNaN = std::numeric_limits<float>::quiet_NaN();
 
 // From DC to far beyond the plane, on both sides.
 constexpr double kFrequencies[] = {-3.0, -0.4, -0.05, 0.0, 0.3, 0.6, 0.9, 3.0, kNaN};
@@ -30,15 +31,32 @@ std::vector<float> someGains(std::size_t count) {
     return gains;
 }
 
+struct Support {
+    std::int32_t width, height;
+    std::size_t floats;
+};
+
+// Of a lobe with an even number of rows the definition asks for one more than there are.
 template <class Fields>
-Fields recordOn(mvPair<int> plane, double frequency) {
-    constexpr bool kIsRing = std::is_same_v<Fields, archive::RingRecord>;
+std::vector<Support> supports() {
+    if constexpr (std::is_same_v<Fields, archive::RingRecord>) {
+        return {{3, 32, 96}, {3, 32, 500}, {1, 1, 1},   {3, 7, 21},   {-3, -32, 96},
+                {0, 32, 0},  {3, 0, 0},    {3, -32, 0}, {3, -32, 96}, {-3, 32, 700}};
+    }
+    return {{5, 3, 15}, {3, 5, 15},  {4, 3, 12},   {1, 5, 5},   {0, 3, 0},
+            {3, 4, 15}, {3, 2, 100}, {-5, -3, 15}, {-5, 3, 15}, {5, -3, 0}};
+}
+
+template <class Fields>
+Fields recordOn(mvPair<int> plane, double frequency,
+                const Support& support = supports<Fields>().front()) {
     Fields fields;
     fields.frequency = frequency;
-    fields.supportWidth = kIsRing ? 3 : 5;
+    fields.supportWidth = support.width;
+    fields.supportHeight = support.height;
     fields.width = plane.x;
     fields.height = plane.y;
-    fields.response = someGains(kIsRing ? 96 : 15);
+    fields.response = someGains(support.floats);
     return fields;
 }
 
@@ -47,6 +65,7 @@ reference::Ring definitionOf(const archive::RingRecord& fields) {
     ring.given = {fields.sigma, fields.plateau, fields.frequency,
                   fields.width, fields.height,  fields.radius};
     ring.supportWidth = fields.supportWidth;
+    ring.supportHeight = fields.supportHeight;
     ring.profile = fields.response;
     ring.profile.resize(kBeyondTheProfile);
     return ring;
@@ -60,19 +79,24 @@ reference::Lobe definitionOf(const archive::LobeRecord& fields) {
             fields.response};
 }
 
-// What a filter of this class and this record makes of the spectrum.
-void applyDefinition(const archive::BandPass&, const archive::RingRecord& fields, Spectrum& buf) {
-    reference::applyBandPass(definitionOf(fields), buf);
+// What a filter of this class and this record makes of one spectrum, or of one in another.
+template <class... Spectra>
+void applyDefinition(const archive::BandPass&, const archive::RingRecord& fields, Spectra&... of) {
+    reference::applyBandPass(definitionOf(fields), of...);
 }
-void applyDefinition(const archive::BandReject&, const archive::RingRecord& fields, Spectrum& buf) {
-    reference::applyBandReject(definitionOf(fields), buf);
+template <class... Spectra>
+void applyDefinition(const archive::BandReject&, const archive::RingRecord& fields,
+                     Spectra&... of) {
+    reference::applyBandReject(definitionOf(fields), of...);
 }
-void applyDefinition(const archive::Gabor&, const archive::LobeRecord& fields, Spectrum& buf) {
-    reference::applyGabor(definitionOf(fields), buf);
+template <class... Spectra>
+void applyDefinition(const archive::Gabor&, const archive::LobeRecord& fields, Spectra&... of) {
+    reference::applyGabor(definitionOf(fields), of...);
 }
+template <class... Spectra>
 void applyDefinition(const archive::GaborReject&, const archive::LobeRecord& fields,
-                     Spectrum& buf) {
-    reference::applyGaborReject(definitionOf(fields), buf);
+                     Spectra&... of) {
+    reference::applyGaborReject(definitionOf(fields), of...);
 }
 
 mvPelBuffer<double> somePicture(mvPair<int> size) {
@@ -88,9 +112,13 @@ struct LoadedFilter : testing::Test {
     static void forEach(Check check) {
         for (const mvPair<int> plane : {mvPair(16, 16), mvPair(16, 64), mvPair(64, 16)}) {
             for (const double frequency : kFrequencies) {
-                SCOPED_TRACE(testing::Message()
-                             << plane.x << " x " << plane.y << ", frequency " << frequency);
-                check(recordOn<Fields>(plane, frequency), plane);
+                for (const Support& support : supports<Fields>()) {
+                    SCOPED_TRACE(testing::Message()
+                                 << plane.x << " x " << plane.y << ", frequency " << frequency
+                                 << ", support " << support.width << " x " << support.height
+                                 << " of " << support.floats);
+                    check(recordOn<Fields>(plane, frequency, support), plane);
+                }
             }
         }
     }
@@ -125,6 +153,17 @@ TYPED_TEST(LoadedFilter, ActsAsItsRecordSays) {
     });
 }
 
+TYPED_TEST(LoadedFilter, ActsAsItsRecordSaysOnACopy) {
+    this->forEach([&](const auto& fields, mvPair<int> plane) {
+        const Spectrum source = support::someSpectrum(support::randomPlane(plane.x, plane.y, 7));
+        Spectrum expected;
+        mvFrequencyBuffer copy;
+        applyDefinition(TypeParam(), fields, source, expected);
+        this->filterOf(fields).apply(support::bufferOf(source), copy);
+        EXPECT_TRUE(support::sameSpectrum(expected, copy));
+    });
+}
+
 TYPED_TEST(LoadedFilter, FiltersPicturesAsTheThreeCalls) {
     this->forEach([&](const auto& fields, mvPair<int> plane) {
         this->expectPictureAsDefined(this->filterOf(fields), plane);
@@ -134,8 +173,16 @@ TYPED_TEST(LoadedFilter, FiltersPicturesAsTheThreeCalls) {
 TYPED_TEST(LoadedFilter, WithAGainThatIsNoNumberFiltersPicturesAsTheThreeCalls) {
     const mvPair<int> plane(16, 16);
     auto fields = recordOn<typename TypeParam::Fields>(plane, 0.2);
-    fields.response[2] = std::numeric_limits<float>::quiet_NaN();
+    fields.response[2] = kNaN;
     this->expectPictureAsDefined(this->filterOf(fields), plane);
+}
+
+TYPED_TEST(LoadedFilter, WithNoNumbersBehindItsGainsFiltersPicturesAsTheThreeCalls) {
+    this->forEach([&](auto fields, mvPair<int> plane) {
+        const long gains = std::max(fields.supportWidth * fields.supportHeight, 0);
+        std::fill(fields.response.begin() + gains, fields.response.end(), kNaN);
+        this->expectPictureAsDefined(this->filterOf(fields), plane);
+    });
 }
 
 TYPED_TEST(LoadedFilter, OfAPlaneWithoutElementsHasNothingToDo) {

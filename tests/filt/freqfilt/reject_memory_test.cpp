@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include "support/allocation_meter.h"
+#include "support/buffer_record.h"
 #include "support/filter_records.h"
 #include "support/loading.h"
 
@@ -43,6 +44,18 @@ TEST(RejectMemory, HoldsTheProtectedSquareAndNoMore) {
 // In the order of the columns, and by their distances from DC: 0 to 32.
 TEST(RejectMemory, HoldsTheGainsOfOneRowOfABand) {
     EXPECT_EQ(sizeof(float) * (64 + 33), bytesFor(band(0)));
+}
+
+// Only an archive can say that a plane has rows and no columns.
+TEST(RejectMemory, HoldsNothingForAPlaneWithoutElements) {
+    archive::RingRecord fields;
+    fields.width = 0;
+    fields.radius = 0;
+    mvFrequencyFilterBandReject filter;
+    archive::load(fields.record().bytes(), filter);
+    mvFrequencyBuffer buffer =
+        support::loaded(support::BufferRecord{.width = 0, .height = fields.height});
+    EXPECT_EQ(0U, archive::peakOf([&] { filter.apply(buffer); }));
 }
 
 // The lobe has 133 of the rows; all others, but those of the square, share one.

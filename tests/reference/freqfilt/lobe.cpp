@@ -106,8 +106,8 @@ Placement placement(const Lobe& lobe) {
     const long xc = truncate32(std::cos(lobe.given.angle) * bins) + lobe.given.width / 2;
     const long yc =
         truncate32(std::sin(lobe.given.angle) * bins * (h * (1.0 / w))) + lobe.given.height / 2;
-    const long hw = lobe.supportWidth / 2;
-    const long hh = lobe.supportHeight / 2;
+    const long hw = lobe.supportWidth >> 1;
+    const long hh = lobe.supportHeight >> 1;
     return {xc - hw, xc + hw, yc - hh, yc + hh};
 }
 
