@@ -71,6 +71,7 @@ bool expectTheBitsOfThreeCalls(Size size, const mvFrequencyFilter& filter) {
     const auto half = mvi::halfFilterOf(filter, false);
     if (half == nullptr) return false;
     EXPECT_LE(half->end(), size.x / 2 + 1);
+    EXPECT_LT(half->rows().back(), size.y);
     const auto picture = somePicture(size);
     const auto expected = byThreeCalls(picture, filter);
     for (const mvi::KernelPath* path : support::supportedPaths()) {
