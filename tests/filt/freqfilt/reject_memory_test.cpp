@@ -66,6 +66,14 @@ TEST(RejectMemory, HoldsOneRowOfGainsForAllThatTheLobeDoesNotReach) {
     EXPECT_LT(archive::peakOf([&] { mvi::halfFilterOf(lobe, false); }), plane / 2);
 }
 
+// Rows that lie opposite of each other have the same gains, and columns as well: a quarter of a
+// plane, each row with room for a vector behind it.
+TEST(RejectMemory, HoldsAQuarterOfAPlaneOfGainsForABand) {
+    const mvFrequencyFilterBandReject band(0.1, 0.05, 0.2, mvPair<long>(1024, 1024), 3);
+    const std::size_t quarter = sizeof(float) * (513 + 16) * 513;
+    EXPECT_LT(archive::peakOf([&] { mvi::halfFilterOf(band, false); }), quarter + quarter / 16);
+}
+
 // Only an archive can say that a lobe has rows and no columns.
 TEST(RejectMemory, HoldsOneRowOfGainsForALobeWithoutColumns) {
     archive::LobeRecord fields;
