@@ -23,6 +23,7 @@ PROGRAMS = [
                                    "faults_test"]),
     ("filt/fft/buffer_archive", ["fft_archive_test", "archive_test", "fft_transforms_test",
                                  "faults_test"]),
+    ("filt/fft/internal/spatial_plane", ["fft_transforms_test", "numbers_test", *OF_PICTURES]),
     ("filt/fft", ["fft_buffer_test", "fft_transforms_test", "fft_archive_test", "archive_test",
                   "arithmetic_test", "freqfilt_test", "freqfilt_archive_test", "numbers_test",
                   "results_digest", "fft_round_trip_test", "fft_memory_test", "model_test",
