@@ -55,11 +55,11 @@ void mvFilterResponse::exchangeGains(mvArchive& ar) {
         mvi::storeFloats(ar, data_, hasGains ? size() : 0);
         return;
     }
-    mvi::LoadedFloats floats = mvi::loadFloats(ar, kSlackFloats);
+    mvi::LoadedFloats loaded = mvi::loadFloats(ar, kSlackFloats);
     if (hasGains) {
         constexpr std::size_t kLargestPadded = 16 * 1024 * 1024;
-        mvi::padFloats(floats, std::max(size(), floats.count), kSlackFloats, kLargestPadded);
-        storage_ = std::move(floats.values);
+        mvi::padFloats(loaded, std::max(size(), loaded.count), kSlackFloats, kLargestPadded);
+        storage_ = std::move(loaded.values);
         data_ = storage_.data();
     } else {
         storage_ = mvFloatArray();

@@ -40,7 +40,8 @@ class MVFREQ_API mvFilterResponse {
     /// The number of gains.
     std::size_t size() const noexcept;
 
-    /// The number of gains and of the floats that a loaded record had behind them.
+    /// The number of gains, if there are any, and of the floats that a loaded record had behind
+    /// them.
     std::size_t floats() const noexcept { return storage_.size() - kSlackFloats; }
 
     /// The gains row by row; null when there are none.
