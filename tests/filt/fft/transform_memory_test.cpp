@@ -62,6 +62,8 @@ class TransformMemory : public testing::TestWithParam<mvPair<long>> {
                   2 * image(8) + rowsAndColumns(rows) + pass);
         EXPECT_LE(peakOf([&] { mfInverseFFT(kept_, re_, false); }),
                   image(8) + rowsAndColumns(rows) + pass);
+        EXPECT_LE(peakOf([&] { mfInverseFFTQuadrant(kept_, re_, quadrants_, false); }),
+                  image(8) + image(1) + rowsAndColumns(rows) + pass);
         EXPECT_LE(peakOf([&] { mfInverseFFT(kept_, pels_, false); }),
                   image(1) + panels(rows) + pass);
     }
