@@ -185,6 +185,20 @@ TYPED_TEST(LoadedFilter, WithNoNumbersBehindItsGainsFiltersPicturesAsTheThreeCal
     });
 }
 
+// The definition asks for a third row of gains. Where there is none, all is left as outside.
+TEST(LoadedLobe, LeavesARowThatItHoldsNoGainsFor) {
+    const mvPair<int> plane(16, 16);
+    auto fields = recordOn<archive::LobeRecord>(plane, 0.2, {3, 2, 6});
+    mvFrequencyFilterGaborReject filter;
+    archive::load(fields.record().bytes(), filter);
+    Spectrum expected = support::someSpectrum(support::randomPlane(plane.x, plane.y, 7));
+    mvFrequencyBuffer buffer = support::bufferOf(expected);
+    fields.response.resize(9, 1.0F);
+    applyDefinition(archive::GaborReject(), fields, expected);
+    filter.apply(buffer);
+    EXPECT_TRUE(support::sameSpectrum(expected, buffer));
+}
+
 TYPED_TEST(LoadedFilter, OfAPlaneWithoutElementsHasNothingToDo) {
     constexpr int kLong = 1 << 27;
     for (const mvPair<int> plane : {mvPair(0, kLong), mvPair(kLong, 0), mvPair(0, 0)}) {
