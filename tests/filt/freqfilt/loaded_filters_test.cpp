@@ -103,14 +103,17 @@ mvPelBuffer<double> somePicture(mvPair<int> size) {
     return support::pelBufferOf(support::randomImage<double>(size.x, size.y, 5));
 }
 
+const std::vector<mvPair<int>> kPlanes = {{16, 16}, {16, 64}, {64, 16}};
+const std::vector<mvPair<int>> kPlanesOfNoTransform = {{15, 9}, {6, 21}, {33, 5}, {3, 1}};
+
 template <class Kind>
 struct LoadedFilter : testing::Test {
     using Filter = typename Kind::Filter;
     using Fields = typename Kind::Fields;
 
     template <class Check>
-    static void forEach(Check check) {
-        for (const mvPair<int> plane : {mvPair(16, 16), mvPair(16, 64), mvPair(64, 16)}) {
+    static void forEach(const std::vector<mvPair<int>>& planes, Check check) {
+        for (const mvPair<int> plane : planes) {
             for (const double frequency : kFrequencies) {
                 for (const Support& support : supports<Fields>()) {
                     SCOPED_TRACE(testing::Message()
@@ -144,7 +147,7 @@ struct LoadedFilter : testing::Test {
 TYPED_TEST_SUITE(LoadedFilter, archive::ParametricFilters);
 
 TYPED_TEST(LoadedFilter, ActsAsItsRecordSays) {
-    this->forEach([&](const auto& fields, mvPair<int> plane) {
+    this->forEach(kPlanes, [&](const auto& fields, mvPair<int> plane) {
         Spectrum expected = support::someSpectrum(support::randomPlane(plane.x, plane.y, 7));
         mvFrequencyBuffer buffer = support::bufferOf(expected);
         applyDefinition(TypeParam(), fields, expected);
@@ -154,7 +157,7 @@ TYPED_TEST(LoadedFilter, ActsAsItsRecordSays) {
 }
 
 TYPED_TEST(LoadedFilter, ActsAsItsRecordSaysOnACopy) {
-    this->forEach([&](const auto& fields, mvPair<int> plane) {
+    this->forEach(kPlanes, [&](const auto& fields, mvPair<int> plane) {
         const Spectrum source = support::someSpectrum(support::randomPlane(plane.x, plane.y, 7));
         Spectrum expected;
         mvFrequencyBuffer copy;
@@ -164,8 +167,23 @@ TYPED_TEST(LoadedFilter, ActsAsItsRecordSaysOnACopy) {
     });
 }
 
+TYPED_TEST(LoadedFilter, ActsAsItsRecordSaysOnAPlaneThatNoTransformTakes) {
+    this->forEach(kPlanesOfNoTransform, [&](const auto& fields, mvPair<int> plane) {
+        Spectrum expected;
+        expected.plane = support::randomPlane(plane.x, plane.y, 7);
+        const float* const floats = expected.plane.floats();
+        mvFrequencyBuffer buffer = support::loaded(
+            support::BufferRecord{.width = plane.x,
+                                  .height = plane.y,
+                                  .floats = {floats, floats + expected.plane.floatCount()}});
+        applyDefinition(TypeParam(), fields, expected);
+        this->filterOf(fields).apply(buffer);
+        EXPECT_TRUE(support::samePlane(expected.plane, support::planeOf(buffer), true));
+    });
+}
+
 TYPED_TEST(LoadedFilter, FiltersPicturesAsTheThreeCalls) {
-    this->forEach([&](const auto& fields, mvPair<int> plane) {
+    this->forEach(kPlanes, [&](const auto& fields, mvPair<int> plane) {
         this->expectPictureAsDefined(this->filterOf(fields), plane);
     });
 }
@@ -178,7 +196,7 @@ TYPED_TEST(LoadedFilter, WithAGainThatIsNoNumberFiltersPicturesAsTheThreeCalls) 
 }
 
 TYPED_TEST(LoadedFilter, WithNoNumbersBehindItsGainsFiltersPicturesAsTheThreeCalls) {
-    this->forEach([&](auto fields, mvPair<int> plane) {
+    this->forEach(kPlanes, [&](auto fields, mvPair<int> plane) {
         const long gains = std::max(fields.supportWidth * fields.supportHeight, 0);
         std::fill(fields.response.begin() + gains, fields.response.end(), kNaN);
         this->expectPictureAsDefined(this->filterOf(fields), plane);
