@@ -191,6 +191,38 @@ TEST(FilterImageDoubles, OfAnyKindGiveTheBitsOfTheThreeCalls) {
     }
 }
 
+// Goes back to pels in `apply`; the inverse of the three calls takes the plane as it is then.
+class SpendingFilter : public cases::OwnFilter {
+  public:
+    using OwnFilter::apply;
+    void apply(mvFrequencyBuffer& buf) const override {
+        OwnFilter::apply(buf);
+        mvPelBuffer<double> pels;
+        mfInverseFFT(buf, pels, false, true);
+    }
+};
+
+template <class U>
+void expectThreeCallsOfASpendingFilter(const mvPelBuffer<Byte>& picture) {
+    const SpendingFilter filter;
+    mvFrequencyBuffer spectrum;
+    mfForwardFFT(picture, spectrum);
+    filter.apply(spectrum);
+    mvPelBuffer<U> expected, result;
+    mfInverseFFT(spectrum, expected, false, true);
+    mfFilterImage(picture, filter, result, {.border = mvBorder::zero});
+    EXPECT_TRUE(support::sameImage(support::imageOf(expected), support::imageOf(result)));
+}
+
+TEST(FilterImageOwn, GivesTheBitsOfTheThreeCallsBehindAFilterThatGoesBackToPels) {
+    for (const mvPair<int> size : {mvPair(16, 8), mvPair(12, 7), mvPair(33, 50)}) {
+        const auto picture = support::pelBufferOf(somePicture<Byte>(size.x, size.y, 1));
+        expectThreeCallsOfASpendingFilter<Byte>(picture);
+        expectThreeCallsOfASpendingFilter<Word>(picture);
+        expectThreeCallsOfASpendingFilter<double>(picture);
+    }
+}
+
 TEST(FilterImageLarge, GivesTheBitsOfTheThreeCallsOnLargePlanes) {
     if (support::kSanitized) GTEST_SKIP() << "too slow with a sanitizer";
     const auto expectFor = [](Kind kind, mvPair<long> plane, mvPair<long> size, int threads) {
