@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "support/random_planes.h"
+#include "support/three_calls.h"
 
 namespace cases {
 
@@ -109,27 +110,17 @@ PictureFilter makePictureFilter(Kind kind, mvPair<long> plane, unsigned variant)
 
 namespace {
 
-template <class T>
-mvFrequencyBuffer filteredSpectrum(const reference::Image<T>& tile,
-                                   const mvFrequencyFilter& filter) {
-    mvFrequencyBuffer spectrum;
-    mfForwardFFT<T>(support::pelBufferOf(tile), spectrum);
-    filter.apply(spectrum);
-    return spectrum;
-}
-
 template <class T, class U>
 reference::Image<U> magnitudesOf(const reference::Image<T>& tile, const mvFrequencyFilter& filter) {
-    mvFrequencyBuffer spectrum = filteredSpectrum(tile, filter);
-    mvPelBuffer<U> out;
-    mfInverseFFT<U>(spectrum, out, false, true);
-    return support::imageOf(out);
+    return support::imageOf(support::byThreeCalls<U>(support::pelBufferOf(tile), filter));
 }
 
 template <class T>
 reference::Image<double> realPartsOf(const reference::Image<T>& tile,
                                      const mvFrequencyFilter& filter) {
-    mvFrequencyBuffer spectrum = filteredSpectrum(tile, filter);
+    mvFrequencyBuffer spectrum;
+    mfForwardFFT<T>(support::pelBufferOf(tile), spectrum);
+    filter.apply(spectrum);
     mvPelBuffer<double> real, imaginary;
     mfInverseFFT(spectrum, real, imaginary, true);
     return support::imageOf(real);

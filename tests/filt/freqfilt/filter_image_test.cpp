@@ -19,6 +19,7 @@
 #include "support/loading.h"
 #include "support/picture_cases.h"
 #include "support/random_planes.h"
+#include "support/three_calls.h"
 #include "support/thrown.h"
 
 namespace {
@@ -216,13 +217,7 @@ reference::Image<T> somePicture(long width, long height) {
 // The sum over all tiles.
 long pollsOfThreeCalls(const PictureFilter& filter, mvPair<long> plane, long tiles) {
     const auto tile = support::pelBufferOf(somePicture<Byte>(plane.x, plane.y));
-    return tiles * support::pollsOf([&] {
-               mvFrequencyBuffer spectrum;
-               mfForwardFFT<Byte>(tile, spectrum);
-               filter.filter->apply(spectrum);
-               mvPelBuffer<Byte> out;
-               mfInverseFFT<Byte>(spectrum, out, false, true);
-           });
+    return tiles * support::pollsOf([&] { support::byThreeCalls<Byte>(tile, *filter.filter); });
 }
 
 // With one whole tile, with several, and with one that is filled up with zeros.

@@ -17,6 +17,7 @@
 #include "support/filter_records.h"
 #include "support/kernel_paths.h"
 #include "support/loading.h"
+#include "support/three_calls.h"
 
 namespace {
 
@@ -32,16 +33,6 @@ mvPelBuffer<unsigned char> somePicture(Size size) {
         }
     }
     return picture;
-}
-
-mvPelBuffer<double> byThreeCalls(const mvPelBuffer<unsigned char>& picture,
-                                 const mvFrequencyFilter& filter) {
-    mvFrequencyBuffer buffer;
-    mfForwardFFT(picture, buffer);
-    filter.apply(buffer);
-    mvPelBuffer<double> magnitudes;
-    mfInverseFFT(buffer, magnitudes, false, true);
-    return magnitudes;
 }
 
 mvPelBuffer<double> byHalfAPlane(const mvPelBuffer<unsigned char>& picture,
@@ -73,7 +64,7 @@ bool expectTheBitsOfThreeCalls(Size size, const mvFrequencyFilter& filter) {
     EXPECT_LE(half->end(), size.x / 2 + 1);
     EXPECT_LT(half->rows().back(), size.y);
     const auto picture = somePicture(size);
-    const auto expected = byThreeCalls(picture, filter);
+    const auto expected = support::byThreeCalls<double>(picture, filter);
     for (const mvi::KernelPath* path : support::supportedPaths()) {
         EXPECT_TRUE(areTheSame(expected, byHalfAPlane(picture, *half, *path))) << path->name;
     }
