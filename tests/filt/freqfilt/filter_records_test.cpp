@@ -351,6 +351,18 @@ TYPED_TEST(FilterRecord, AFlagThatIsNoBoolIsRefused) {
     EXPECT_EQ(archive::loadingThrows(bad, filter), "BadValue");
 }
 
+// 64 MiB of gains may be missing, and are zeros then; of more, none.
+TEST(LobeRecord, LacksNoMoreThan64MiBOfGains) {
+    archive::LobeRecord record;
+    mvFrequencyFilterGabor filter;
+    record.supportWidth = record.supportHeight = 4096;
+    EXPECT_EQ(archive::loadingThrows(record.record().bytes(), filter), "nothing");
+    EXPECT_EQ(filter.supportHeight(), 4096);
+    record.supportWidth = 257;
+    record.supportHeight = 65281;
+    EXPECT_EQ(archive::loadingThrows(record.record().bytes(), filter), "BadValue");
+}
+
 TEST(LobeRecord, KeepsTheGainsBehindItsSupport) {
     archive::LobeRecord record;
     record.response.push_back(0.5F);

@@ -208,6 +208,17 @@ TYPED_TEST(FilterLifeCycle, ADroppedResponseComesBackBySet) {
     }
 }
 
+TYPED_TEST(FilterLifeCycle, AsManyGainsTakeThePlaceOfTheFormerOnes) {
+    using F = typename TypeParam::Filter;
+    const F other = TypeParam::make(TypeParam::parameters());
+    cases::Open<F> filter(other);
+    const float* const gains = filter.data();
+    static_cast<F&>(filter) = other;
+    EXPECT_EQ(filter.data(), gains);
+    TypeParam::set(drop<F>(filter), TypeParam::parameters());
+    EXPECT_EQ(filter.data(), gains);
+}
+
 TYPED_TEST(FilterLifeCycle, ACopyWithoutResponseIsADefaultOne) {
     using F = typename TypeParam::Filter;
     F filter = TypeParam::make(TypeParam::parameters());
