@@ -193,7 +193,7 @@ def main():
     steps = sorted({step for mutant in candidates for step in steps_for(mutant.file)})
     costs = judges[0].quick.measure(steps)
     if options.short:
-        costs = {step: cost for step, cost in costs.items() if cost <= SHORT}
+        costs[None] = {step: cost for step, cost in costs[None].items() if cost <= SHORT}
 
     if options.all:
         counts = judge_sources(candidates, judges, costs)

@@ -37,6 +37,9 @@ PROGRAMS = [
               "numbers_test", "results_digest", "freqfilt_picture_test", "freqfilt_memory_test",
               "model_test", "faults_test"]),
 ]
+PASSES = "filt/fft/internal/kernel/paths/"
+# Of the table of all paths, where passes are tried with one path alone.
+OF_THE_TABLE = "KernelPaths.*"
 # Their tests that take seconds, a step each.
 SLOW = {
     "archive_test": "*AnyTwoIntegers*:*AnyByteFlipped*:*OfTheLargestPlane*:SidesOfABuffer.CostNoMore*",
@@ -49,11 +52,12 @@ SLOW = {
 def steps_for(file):
     """Pairs of a program and its arguments."""
     programs = next(programs for prefix, programs in PROGRAMS if file.startswith(prefix))
+    others = OF_THE_TABLE if file.startswith(PASSES) else ""
     steps = []
     for name in programs:
         if name == "results_digest":
             steps.append((name, (str(ROOT / "tests/campaigns/digests/results.digest"),)))
         else:
-            steps.append((name, ("--gtest_fail_fast", f"--gtest_filter=-{SLOW.get(name, '')}")))
+            steps.append((name, ("--gtest_fail_fast", f"--gtest_filter=-{SLOW.get(name, '')}:{others}")))
     return steps + [(name, ("--gtest_fail_fast", f"--gtest_filter={tests}"))
                     for name, tests in SLOW.items() if name in programs]

@@ -9,13 +9,12 @@ import subprocess
 import sys
 from pathlib import Path
 
-from steps import ROOT, steps_for
+from steps import OF_THE_TABLE, PASSES, ROOT, steps_for
 
 WORK = ROOT / "build" / "mutation"
 
 # The kernel's passes are compiled once for each of these and for AVX2 and AVX-512, all of them in a
 # quarter of a minute.
-PASSES = "filt/fft/internal/kernel/paths/"
 FIRST_PATHS = {"path_baseline": "&kBaselinePath", "path_plain": "&kPlainPath"}
 TABLE = "filt/fft/internal/kernel/path.cpp"
 TESTS_OF_A_PATH = ("fft_transforms_test", "fft_round_trip_test", "fft_kernel_test")
@@ -28,6 +27,12 @@ SANITIZED = "-Og -fsanitize=address,undefined,float-cast-overflow -fno-sanitize-
 def table_of(text, entry):
     """The table of the kernel's paths, with one entry only."""
     return re.sub(r"^ *&k\w+Path,\n", lambda m: m[0] if entry in m[0] else "", text, flags=re.M)
+
+
+def is_of_a_path(step):
+    """Whether it is taken with one path alone."""
+    name, arguments = step
+    return name in TESTS_OF_A_PATH and arguments[-1].endswith(OF_THE_TABLE)
 
 
 class Copy:
@@ -88,7 +93,15 @@ class Copy:
             return False
 
     def measure(self, steps):
-        """The seconds that each step takes on the unchanged tree."""
+        """The seconds that each step takes on the unchanged tree, with all paths of the kernel, and by
+        the one path that is left where passes are tried by themselves."""
+        costs = {None: self.measure_unchanged(steps)}
+        for entry in FIRST_PATHS.values():
+            with self.table_with(entry):
+                costs[entry] = self.measure_unchanged([s for s in steps if is_of_a_path(s)])
+        return costs
+
+    def measure_unchanged(self, steps):
         costs = {}
         for step in steps:
             if not self.build(step[0]):
@@ -112,6 +125,10 @@ class Copy:
             if unnoticed:
                 os.utime(path, ns=(status.st_atime_ns, status.st_mtime_ns))
 
+    def table_with(self, entry):
+        """The kernel with one path alone, for a while."""
+        return self.changed(TABLE, table_of((self.tree / TABLE).read_text(encoding="utf-8"), entry))
+
     def text_with(self, mutant):
         lines = (self.tree / mutant.file).read_text(encoding="utf-8").splitlines(keepends=True)
         lines[mutant.line - 1] = mutant.new + "\n"
@@ -128,19 +145,20 @@ class Copy:
         return None
 
     def parts_for(self, file):
-        """Objects that can show a mutant of the file before all are built, with the programs to run and
+        """Objects that can show a mutant of the file before all are built, with the steps to take and
         the one path of the kernel that is left."""
         if file.startswith(PASSES):
             for path, entry in FIRST_PATHS.items():
                 name = f"{OBJECTS}/{PASSES.removeprefix('filt/')}{path}.cpp.o"
-                yield self.folder / name, TESTS_OF_A_PATH, entry
+                yield self.folder / name, is_of_a_path, entry
         elif file.endswith(".h"):
             for test in sorted(self.folder.glob(f"tests/**/*.dir/**/{Path(file).stem}_test.cpp.o")):
-                yield test, [part.removesuffix(".dir") for part in test.parts if part.endswith(".dir")], None
+                programs = [part.removesuffix(".dir") for part in test.parts if part.endswith(".dir")]
+                yield test, lambda step, programs=programs: step[0] in programs, None
 
     def verdict_of_a_part(self, mutant, steps, costs):
         """What the tests say when one object that the mutant changes has it, and the others do not."""
-        for target, programs, entry in self.parts_for(mutant.file):
+        for target, is_asked, entry in self.parts_for(mutant.file):
             name = str(target.relative_to(self.folder))
             with self.changed(mutant.file, self.text_with(mutant), unnoticed=True):
                 built = self.build(name)
@@ -149,9 +167,8 @@ class Copy:
                     return "rejected"
                 if self.state_of(target) == self.objects.get(target):
                     continue
-                table = (self.tree / TABLE).read_text(encoding="utf-8")
-                with self.changed(TABLE, table_of(table, entry) if entry else table, unnoticed=not entry):
-                    return self.first_that_fails([s for s in steps if s[0] in programs], costs)
+                with self.table_with(entry) if entry else contextlib.nullcontext():
+                    return self.first_that_fails([s for s in steps if is_asked(s)], costs[entry])
             finally:
                 target.unlink(missing_ok=True)
                 self.build(name)
@@ -167,7 +184,7 @@ class Copy:
     def verdict_of(self, mutant, costs):
         """"rejected" by the compiler, "same" when it makes the same code of it, "survived", or the name
         of the program that failed."""
-        steps = [step for step in steps_for(mutant.file) if step in costs]
+        steps = [step for step in steps_for(mutant.file) if step in costs[None]]
         verdict = self.verdict_of_a_part(mutant, steps, costs)
         if verdict:
             return verdict
@@ -176,7 +193,7 @@ class Copy:
                 return "rejected"
             if self.has_the_same_code():
                 return "same"
-            return self.first_that_fails(steps, costs) or "survived"
+            return self.first_that_fails(steps, costs[None]) or "survived"
 
 
 class Judge:

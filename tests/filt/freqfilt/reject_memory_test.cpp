@@ -88,4 +88,20 @@ TEST(RejectMemory, HoldsOneRowOfGainsForALobeWithoutColumns) {
               20 * row);
 }
 
+// What a filter held before its gains were loaded away is not there beside the next ones.
+TEST(RejectMemory, IsGivenBackByALoadWithoutGains) {
+    archive::LobeRecord fields;
+    fields.supportWidth = fields.supportHeight = 1024;
+    const std::string large = fields.record().bytes();
+    fields.hasResponse = false;
+    fields.response.clear();
+    const std::string none = fields.record().bytes();
+    const std::size_t gains = sizeof(float) * 1024 * 1024;
+    EXPECT_LT(archive::peakOf([&] {
+                  mvFrequencyFilterGaborReject lobe;
+                  for (const std::string& bytes : {large, none, large}) archive::load(bytes, lobe);
+              }),
+              gains + gains / 2);
+}
+
 }  // namespace
