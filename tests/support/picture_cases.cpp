@@ -118,9 +118,7 @@ reference::Image<U> magnitudesOf(const reference::Image<T>& tile, const mvFreque
 template <class T>
 reference::Image<double> realPartsOf(const reference::Image<T>& tile,
                                      const mvFrequencyFilter& filter) {
-    mvFrequencyBuffer spectrum;
-    mfForwardFFT<T>(support::pelBufferOf(tile), spectrum);
-    filter.apply(spectrum);
+    mvFrequencyBuffer spectrum = support::filteredSpectrum(support::pelBufferOf(tile), filter);
     mvPelBuffer<double> real, imaginary;
     mfInverseFFT(spectrum, real, imaginary, true);
     return support::imageOf(real);
